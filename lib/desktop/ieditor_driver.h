@@ -1,0 +1,61 @@
+/// IEditorDriver: what a host can do to an editor, beside the contract.
+#pragma once
+
+#include <optional>
+#include <string_view>
+
+#include "astring.h"
+#include "quorel_export.h"
+
+/// The number of the command that exports the text to a file of the user's choice.
+inline constexpr unsigned kExportTextCommand = 42009;
+
+/// Drives an editor. Reached by dynamic_cast from the document that GetInterface (0) gives.
+///
+/// The edit operations are the document's primitives, with their arguments: `record` writes a
+/// journal record, `first` marks it as the oldest of a user action. They recolour, and touch
+/// neither the modified flag nor the views; NotifyEdited does both. Texts are 8-bit. An operation
+/// whose row or columns lie outside the text changes nothing and answers false or nothing.
+class QUOREL_API IEditorDriver {
+public:
+    /// Inserts a line before row; row may be the line count. Tabs in text count, CR and LF are
+    /// refused.
+    virtual bool InsertLine(int row, bool record, bool first, std::string_view text) = 0;
+    /// Deletes a line; the only line of a text is refused.
+    virtual bool DeleteLine(int row, bool record, bool first) = 0;
+    /// Inserts a character or a tab, but no CR or LF. @return the columns that it takes
+    virtual std::optional<int> InsertChar(int row, int column, char character, bool record) = 0;
+    /// Overwrites a character, or appends at the line's end. @return the columns that it takes
+    virtual std::optional<int> OverwriteChar(int row, int column, char character, bool record) = 0;
+    /// Inserts a text without line ends. @return the column behind it
+    virtual std::optional<int> InsertString(int row, int column, std::string_view text, bool record,
+                                            bool first) = 0;
+    /// Divides a line, the second one indented by that many blanks if it is empty.
+    virtual bool SplitLine(int row, int column, bool first, int indent, bool record) = 0;
+    /// Appends line row + 1 to line row. @return the former length of line row
+    virtual std::optional<int> CatLine(int row, bool first, bool record) = 0;
+    /// Deletes a character or a whole tab. @return the columns that it took
+    virtual std::optional<int> DelChar(int row, int column, bool record) = 0;
+    /// Deletes the columns from column up to, but not including, endColumn.
+    virtual bool DelRange(int row, int column, int endColumn, bool first, bool record) = 0;
+
+    /// Sets the modified flag and updates all views from the first changed row.
+    virtual void NotifyEdited(int firstRow) = 0;
+
+    /// Replaces the text by a document's archive. Every sequence of bytes is one.
+    virtual void LoadArchive(std::string_view bytes) = 0;
+
+    /// Runs a command through the active view, or through the document while it has none, if its
+    /// update handler has it enabled. @return whether it ran
+    virtual bool RunCommand(unsigned id) = 0;
+    /// The language of a script. @return false for an editor without languages
+    virtual bool SetLanguage(const AString& language) = 0;
+
+    /// Undoes, or does again, the newest user action of the journal through the view.
+    /// @return false when there is none, or no view to replay it
+    virtual bool UndoEdit() { return false; }
+    virtual bool RedoEdit() { return false; }
+
+protected:
+    ~IEditorDriver() = default;
+};
