@@ -13,7 +13,7 @@ set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/Quorel)
 install(EXPORT QuorelTargets NAMESPACE Quorel:: DESTINATION ${package_dir})
 configure_package_config_file(cmake/QuorelConfig.cmake.in
     "${CMAKE_CURRENT_BINARY_DIR}/QuorelConfig.cmake" INSTALL_DESTINATION ${package_dir}
-    PATH_VARS CMAKE_INSTALL_FULL_BINDIR)
+    PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/QuorelConfigVersion.cmake"
     COMPATIBILITY SameMinorVersion)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/QuorelConfig.cmake"
