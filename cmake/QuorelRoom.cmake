@@ -138,6 +138,7 @@ endfunction()
 
 # The room's public folders as include path, in the build tree and in an installed one.
 macro(_quorel_public_dirs target scope)
+    target_compile_features(${target} ${scope} cxx_std_20)
     target_include_directories(${target} ${scope} "$<BUILD_INTERFACE:${public_dirs}>"
                                "$<INSTALL_INTERFACE:include/quorel/${target}>")
 endmacro()

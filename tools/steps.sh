@@ -16,7 +16,7 @@ step() {
     printf '%s ...' "$name"
     if ! "$@" </dev/null >"$logs/$name.log" 2>&1; then
         printf ' FAILED\n'
-        tail -n 80 "$logs/$name.log" >&2
+        grep -vE '^ *Start +[0-9]+:|Passed +[0-9.]+ sec$' "$logs/$name.log" | tail -n 120 >&2
         echo "$(basename "$0"): step $name failed: $* (all output: build/logs/$name.log)" >&2
         exit 1
     fi
