@@ -1,0 +1,152 @@
+#include "atomic_file.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <memory>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+#include "file_descriptor.h"
+
+namespace sys {
+namespace {
+
+std::string DirectoryOf(const std::string& path) {
+    return path.substr(0, path.rfind('/') + 1);
+}
+
+/// The file that a path stands for when symbolic links are followed; the path itself when it
+/// doesn't exist yet.
+std::string FollowLinks(const std::string& path) {
+    const std::unique_ptr<char, decltype(&std::free)> full(::realpath(path.c_str(), nullptr),
+                                                           &std::free);
+    return full ? std::string(full.get()) : path;
+}
+
+/// The new file is to be the old one for everybody who may use it. The owner can only be kept by
+/// root.
+void TakeOver(int descriptor, const struct stat& old) {
+    constexpr mode_t kModeBits = 07777;
+    if (::fchown(descriptor, old.st_uid, old.st_gid) == 0 || old.st_uid == ::geteuid()) {
+        static_cast<void>(::fchmod(descriptor, old.st_mode & kModeBits));
+    }
+}
+
+/// A rename is on the disk when its directory is. Not every file system can do it, and the file's
+/// bytes are safe already, so a failure is none of the writing's.
+void FlushDirectory(const std::string& directory) {
+    const FileDescriptor handle(
+        ::open(directory.empty() ? "." : directory.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (handle.IsOpen()) {
+        static_cast<void>(::fsync(handle.Get()));
+    }
+}
+
+} // namespace
+
+AtomicFile::~AtomicFile() {
+    Discard();
+}
+
+Status AtomicFile::Fail(std::string_view action, int code) {
+    mFailure = Failure(action, mTarget, code);
+    return mFailure;
+}
+
+Status AtomicFile::Open(const std::string& path) {
+    Discard();
+    mFailure = {};
+    mTarget = path;
+    struct stat old {};
+    if (!IsUsablePath(path)) {
+        return Fail("write", errno);
+    }
+    if (::stat(path.c_str(), &old) != 0) {
+        return CreateBeside(path);
+    }
+    if (S_ISDIR(old.st_mode)) {
+        return Fail("write", EISDIR);
+    }
+    if (!S_ISREG(old.st_mode)) {
+        mDescriptor = ::open(path.c_str(), O_WRONLY | O_CLOEXEC | O_NOCTTY);
+        return mDescriptor >= 0 ? Status() : Fail("write", errno);
+    }
+    if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
+        return Fail("write", errno);
+    }
+    Status status = CreateBeside(FollowLinks(path));
+    if (status) {
+        TakeOver(mDescriptor, old);
+    }
+    return status;
+}
+
+Status AtomicFile::CreateBeside(const std::string& path) {
+    constexpr mode_t kNewFile = 0666; // less the user's mask
+    mTarget = path;
+    FileDescriptor file = CreateUniqueFile(DirectoryOf(path) + ".quorel-", kNewFile, mTemporary);
+    if (!file.IsOpen()) {
+        mTemporary.clear();
+        return Fail("write beside", errno);
+    }
+    mDescriptor = file.Release();
+    return {};
+}
+
+Status AtomicFile::Write(std::string_view bytes) {
+    if (!mFailure) {
+        return mFailure;
+    }
+    if (mDescriptor < 0) {
+        return Fail("write", EBADF);
+    }
+    const int error = WriteAll(mDescriptor, bytes);
+    return error == 0 ? Status() : Fail("write", error);
+}
+
+Status AtomicFile::FlushAndClose() {
+    // A device or pipe can't be flushed.
+    const bool isFlushed = mTemporary.empty() || ::fsync(mDescriptor) == 0;
+    const int flushError = isFlushed ? 0 : errno;
+    const int closeError = FileDescriptor(std::exchange(mDescriptor, -1)).Close();
+    const int error = flushError != 0 ? flushError : closeError;
+    return error == 0 ? Status() : Fail("write", error);
+}
+
+Status AtomicFile::Commit() {
+    Status status = Write({});
+    if (status) {
+        status = FlushAndClose();
+    }
+    if (status && !mTemporary.empty()) {
+        if (::rename(mTemporary.c_str(), mTarget.c_str()) == 0) {
+            mTemporary.clear();
+            FlushDirectory(DirectoryOf(mTarget));
+        } else {
+            status = Fail("replace", errno);
+        }
+    }
+    Discard();
+    return status;
+}
+
+void AtomicFile::Discard() {
+    FileDescriptor(std::exchange(mDescriptor, -1)).Close();
+    if (!mTemporary.empty()) {
+        ::unlink(mTemporary.c_str());
+        mTemporary.clear();
+    }
+}
+
+Status WriteFileAtomically(const std::string& path, std::string_view bytes) {
+    AtomicFile file;
+    Status status = file.Open(path);
+    if (status) {
+        status = file.Write(bytes);
+    }
+    return status ? file.Commit() : status;
+}
+
+} // namespace sys
