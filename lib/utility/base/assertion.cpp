@@ -1,9 +1,10 @@
 #include "assertion.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <strings.h>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -13,7 +14,11 @@ constexpr std::size_t kMaxShown = 400;
 
 bool IgnoredByEnvironment() {
     const char* value = std::getenv("USE_ASSERT");
-    return !value || strcasecmp(value, "TRUE") != 0;
+    if (!value)
+        return true;
+    const std::string_view given = value, on = "TRUE"; // in either case, whatever the locale
+    const auto equal = [](char letter, char other) { return letter == (other & ~0x20); };
+    return !std::equal(on.begin(), on.end(), given.begin(), given.end(), equal);
 }
 
 /// Not a plain static: a library may assert before or after this one's statics live.
