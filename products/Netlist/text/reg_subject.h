@@ -1,0 +1,39 @@
+/// The text in which expressions look for matches.
+#pragma once
+
+#include "quorel_export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// One text that many expressions are to be tried on, a line say.
+///
+/// The text isn't copied: it must live and stay unchanged while the subject is used. It ends at its first
+/// NUL. Each subject made has a serial number of its own, by which an expression knows that what it
+/// learnt in an earlier call still holds; copies share it. That keeps any number of calls on one subject
+/// linear in its length, so make one subject a line rather than one a call.
+class RegSubject {
+public:
+    /// Ends `text` at its first NUL. Costs one pass of a fast byte search.
+    QUOREL_API explicit RegSubject(std::string_view text);
+
+    const char* Begin() const { return begin_; }
+    const char* End() const { return begin_ + length_; }
+    std::size_t Length() const { return length_; }
+    std::string_view Text() const { return {begin_, length_}; }
+    std::uint64_t Serial() const { return serial_; }
+
+private:
+    const char* begin_;
+    std::size_t length_;
+    std::uint64_t serial_;
+};
+
+/// Where a match stands in its subject.
+struct RegSpan {
+    std::ptrdiff_t start = -1; ///< offset of the first character, -1 if there is no match
+    std::ptrdiff_t length = 0; ///< number of characters, possibly 0
+
+    bool Found() const { return start >= 0; }
+};
