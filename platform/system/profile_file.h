@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -95,6 +96,8 @@ private:
     void ReadKeys(Section& section);
     template <class Item>
     void IndexNames(std::vector<Item>& items, std::size_t first, std::vector<Slot>& index) const;
+    template <class Item>
+    static void DropWithoutSlot(std::vector<Item>& items, std::size_t first, std::span<Slot> slots);
     template <class Item>
     const Item* Find(const Item* items, const Slot* slots, std::size_t count,
                      std::string_view name) const;

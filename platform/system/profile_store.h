@@ -53,9 +53,10 @@ private:
     Section* FindSection(std::string_view name);
     const Section* FindSection(std::string_view name) const;
     Section& AddSection(std::string header);
+    void SetOffNextSection(); // by a blank line
 
     std::vector<Section> mSections;
-    std::string mLineEnd = "\n"; // that of the first line read
+    std::string mLineEnd = "\n";
 };
 
 } // namespace sys
