@@ -1,0 +1,66 @@
+/// CView, CScrollView: what shows a document in a window.
+#pragma once
+
+#include <cstdint>
+
+#include "wnd.h"
+
+class CDocument;
+class CFrameWnd;
+
+/// A view of one document, alone in its frame. It leaves its document when it is destroyed.
+class QUOREL_API CView : public CWnd {
+public:
+    CView();
+    ~CView() override;
+
+    /// Null before CDocument::AddView and after the document's end.
+    CDocument* GetDocument() const { return m_Document; }
+    /// The frame around the view, null when it stands in none.
+    CFrameWnd* GetParentFrame() const;
+
+    /// Called once when the view first has its document's text. The base calls OnUpdate.
+    virtual void OnInitialUpdate();
+    /// The view has become, or stops being, its frame's active one, or its frame was activated.
+    /// @param deactivated the view that was active before, may be null or the same
+    virtual void OnActivateView(bool activate, CView* activated, CView* deactivated);
+    /// The document's update notice. The base repaints everything.
+    virtual void OnUpdate(CView* sender, std::intptr_t hint, CObject* object);
+
+    /// Own map first, then the document's route.
+    Route RouteCommand(unsigned id) override;
+
+protected:
+    /// Views delete themselves with their window.
+    void PostNcDestroy() override;
+
+private:
+    friend class CDocument;
+    CDocument* m_Document = nullptr;
+    bool m_Updated = false;
+};
+
+/// A view with scroll bars: total size, page and line sizes in pixels, and the position.
+class QUOREL_API CScrollView : public CView {
+public:
+    /// Sets the sizes and goes back to the position (0, 0).
+    void SetScrollSizes(CSize total, CSize page, CSize line);
+    CSize GetTotalSize() const { return m_Total; }
+    CSize GetPageSize() const { return m_Page; }
+    CSize GetLineSize() const { return m_Line; }
+    CPoint GetScrollPosition() const { return m_Position; }
+    /// The greatest position: total less client size, at least 0 each.
+    CPoint GetScrollLimit() const;
+    /// Goes to a position, clamped to the range, and puts the scroll bars there. Moves no pixels.
+    void SetScrollPosition(CPoint position);
+    /// As SetScrollPosition, and moves the window's content along.
+    void ScrollToPosition(CPoint position);
+
+private:
+    void ShowScrollBars();
+
+    CSize m_Total;
+    CSize m_Page;
+    CSize m_Line;
+    CPoint m_Position;
+};
