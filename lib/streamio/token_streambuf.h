@@ -1,0 +1,224 @@
+/// The common part of token buffers, which sit between a raw character stream and a token stream.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <ios>
+#include <locale>
+#include <streambuf>
+#include <string_view>
+#include <utility>
+
+#include "astring.h"
+#include "char_classes.h"
+#include "quorel_export.h"
+#include "stream_state.h"
+#include "token.h"
+#include "token_text_store.h"
+
+namespace io {
+
+/// A raw stream: 16-bit units, each a character or a byte.
+using CRawStreambuf = std::basic_streambuf<char16_t>;
+
+/// How raw units stand for text.
+enum class StreamEncoding : int {
+    Locale = 0,      ///< a unit is a character; the locale of the buffer holds while reading
+    Utf8 = 1,        ///< UTF-8, a byte a unit
+    Utf16 = 2,       ///< a unit is a 16-bit character
+    BinaryBytes = 3, ///< the binary form, a byte a unit
+    BinaryString = 4 ///< the same over a 16-bit string
+};
+
+/// How identifiers and hexadecimal numbers are read and words are compared.
+enum class CaseMode : int {
+    Upper = 0,     ///< folded to upper case on input; compared without case
+    Lower = 1,     ///< folded to lower case on input; compared without case
+    Sensitive = 2, ///< kept, and compared with case
+    Ignore = 3     ///< kept, and compared without case
+};
+
+/// Turns a raw stream into tokens and back. Owns the current token, the pushback stacks and the
+/// line number; neither the raw stream nor anything else. One thread at a time.
+///
+/// Reading: `PeekToken` is the current token, `NextToken` goes on to the next one; a fresh buffer
+/// stands on a Null token in front of the first. At the end of the input tokens are Eof for ever.
+/// Writing: each operation writes one token. A raw stream that fails or ends while writing loses
+/// what is written, and HasFailed tells so.
+class QUOREL_API CToken_streambuf {
+public:
+    /// A null pointer is asserted; the buffer is then one over an empty stream that takes nothing.
+    CToken_streambuf(CRawStreambuf* a_streambuf, StreamEncoding encoding);
+
+    // --- Virtual operations, in slot order ---
+
+    virtual ~CToken_streambuf();
+
+    /// Forwarded to the grammar; nothing in the binary form.
+    virtual void AddCommentChars(const char16_t* text) = 0;
+    virtual void RemoveCommentChars(const char16_t* text) = 0;
+
+    /// Skips the rest of the current token's line, tokens pushed back included, and reads the first
+    /// token of the next one. Behind a line end that has been read already, only that token.
+    virtual void NewLine() = 0;
+    /// The same, and appends the characters skipped to `line`.
+    virtual void NewLine(AString& line) = 0;
+
+    virtual void WriteComment(std::u16string_view text) = 0;
+    virtual void WriteQuoted(std::u16string_view text) = 0;
+    virtual void WriteKeyword(std::u16string_view text) = 0;
+    virtual void WriteSymbol(char16_t ch) = 0;
+
+    /// Write the number pointed at. Of the flags the text form heeds the float, base and adjust
+    /// fields, showpos, showbase, showpoint and uppercase, as a standard stream does.
+    virtual void WriteDouble(const double* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteFloat(const float* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteUnsignedLong(const unsigned long* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteLong(const long* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteUnsignedInt(const unsigned* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteInt(const int* number, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteShort(const short* number, std::ios_base::fmtflags flags) = 0;
+
+    virtual void WriteToken(const CToken& token, std::ios_base::fmtflags flags) = 0;
+    virtual void WriteBool(const bool* value) = 0;
+    virtual void WriteChar(char16_t ch) = 0;
+    virtual void WriteWord(std::u16string_view text) = 0;
+
+    /// One more level of indent, `count` times `fill`. A negative count is none.
+    virtual void PushIndent(int count, char16_t fill) = 0;
+    /// One level less; nothing when there is none.
+    virtual void PopIndent() = 0;
+    virtual int GetIndentDepth() const = 0;
+    virtual AString GetIndent() const = 0;
+
+    /// Ends the line; unless `force`, only if something stands on it.
+    virtual void EndLine(bool force) = 0;
+
+    /// Format of the numbers that follow; each returns the old value. A negative precision or width
+    /// leaves the stream's default of 6 significant digits, or no least width.
+    virtual int SetPrecision(int precision) = 0;
+    virtual int SetWidth(int width) = 0;
+    virtual bool SetHex(bool isHex) = 0;
+    virtual char16_t SetFill(char16_t fill) = 0;
+
+    /// Gives `pos` a fresh state of this buffer's class, that of a stream's start.
+    virtual void NewState(CAbstract_stream_pos& pos) const;
+    /// Gives `pos` a fresh state and copies this buffer's fields into it.
+    virtual void SaveState(CAbstract_stream_pos& pos) const;
+    /// Takes the fields back. Without a state, or with one of another class: those of a stream's
+    /// start.
+    virtual void RestoreState(const CAbstract_stream_pos& pos);
+
+    /// Reads one token into mToken and returns it.
+    virtual const CToken* ReadToken() = 0;
+
+    virtual void WriteUnsignedShort(const unsigned short* number,
+                                    std::ios_base::fmtflags flags) = 0;
+
+    // --- The current token ---
+
+    /// The current token: the one pushed back last, else the one read last.
+    const CToken& PeekToken() const noexcept {
+        return mTokenPushBack.IsEmpty() ? mToken : mTokenPushBack.Top();
+    }
+    /// Goes on to the next token and returns it.
+    const CToken& NextToken();
+    /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
+    /// dropped.
+    void PushBackToken(const CToken& token);
+
+    /// True when the current token is the first of its line.
+    bool IsAtLineStart() const noexcept { return mAtLineStart; }
+    /// The line at which reading or writing stands: behind the last token read.
+    int GetLine() const noexcept { return mLine; }
+    void SetLine(int line) noexcept { mLine = line; }
+    /// The line of the current token; of a line end, the line that it closes.
+    int GetTokenLine() const noexcept;
+    /// Raw units from the first unit of the current token to where the raw stream stands; the raw
+    /// position less this is where reading that token anew begins. 0 while nothing has been read,
+    /// and for tokens pushed back that weren't the last ones read.
+    std::streamoff GetTokenDistance() const noexcept;
+
+    // --- Search: from the current token on until one matches and is the current one. False at Eof.
+    // Words compare as the case mode says; an empty text equals an empty text. ---
+
+    bool FindToken(TokenKind kind, std::u16string_view text);
+    bool FindTokenAtLineStart(TokenKind kind, std::u16string_view text);
+    bool FindText(std::u16string_view text);
+    bool FindTextAtLineStart(std::u16string_view text);
+    /// True when two words are equal under the case mode.
+    bool IsSameWord(std::u16string_view a, std::u16string_view b) const noexcept;
+
+    // --- Settings; setters return the old value ---
+
+    bool SetKeepComments(bool isKept) noexcept { return std::exchange(mKeepComments, isKept); }
+    bool SetKeepWhiteSpace(bool isKept) noexcept { return std::exchange(mKeepWhiteSpace, isKept); }
+    CaseMode GetCaseMode() const noexcept { return mCaseMode; }
+    CaseMode SetCaseMode(CaseMode mode) noexcept { return std::exchange(mCaseMode, mode); }
+    bool GetAutoBlank() const noexcept { return mAutoBlank; }
+    /// Output: blanks between tokens, and quotes around quoted text.
+    bool SetAutoBlank(bool isOn) noexcept { return std::exchange(mAutoBlank, isOn); }
+    StreamEncoding GetEncoding() const noexcept { return mEncoding; }
+    void SetEncoding(StreamEncoding encoding) noexcept { mEncoding = encoding; }
+    /// Sets a locale for reading, and encoding Locale.
+    void SetLocale(const std::locale& locale);
+    /// Output: lines end with CR LF.
+    bool SetCrLf(bool isCrLf) noexcept { return std::exchange(mCrLf, isCrLf); }
+
+    CRawStreambuf& GetRaw() const noexcept { return *mTokenStreamBuf; }
+    /// Characters written so far, UTF-8 sequences counting as the units that they stand for.
+    std::uint64_t GetWriteCount() const noexcept { return mWriteCount; }
+    /// True when the raw stream has refused a unit.
+    bool HasFailed() const noexcept { return mHasFailed; }
+
+protected:
+    /// Notes that a token begins: all of it lies in raw units not yet consumed, but for `ahead`
+    /// units that stand in the character pushback.
+    void MarkTokenStart(std::streamoff ahead = 0) noexcept {
+        mTokenStart[mTokenCount++ % mTokenStart.size()] = mConsumed - ahead;
+    }
+    /// Moves the last mark to where reading stands now.
+    void RemarkTokenStart(std::streamoff ahead = 0) noexcept {
+        --mTokenCount;
+        MarkTokenStart(ahead);
+    }
+    /// Puts a character back; more than kMaxPushBack are asserted and dropped.
+    void PushBackChar(std::uint32_t ch);
+    /// Takes back what all buffers share when a token begins that no state describes.
+    void ResetFields();
+    /// Leaves out what was read of the line and pushed back. False when its end was among it, so
+    /// that the current token is the first of the next line or in front of it.
+    bool DropPushedBackLine();
+
+    bool mKeepComments = false;
+    bool mKeepWhiteSpace = false;
+    CaseMode mCaseMode = CaseMode::Ignore;
+    bool mAutoBlank = true;
+    StreamEncoding mEncoding;
+    std::locale mLocale, mSavedLocale;
+    bool mCrLf = false;
+    bool mAtLineStart = true;
+    CToken mToken;
+    char16_t mLastChar = 0;
+    TokenKind mLastKind = TokenKind::Eol;
+    int mLine = 1;
+    CRawStreambuf* mTokenStreamBuf;
+    CCharPushBack mPushBack;
+    CTokenPushBack mTokenPushBack;
+    std::uint64_t mWriteCount = 0;
+    bool mHasFailed = false;
+
+    CToken_text_store mTexts;     ///< the longer texts of tokens read
+    std::streamoff mConsumed = 0; ///< raw units consumed since the buffer was made
+
+private:
+    template <class Matches>
+    bool Find(Matches matches);
+
+    /// mConsumed at the start of the last tokens read: as many as can be pushed back, and one.
+    std::array<std::streamoff, 16> mTokenStart{};
+    std::size_t mTokenCount = 0;
+};
+
+} // namespace io

@@ -1,0 +1,89 @@
+/// The text form of a token stream.
+#pragma once
+
+#include <vector>
+
+#include "base_grammar.h"
+#include "token_streambuf.h"
+
+namespace io {
+
+/// Reads text by the automaton of a grammar, and writes tokens as text that the same grammar reads
+/// back. See CToken_grammar for the tokens of persisted blocks.
+///
+/// On input a comment or a run of blanks is no token unless it is kept, a line end is always one.
+/// UTF-8 is strict: an ill-formed sequence reads as the character 0, a character beyond 16 bits as
+/// its two units, U+FFFF, which stands for the end of input, as U+FFFD. A lone surrogate goes out
+/// as U+FFFD.
+class QUOREL_API CToken_textstreambuf : public CToken_streambuf {
+public:
+    /// The grammar is not owned and must outlive the buffer. It is fit for encoding Utf8 at first.
+    CToken_textstreambuf(CRawStreambuf* a_streambuf, CBase_grammar& grammar);
+
+    void AddCommentChars(const char16_t* text) override;
+    void RemoveCommentChars(const char16_t* text) override;
+    void NewLine() override;
+    void NewLine(AString& line) override;
+    /// The grammar's comment character, a blank, the text as it stands, and the end of the line;
+    /// only that end when the grammar has no comments.
+    void WriteComment(std::u16string_view text) override;
+    /// The text as it stands if it is one quoted token already, else in single quotes.
+    void WriteQuoted(std::u16string_view text) override;
+    void WriteKeyword(std::u16string_view text) override;
+    void WriteSymbol(char16_t ch) override;
+    void WriteDouble(const double* number, std::ios_base::fmtflags flags) override;
+    void WriteFloat(const float* number, std::ios_base::fmtflags flags) override;
+    void WriteUnsignedLong(const unsigned long* number, std::ios_base::fmtflags flags) override;
+    void WriteLong(const long* number, std::ios_base::fmtflags flags) override;
+    void WriteUnsignedInt(const unsigned* number, std::ios_base::fmtflags flags) override;
+    void WriteInt(const int* number, std::ios_base::fmtflags flags) override;
+    void WriteShort(const short* number, std::ios_base::fmtflags flags) override;
+    /// Numbers with source text, and Keyword, WhiteSpace, Comment and Symbol go out as their text
+    /// stands, quoted kinds in their quotes, other numbers formatted. Numbers without source that
+    /// don't fit their kind go out as doubles; an infinity as 1e999, which reads back as one.
+    void WriteToken(const CToken& token, std::ios_base::fmtflags flags) override;
+    void WriteBool(const bool* value) override;
+    void WriteChar(char16_t ch) override;
+    /// The text as it stands if it is one token, else in single quotes.
+    void WriteWord(std::u16string_view text) override;
+    void PushIndent(int count, char16_t fill) override;
+    void PopIndent() override;
+    int GetIndentDepth() const override { return static_cast<int>(mIndentStack.size()); }
+    AString GetIndent() const override { return mIndent; }
+    void EndLine(bool force) override;
+    int SetPrecision(int precision) override { return std::exchange(mPrecision, precision); }
+    int SetWidth(int width) override { return std::exchange(mWidth, width); }
+    bool SetHex(bool isHex) override { return std::exchange(mHex, isHex); }
+    char16_t SetFill(char16_t fill) override { return std::exchange(mFill, fill); }
+    void NewState(CAbstract_stream_pos& pos) const override;
+    void SaveState(CAbstract_stream_pos& pos) const override;
+    void RestoreState(const CAbstract_stream_pos& pos) override;
+    const CToken* ReadToken() override;
+    void WriteUnsignedShort(const unsigned short* number, std::ios_base::fmtflags flags) override;
+
+    CBase_grammar& GetGrammar() const noexcept { return *mGrammar; }
+    /// Input: number, true and false tokens keep the text that they were written as.
+    bool SetKeepText(bool isKept) noexcept { return std::exchange(mKeepText, isKept); }
+    bool GetKeepText() const noexcept { return mKeepText; }
+
+private:
+    // (the machinery follows with the sources)
+
+    CBase_grammar* mGrammar;
+    bool mKeepText = false;
+    std::uint32_t mChar = 0;
+    AString mText;
+    CharClass mClass{};
+    unsigned mState = 0, mNextState = 0;
+    const char16_t* mWordCursor = nullptr;
+    bool mMatchTrue = false, mMatchFalse = false;
+    const char16_t* mCDataCursor = nullptr;
+    bool mMatchCData = false;
+    int mPrecision = -1, mWidth = -1;
+    char16_t mFill = u' ';
+    bool mHex = false;
+    std::vector<int> mIndentStack;
+    AString mIndent;
+};
+
+} // namespace io
