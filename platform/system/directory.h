@@ -10,8 +10,8 @@
 
 namespace sys {
 
-/// The current directory without a closing slash, so empty for the root; "." when the system can't
-/// tell it.
+/// The current directory as an absolute path without a closing slash, so empty for the root. Where
+/// the system can't tell its name, a path that leads there all the same.
 QUOREL_API std::string CurrentDirectory();
 
 /// `path` with one slash behind it, unless it has one or is empty.

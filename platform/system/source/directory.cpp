@@ -16,7 +16,7 @@ namespace sys {
 std::string CurrentDirectory() {
     const std::unique_ptr<char, decltype(&std::free)> text(::getcwd(nullptr, 0), &std::free);
     if (!text) {
-        return ".";
+        return "/proc/self/cwd"; // it was removed, or lies where we can't see
     }
     const std::string path = text.get();
     return path == "/" ? std::string() : path;

@@ -1,0 +1,189 @@
+#include <cerrno>
+#include <csignal>
+#include <gtest/gtest.h>
+#include <set>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "atomic_file.h"
+#include "file_io.h"
+#include "file_status.h"
+#include "temporary_folder.h"
+
+namespace {
+
+using namespace std::string_literals;
+using Names = std::vector<std::string>;
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    ::stat(path.c_str(), &status);
+    return status.st_mode & 07777;
+}
+
+TEST(ReadWholeFile, ReadsRegularFilesUpToTheLimit) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("a", "1234"s + '\0');
+    ASSERT_EQ(::mkfifo(folder.At("pipe").c_str(), 0600), 0);
+    const struct {
+        std::string path;
+        std::uint64_t limit;
+        int code;
+    } rows[] = {
+        {file, 5, 0},
+        {file, 4, EFBIG},
+        {file, 0, EFBIG},
+        {folder.At("none"), 5, ENOENT},
+        {folder.At(""), 5, EISDIR},
+        {folder.At("pipe"), 5, EINVAL},
+        {"/dev/zero", 5, EINVAL},
+        {"", 5, ENOENT},
+        {file + '\0', 5, EINVAL},
+    };
+    for (const auto& row : rows) {
+        std::string text = "old";
+        EXPECT_EQ(sys::ReadWholeFile(row.path, row.limit, text).code, row.code) << row.path;
+        EXPECT_EQ(text, row.code == 0 ? "1234"s + '\0' : "") << row.path;
+    }
+    // The system claims a size of 0 for these.
+    std::string text;
+    EXPECT_TRUE(sys::ReadWholeFile("/proc/self/status", 1u << 20u, text));
+    EXPECT_TRUE(text.starts_with("Name:")) << text;
+}
+
+TEST(CopyFile, ReplacesButNeverItself) {
+    const TemporaryFolder folder;
+    const std::string bytes(200000, 'x');
+    const std::string from = folder.Write("from", bytes);
+    const std::string to = folder.Write("to", "a longer life");
+    EXPECT_TRUE(sys::CopyFile(from, to));
+    EXPECT_EQ(Contents(to), bytes);
+    ASSERT_EQ(::symlink("from", folder.At("link").c_str()), 0);
+    EXPECT_EQ(sys::CopyFile(from, folder.At("link")).code, EINVAL);
+    EXPECT_EQ(Contents(from), bytes);
+    EXPECT_EQ(sys::CopyFile(folder.At("none"), to).code, ENOENT);
+    EXPECT_EQ(Contents(to), bytes);
+    EXPECT_EQ(sys::CopyFile(from, folder.At("none/to")).code, ENOENT);
+    EXPECT_TRUE(sys::DeleteFile(folder.At("link")));
+    EXPECT_EQ(sys::DeleteFile(folder.At("link")).code, ENOENT);
+    EXPECT_EQ(folder.List(), (Names{"from", "to"}));
+}
+
+TEST(AtomicFile, ReplacesTheFileAndKeepsModeAndLink) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("a", "old");
+    ASSERT_EQ(::chmod(file.c_str(), 0640), 0);
+    ASSERT_EQ(::symlink("a", folder.At("link").c_str()), 0);
+    sys::AtomicFile writer;
+    ASSERT_TRUE(writer.Open(folder.At("link")));
+    EXPECT_TRUE(writer.Write("new "));
+    EXPECT_TRUE(writer.Write("text"));
+    EXPECT_EQ(Contents(file), "old");
+    EXPECT_TRUE(writer.Commit());
+    EXPECT_EQ(Contents(file), "new text");
+    EXPECT_EQ(ModeOf(file), 0640u);
+    sys::FileStatus status;
+    EXPECT_TRUE(sys::GetLinkStatus(folder.At("link"), status) && status.isLink);
+    EXPECT_EQ(writer.Commit().code, EBADF);
+    EXPECT_EQ(folder.List(), (Names{"a", "link"}));
+}
+
+TEST(AtomicFile, LeavesTheOldFileWhenItFails) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("a", "old");
+    {
+        sys::AtomicFile writer;
+        ASSERT_TRUE(writer.Open(file));
+        EXPECT_TRUE(writer.Write("forgotten"));
+    }
+    EXPECT_EQ(Contents(file), "old");
+
+    // A disk that is full, in the form of a limit of the process.
+    const auto oldHandler = std::signal(SIGXFSZ, SIG_IGN);
+    rlimit limit{};
+    ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
+    const rlimit small{1000, limit.rlim_max};
+    ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &small), 0);
+    sys::AtomicFile writer;
+    EXPECT_TRUE(writer.Open(file));
+    EXPECT_EQ(writer.Write(std::string(5000, 'x')).code, EFBIG);
+    EXPECT_EQ(writer.Write("x").code, EFBIG);
+    EXPECT_EQ(writer.Commit().code, EFBIG);
+    ::setrlimit(RLIMIT_FSIZE, &limit);
+    std::signal(SIGXFSZ, oldHandler);
+
+    EXPECT_EQ(Contents(file), "old");
+    EXPECT_EQ(folder.List(), Names{"a"});
+}
+
+TEST(AtomicFile, RefusesWhatItCannotReplace) {
+    const TemporaryFolder folder;
+    const struct {
+        std::string path;
+        int code;
+    } rows[] = {
+        {folder.At(""), EISDIR},
+        {folder.At("none/a"), ENOENT},
+        {"", ENOENT},
+        {folder.At("a") + '\0' + "b", EINVAL},
+    };
+    for (const auto& row : rows) {
+        EXPECT_EQ(sys::WriteFileAtomically(row.path, "x").code, row.code) << row.path;
+    }
+    EXPECT_EQ(folder.List(), Names());
+}
+
+TEST(AtomicFile, WritesDevicesInPlace) {
+    EXPECT_TRUE(sys::WriteFileAtomically("/dev/null", "x"));
+    sys::FileStatus status;
+    ASSERT_TRUE(sys::GetLinkStatus("/dev/null", status));
+    EXPECT_FALSE(status.isRegular);
+}
+
+TEST(TemporaryFile, IsNewPrivateAndNamedByThePrefix) {
+    const TemporaryFolder folder;
+    std::set<std::string> paths;
+    for (int i = 0; i < 20; ++i) {
+        std::string path;
+        ASSERT_TRUE(sys::CreateTemporaryFile(folder.At(""), "cfg", path));
+        EXPECT_TRUE(path.starts_with(folder.At("cfg")) && path.ends_with(".tmp")) << path;
+        EXPECT_EQ(ModeOf(path), 0600u);
+        EXPECT_EQ(Contents(path), "");
+        paths.insert(path);
+    }
+    EXPECT_EQ(paths.size(), 20u);
+    std::string path = "old";
+    EXPECT_EQ(sys::CreateTemporaryFile(folder.At("none"), "cfg", path).code, ENOENT);
+    EXPECT_EQ(sys::CreateTemporaryFile(folder.At(""), "../cfg", path).code, EINVAL);
+    EXPECT_EQ(path, "");
+}
+
+TEST(TemporaryDirectory, IsThatOfTheEnvironmentIfItExists) {
+    const TemporaryFolder folder;
+    const std::string named = folder.At("").substr(0, folder.At("").size() - 1);
+    {
+        const ScopedVariable variable("TMPDIR", named.c_str());
+        EXPECT_EQ(sys::TemporaryDirectory(), folder.At(""));
+    }
+    const ScopedVariable variable("TMPDIR", folder.At("none").c_str());
+    EXPECT_EQ(sys::TemporaryDirectory(), "/tmp/");
+}
+
+TEST(FileStatus, TellsKindSizeAndMode) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Write("a", "12345");
+    sys::FileStatus status;
+    ASSERT_TRUE(sys::GetFileStatus(file, status));
+    EXPECT_EQ(status.size, 5u);
+    EXPECT_TRUE(status.isRegular);
+    EXPECT_EQ(status.attributes, 0u);
+    ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
+    ASSERT_TRUE(sys::GetFileStatus(file, status));
+    EXPECT_EQ(status.attributes, sys::kAttributeReadOnly);
+    ASSERT_TRUE(sys::GetFileStatus(folder.At(""), status));
+    EXPECT_EQ(status.attributes, sys::kAttributeDirectory);
+    EXPECT_EQ(sys::GetFileStatus(folder.At("none"), status).code, ENOENT);
+}
+
+} // namespace

@@ -1,0 +1,145 @@
+#include <cerrno>
+#include <dlfcn.h>
+#include <gtest/gtest.h>
+
+#include "environment.h"
+#include "module_loader.h"
+#include "register_module.h"
+#include "temporary_folder.h"
+
+namespace {
+
+TEST(UserDirectory, FollowsTheEnvironment) {
+    const struct {
+        sys::UserFolder folder;
+        const char *variable, *value, *path;
+    } rows[] = {
+        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "/c", "/c/quorel/"},
+        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "/c/", "/c/quorel/"},
+        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", nullptr, "/home/ada/.config/quorel/"},
+        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "relative", "/home/ada/.config/quorel/"},
+        {sys::UserFolder::kData, "XDG_DATA_HOME", "/d", "/d/quorel/"},
+        {sys::UserFolder::kData, "XDG_DATA_HOME", "", "/home/ada/.local/share/quorel/"},
+        {sys::UserFolder::kState, "XDG_STATE_HOME", "/s", "/s/quorel/"},
+        {sys::UserFolder::kState, "XDG_STATE_HOME", nullptr, "/home/ada/.local/state/quorel/"},
+    };
+    const ScopedVariable home("HOME", "/home/ada");
+    for (const auto& row : rows) {
+        const ScopedVariable variable(row.variable, row.value);
+        EXPECT_EQ(sys::UserDirectory(row.folder), row.path);
+    }
+}
+
+void* AddressOfLibrary() {
+    return reinterpret_cast<void*>(&sys::RemoveDirectory);
+}
+
+TEST(ModuleLoader, FindsEntriesAndTellsReasons) {
+    const std::string path = sys::ModulePath(AddressOfLibrary());
+    EXPECT_NE(path.find("libquorel_platform_system.so"), std::string::npos) << path;
+    Dl_info info{};
+    ASSERT_NE(::dladdr(AddressOfLibrary(), &info), 0);
+    sys::ModuleLoader loader;
+    void (*entry)() = nullptr;
+    EXPECT_EQ(loader.Find(info.dli_sname, entry).code, ENOENT);
+    ASSERT_TRUE(loader.Load(path));
+    EXPECT_TRUE(loader.Find(info.dli_sname, entry));
+    EXPECT_EQ(reinterpret_cast<void*>(entry), AddressOfLibrary());
+    const sys::Status missing = loader.Find("NoSuchEntry", entry);
+    EXPECT_EQ(missing.code, ENOENT);
+    EXPECT_NE(missing.reason.find("undefined symbol: NoSuchEntry"), std::string::npos);
+    EXPECT_EQ(entry, nullptr);
+
+    const TemporaryFolder folder;
+    const sys::Status status = loader.Load(folder.Write("text.so", "no module"));
+    EXPECT_NE(status.reason.find("text.so': "), std::string::npos) << status.reason;
+    EXPECT_FALSE(loader.IsLoaded());
+    // No library path is searched, where this one would be found.
+    EXPECT_FALSE(loader.Load("libc.so.6"));
+}
+
+TEST(Environment, KnowsItsOwnFiles) {
+    static int own = 0;
+    EXPECT_EQ(sys::ModulePath(&own), sys::ExecutablePath());
+    EXPECT_NE(sys::ExecutablePath().find("platform_system_test"), std::string::npos);
+    int local = 0;
+    EXPECT_EQ(sys::ModulePath(&local), "");
+    const ScopedVariable empty("SYS_TEST_VARIABLE", "");
+    EXPECT_EQ(sys::GetEnvironment("SYS_TEST_VARIABLE"), "");
+    const ScopedVariable unset("SYS_TEST_VARIABLE", nullptr);
+    EXPECT_EQ(sys::GetEnvironment("SYS_TEST_VARIABLE"), std::nullopt);
+}
+
+class RegisterModule : public testing::Test {
+protected:
+    const char* kId = "{4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}";
+    TemporaryFolder mFolder;
+    ScopedVariable mData{"XDG_DATA_HOME", mFolder.At("").c_str()};
+    std::string mFile = mFolder.At("quorel/classes/") + kId + ".ini";
+
+    sys::ModuleRegistration Sample() const {
+        return {kId,
+                "NetlistFactory Class",
+                "A.Netlist",
+                "A.Netlist.1",
+                "/m/Netlist.so",
+                "Apartment",
+                "{type}",
+                "{app}",
+                "Netlist"};
+    }
+};
+
+TEST_F(RegisterModule, IsFoundByItsClassIdUntilItIsRemoved) {
+    sys::ModuleRegistration read;
+    EXPECT_EQ(sys::ReadRegistration(kId, read).code, ENOENT);
+    EXPECT_TRUE(sys::UnregisterModule(kId));
+    sys::ModuleRegistration sample = Sample();
+    sample.classId = "{4c958af9-36be-4b70-a715-da9f9b1d24e7}";
+    EXPECT_TRUE(sys::RegisterModule(sample));
+    EXPECT_TRUE(sys::ReadRegistration(sample.classId, read));
+    EXPECT_EQ(Contents(mFile),
+              "[Class]\nClassId={4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}\n"
+              "Title=NetlistFactory Class\nVersionIndependentName=A.Netlist\n"
+              "CurrentVersion=A.Netlist.1\nModulePath=/m/Netlist.so\nThreadingModel=Apartment\n"
+              "TypeLibraryId={type}\nApplicationId={app}\nApplicationName=Netlist\n");
+    EXPECT_EQ(read.classId, kId);
+    EXPECT_EQ(read.modulePath, "/m/Netlist.so");
+    EXPECT_EQ(read.applicationName, "Netlist");
+    EXPECT_TRUE(sys::UnregisterModule(kId));
+    EXPECT_EQ(Contents(mFile), "?");
+}
+
+TEST_F(RegisterModule, RefusesOtherIdsAndBadValues) {
+    sys::ModuleRegistration read;
+    for (const char* id :
+         {"", "4C958AF9-36BE-4B70-A715-DA9F9B1D24E7", "{../../../../../../../../../../a.b.c/d/e}",
+          "{4C958AF9-36BE-4B70-A715-DA9F9B1D24EG}", "{4C958AF9036BE04B700A7150DA9F9B1D24E7}"}) {
+        sys::ModuleRegistration sample = Sample();
+        sample.classId = id;
+        EXPECT_EQ(sys::RegisterModule(sample).code, EINVAL) << id;
+        EXPECT_EQ(sys::UnregisterModule(id).code, EINVAL) << id;
+        EXPECT_EQ(sys::ReadRegistration(id, read).code, EINVAL) << id;
+    }
+    for (const std::string& path :
+         {std::string(), std::string("/m\nClassId=x"), std::string(2000, 'x')}) {
+        sys::ModuleRegistration sample = Sample();
+        sample.modulePath = path;
+        EXPECT_EQ(sys::RegisterModule(sample).code, EINVAL) << path;
+    }
+    EXPECT_EQ(Contents(mFile), "?");
+}
+
+TEST_F(RegisterModule, ReadsOnlyTheRegistrationOfThatClass) {
+    const std::string line = "[Class]\nClassId=" + std::string(kId) + "\n";
+    ASSERT_TRUE(sys::RegisterModule(Sample()));
+    for (const std::string& text : {std::string("\0\xFF", 2), line, line + "ModulePath=\n",
+                                    std::string("[Class]\nModulePath=/m\nClassId={}\n")}) {
+        ASSERT_TRUE(sys::WriteFileAtomically(mFile, text));
+        sys::ModuleRegistration read = Sample();
+        EXPECT_EQ(sys::ReadRegistration(kId, read).code, EINVAL) << text;
+        EXPECT_EQ(read.modulePath, "");
+    }
+}
+
+} // namespace
