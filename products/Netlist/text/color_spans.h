@@ -1,0 +1,115 @@
+/// The coloured spans of one line, kept small, and the process's table of their colours.
+#pragma once
+
+#include "quorel_export.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+/// One coloured span. Columns are indices of the expanded text; the end column is inclusive.
+/// The colour's lowest byte is red, the next green, the next blue.
+struct CColorDscr {
+    std::int32_t Start = 0;
+    std::int32_t End = 0;
+    std::uint32_t Color = 0;
+
+    friend bool operator==(const CColorDscr&, const CColorDscr&) = default;
+};
+
+/// The distinct colours of all descriptions by number. Grows only; belongs to the user interface
+/// thread like all of the text engine.
+class QUOREL_API ColorPalette {
+public:
+    /// The number of a colour, a new one if the colour is new.
+    static std::uint32_t IndexOf(std::uint32_t color);
+    static std::uint32_t ColorOf(std::uint32_t index);
+};
+
+/// An immutable list of spans sorted by start, without overlaps, in one small allocation: for each
+/// span the gap before it, its length and its colour's number, each in groups of seven bits.
+class QUOREL_API ColorSpans {
+public:
+    ColorSpans() = default;
+    ColorSpans(ColorSpans&& other) noexcept;
+    ColorSpans& operator=(ColorSpans&& other) noexcept;
+    ColorSpans(const ColorSpans&) = delete;
+    ColorSpans& operator=(const ColorSpans&) = delete;
+    ~ColorSpans() { Clear(); }
+
+    class const_iterator {
+    public:
+        using value_type = CColorDscr;
+        using difference_type = std::ptrdiff_t;
+        using reference = const CColorDscr&;
+        using pointer = const CColorDscr*;
+        using iterator_category = std::input_iterator_tag;
+
+        const_iterator() = default;
+        explicit const_iterator(const std::uint8_t* next, const std::uint8_t* end)
+            : m_next(next), m_end(end) {
+            Read();
+        }
+        reference operator*() const { return m_span; }
+        pointer operator->() const { return &m_span; }
+        const_iterator& operator++() {
+            Read();
+            return *this;
+        }
+        bool operator==(const const_iterator& other) const { return m_here == other.m_here; }
+
+    private:
+        QUOREL_API void Read();
+        const std::uint8_t* m_here = nullptr; ///< null behind the last span
+        const std::uint8_t* m_next = nullptr;
+        const std::uint8_t* m_end = nullptr;
+        CColorDscr m_span{.Start = 0, .End = -1, .Color = 0};
+    };
+
+    const_iterator begin() const;
+    const_iterator end() const { return {}; }
+    bool empty() const { return m_block == nullptr; }
+    std::vector<CColorDscr> ToVector() const { return {begin(), end()}; }
+
+    /// Takes over bytes written by Encoder. No allocation where they fit in what is there.
+    void Assign(std::span<const std::uint8_t> bytes);
+    void Clear();
+
+    /// Writes spans, given in ascending order without overlaps, into a reusable buffer.
+    class Encoder {
+    public:
+        void Start() {
+            m_bytes.clear();
+            m_column = 0;
+        }
+        /// Columns start up to but not including behind; the colour by its palette number.
+        void Add(std::uint32_t start, std::uint32_t behind, std::uint32_t paletteIndex) {
+            Put(start - m_column);
+            Put(behind - start);
+            Put(paletteIndex);
+            m_column = behind;
+        }
+        std::span<const std::uint8_t> Bytes() const { return m_bytes; }
+
+    private:
+        void Put(std::uint32_t number) {
+            for (; number >= 0x80; number >>= 7)
+                m_bytes.push_back(static_cast<std::uint8_t>(number | 0x80));
+            m_bytes.push_back(static_cast<std::uint8_t>(number));
+        }
+        std::vector<std::uint8_t> m_bytes;
+        std::uint32_t m_column = 0;
+    };
+
+private:
+    struct Block {
+        std::uint32_t size;
+        std::uint32_t capacity;
+        std::uint8_t* Bytes() { return reinterpret_cast<std::uint8_t*>(this + 1); }
+        const std::uint8_t* Bytes() const {
+            return reinterpret_cast<const std::uint8_t*>(this + 1);
+        }
+    };
+    Block* m_block = nullptr;
+};

@@ -1,0 +1,263 @@
+#include "line_scanner.h"
+
+#include <algorithm>
+#include <bit>
+
+namespace {
+
+/// Tokens that go through the filter at the most; its tables take 96 bytes for each.
+constexpr std::size_t kMostFiltered = 4096;
+/// Buffers that a very long line has left behind are given back above this many candidates.
+constexpr std::size_t kKeptCandidates = 65536;
+
+unsigned char ByteOf(char character) {
+    return static_cast<unsigned char>(character);
+}
+
+} // namespace
+
+LineScanner::LineScanner(const CSyntaxDscr& syntax) : m_subject(std::string_view()) {
+    for (const auto& range : syntax.Ranges())
+        AddRange(*range);
+    std::vector<TokenTraits> traits;
+    for (const auto& token : syntax.Tokens())
+        AddToken(*token, traits);
+    m_filter = std::make_unique<TokenFilter>(traits);
+    m_chains.resize(traits.size());
+    m_touched.resize(m_filter->Words());
+}
+
+void LineScanner::AddRange(const CColorRange& range) {
+    const RegFacts facts = range.Open.Facts();
+    m_openBytes |= facts.canBeEmpty ? ByteSet::All() : facts.firstBytes;
+    m_ranges.push_back({.open = &range.Open,
+                        .close = &range.Close,
+                        .paletteIndex = ColorPalette::IndexOf(range.Color),
+                        .dependsOnStart = facts.hasBol || facts.hasWordStart});
+}
+
+const Separator* LineScanner::SeparatorOf(const CRegExp& expression) {
+    return &m_separators.try_emplace(&expression, expression).first->second;
+}
+
+void LineScanner::AddToken(const CColorToken& token, std::vector<TokenTraits>& traits) {
+    RegFacts facts = token.Token.Facts();
+    Token entry{.expression = &token.Token,
+                .fixedSequence = std::move(facts.fixedSequence),
+                .startSeparator = SeparatorOf(*token.StartSep),
+                .stopSeparator = SeparatorOf(*token.StopSep),
+                .paletteIndex = ColorPalette::IndexOf(token.Color)};
+    const ByteSet& before = entry.startSeparator->Bytes();
+    entry.separable = entry.startSeparator->IsSet() && !facts.alphabet.Intersects(before);
+    const bool isFree = !facts.canBeEmpty && !facts.hasBol && !facts.hasWordStart;
+    if (isFree && traits.size() < kMostFiltered) {
+        entry.filterNumber = traits.size();
+        m_filtered.push_back(m_tokens.size());
+        traits.push_back({.first = facts.firstBytes,
+                          .second = facts.secondBytes,
+                          .canBeOne = facts.canBeOneByte,
+                          .startSeparator = before,
+                          .separable = entry.separable});
+    }
+    m_tokens.push_back(std::move(entry));
+}
+
+LineColours LineScanner::Colour(std::string_view text, std::int32_t carried) {
+    LineColours result;
+    BeginLine(text);
+    m_encoder.Start();
+    std::size_t column = 0;
+    if (carried >= 0 && static_cast<std::size_t>(carried) < m_ranges.size()) {
+        result.rangeIn = carried;
+        column = CloseCarried(static_cast<std::size_t>(carried));
+    }
+    if (column == kNone) {
+        result.rangeOut = carried;
+    } else {
+        result.rangeOut = ScanRanges(column);
+        if (!text.empty())
+            ScanTokens();
+    }
+    if (text.empty() && column == kNone) // what runs through an empty line shows as one column
+        m_encoder.Add(0, 1, m_ranges[static_cast<std::size_t>(carried)].paletteIndex);
+    else
+        m_canvas.Encode(m_encoder);
+    result.spans = m_encoder.Bytes();
+    return result;
+}
+
+void LineScanner::BeginLine(std::string_view text) {
+    m_text = text;
+    m_subject = RegSubject(text);
+    m_subjectBegin = 0;
+    m_hasNul = m_subject.Length() != text.size();
+    m_canvas.Start(text.size());
+    for (Range& range : m_ranges)
+        range.isKnown = false;
+}
+
+/// Makes the subject that part of the line in which the tail from column begins.
+void LineScanner::EnterSubject(std::size_t column) {
+    if (!m_hasNul || (column >= m_subjectBegin && column <= m_subjectBegin + m_subject.Length()))
+        return;
+    m_subject = RegSubject(m_text.substr(column));
+    m_subjectBegin = column;
+    for (Range& range : m_ranges)
+        range.isKnown = false;
+}
+
+/// The first match in the tail from column; its start is kNone if there is none.
+LineScanner::Match LineScanner::FindFrom(const CRegExp& expression, std::size_t column) {
+    EnterSubject(column);
+    const RegSpan span = expression.MatchFrom(m_subject, column - m_subjectBegin);
+    if (!span.Found())
+        return {kNone, kNone};
+    const std::size_t start = m_subjectBegin + static_cast<std::size_t>(span.start);
+    return {start, start + static_cast<std::size_t>(span.length)};
+}
+
+std::size_t LineScanner::CloseCarried(std::size_t range) {
+    if (m_text.empty())
+        return kNone;
+    const Match close = FindFrom(*m_ranges[range].close, 0);
+    const std::size_t behind = close.start == kNone ? m_text.size() : close.behind;
+    if (behind != 0)
+        m_canvas.Lay(0, behind, m_ranges[range].paletteIndex);
+    return close.start == kNone ? kNone : behind;
+}
+
+std::int32_t LineScanner::ScanRanges(std::size_t column) {
+    while (CanOpenBehind(column)) {
+        Match open{kNone, kNone};
+        const std::size_t index = FirstOpen(column, open);
+        if (index == kNone)
+            return -1;
+        const Range& range = m_ranges[index];
+        const Match close = FindFrom(*range.close, open.behind);
+        const std::size_t behind = close.start == kNone ? m_text.size() : close.behind;
+        if (behind > open.start)
+            m_canvas.Lay(open.start, behind, range.paletteIndex);
+        if (close.start == kNone)
+            return static_cast<std::int32_t>(index);
+        column = std::max(behind, open.start + 1);
+    }
+    return -1;
+}
+
+/// Whether a byte with which a range can open stands at or behind column.
+bool LineScanner::CanOpenBehind(std::size_t column) const {
+    while (column < m_text.size() && !m_openBytes.Has(ByteOf(m_text[column])))
+        ++column;
+    return column < m_text.size();
+}
+
+/// The range that opens first at or behind column, the one with the highest index on equal starts.
+std::size_t LineScanner::FirstOpen(std::size_t column, Match& match) {
+    std::size_t first = kNone;
+    for (std::size_t index = m_ranges.size(); index-- > 0;) {
+        const Match open = NextOpen(m_ranges[index], column);
+        if (open.start < match.start) {
+            match = open;
+            first = index;
+        }
+    }
+    return first;
+}
+
+LineScanner::Match LineScanner::NextOpen(Range& range, std::size_t column) {
+    if (range.isKnown && !range.dependsOnStart && range.next.start >= column)
+        return range.next;
+    range.next = FindFrom(*range.open, column);
+    range.isKnown = true;
+    return range.next;
+}
+
+void LineScanner::ScanTokens() {
+    if (!m_hasNul)
+        GatherCandidates();
+    if (!m_hasNul && m_filtered.size() == m_tokens.size()) {
+        for (std::size_t word = 0; word < m_touched.size(); ++word)
+            for (std::uint64_t bits = m_touched[word]; bits != 0; bits &= bits - 1)
+                ScanCandidates(
+                    m_tokens[word * 64 + static_cast<std::size_t>(std::countr_zero(bits))]);
+        return;
+    }
+    for (const Token& token : m_tokens)
+        if (m_hasNul || token.filterNumber == kNone)
+            SearchToken(token);
+        else if (IsTouched(token.filterNumber))
+            ScanCandidates(token);
+}
+
+void LineScanner::GatherCandidates() {
+    if (m_candidates.capacity() > kKeptCandidates)
+        m_candidates.shrink_to_fit();
+    m_candidates.clear();
+    std::fill(m_touched.begin(), m_touched.end(), 0);
+    m_filter->ForEachCandidate(
+        m_text, [this](std::size_t column) { return m_canvas.IsCovered(column); },
+        [this](std::size_t token, std::size_t column) {
+            const std::size_t index = m_candidates.size();
+            if (IsTouched(token))
+                m_candidates[m_chains[token].last].next = index;
+            else
+                m_chains[token].first = index;
+            m_chains[token].last = index;
+            m_touched[token / 64] |= std::uint64_t{1} << (token % 64);
+            m_candidates.push_back({column, kNone});
+        });
+}
+
+/// The occurrences of a token among its candidates, each search going on one column behind the
+/// column that follows an occurrence.
+void LineScanner::ScanCandidates(const Token& token) {
+    std::size_t column = 0;
+    for (std::size_t i = m_chains[token.filterNumber].first; i != kNone; i = m_candidates[i].next) {
+        const std::size_t start = m_candidates[i].column;
+        if (start < column || (token.separable && m_canvas.IsCovered(start)))
+            continue;
+        const std::ptrdiff_t length = LengthAt(token, start);
+        if (length < 0)
+            continue;
+        const std::size_t behind = start + static_cast<std::size_t>(length);
+        column = behind + 1;
+        if (HasSeparators(token, start, behind) && m_canvas.IsFree(start, behind))
+            m_canvas.Lay(start, behind, token.paletteIndex);
+    }
+}
+
+std::ptrdiff_t LineScanner::LengthAt(const Token& token, std::size_t column) const {
+    if (token.fixedSequence.empty())
+        return token.expression->MatchAt(m_subject, column, 0);
+    if (m_text.size() - column < token.fixedSequence.size())
+        return -1;
+    std::size_t at = column;
+    for (const ByteSet& bytes : token.fixedSequence)
+        if (!bytes.Has(ByteOf(m_text[at++])))
+            return -1;
+    return static_cast<std::ptrdiff_t>(token.fixedSequence.size());
+}
+
+/// The slow way: the leftmost match in each tail.
+void LineScanner::SearchToken(const Token& token) {
+    std::size_t column = 0;
+    while (column < m_text.size()) {
+        const Match match = FindFrom(*token.expression, column);
+        if (match.start == kNone)
+            return;
+        column = match.behind + 1;
+        if (match.behind > match.start && HasSeparators(token, match.start, match.behind) &&
+            m_canvas.IsFree(match.start, match.behind))
+            m_canvas.Lay(match.start, match.behind, token.paletteIndex);
+    }
+}
+
+bool LineScanner::HasSeparators(const Token& token, std::size_t start, std::size_t behind) {
+    return (start == 0 || HoldsAt(*token.startSeparator, start - 1)) &&
+           HoldsAt(*token.stopSeparator, behind);
+}
+
+bool LineScanner::HoldsAt(const Separator& separator, std::size_t column) {
+    EnterSubject(column);
+    return separator.Holds(m_subject, column - m_subjectBegin);
+}

@@ -1,0 +1,114 @@
+/// The colouring of one line by a description.
+#pragma once
+
+#include "color_spans.h"
+#include "reg_subject.h"
+#include "separator.h"
+#include "span_canvas.h"
+#include "syntax_dscr.h"
+#include "token_filter.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+/// A description made ready to colour line after line, with the buffers that this takes. Borrows
+/// the description's ranges and tokens, which must stay as they are.
+///
+/// A text that holds a NUL is, for an expression, several: each ends at the next NUL. Such lines,
+/// and tokens whose occurrences depend on where a scan begins, take the slow way: each token is
+/// searched from column to column. All others go through the filter.
+class LineScanner {
+public:
+    explicit LineScanner(const CSyntaxDscr& syntax);
+
+    LineColours Colour(std::string_view text, std::int32_t carried);
+
+private:
+    static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
+
+    /// A match in columns of the line.
+    struct Match {
+        std::size_t start;
+        std::size_t behind;
+    };
+
+    struct Range {
+        const CRegExp* open;
+        const CRegExp* close;
+        std::uint32_t paletteIndex;
+        bool dependsOnStart; ///< the open expression looks at where its subject begins
+        /// The first match at or behind a column that scans have reached, while they haven't
+        /// passed it; its start is kNone if there is none.
+        Match next{0, 0};
+        bool isKnown = false;
+    };
+
+    struct Token {
+        const CRegExp* expression;
+        std::vector<ByteSet> fixedSequence; ///< empty: ask the expression
+        const Separator* startSeparator;
+        const Separator* stopSeparator;
+        std::uint32_t paletteIndex;
+        bool separable = false;
+        std::size_t filterNumber = kNone; ///< kNone: takes the slow way
+    };
+
+    /// A column at which a token may occur; those of a token are chained in order.
+    struct Candidate {
+        std::size_t column;
+        std::size_t next;
+    };
+    struct Chain {
+        std::size_t first;
+        std::size_t last;
+    };
+
+    void AddRange(const CColorRange& range);
+    void AddToken(const CColorToken& token, std::vector<TokenTraits>& traits);
+    const Separator* SeparatorOf(const CRegExp& expression);
+
+    void BeginLine(std::string_view text);
+    void EnterSubject(std::size_t column);
+    Match FindFrom(const CRegExp& expression, std::size_t column);
+
+    /// Lays down what was carried in. @return the column behind it, kNone if it stays open
+    std::size_t CloseCarried(std::size_t range);
+    /// @return the index of the range left open at the line's end, -1 if none
+    std::int32_t ScanRanges(std::size_t column);
+    bool CanOpenBehind(std::size_t column) const;
+    std::size_t FirstOpen(std::size_t column, Match& match);
+    Match NextOpen(Range& range, std::size_t column);
+
+    void ScanTokens();
+    void GatherCandidates();
+    bool IsTouched(std::size_t filterNumber) const {
+        return (m_touched[filterNumber / 64] >> (filterNumber % 64) & 1) != 0;
+    }
+    void ScanCandidates(const Token& token);
+    void SearchToken(const Token& token);
+    std::ptrdiff_t LengthAt(const Token& token, std::size_t column) const;
+    bool HasSeparators(const Token& token, std::size_t start, std::size_t behind);
+    bool HoldsAt(const Separator& separator, std::size_t column);
+
+    std::vector<Range> m_ranges;
+    ByteSet m_openBytes; ///< the bytes with which a range can open
+    std::unordered_map<const CRegExp*, Separator> m_separators;
+    std::vector<Token> m_tokens;
+    std::vector<std::size_t> m_filtered; ///< the tokens by their number in the filter
+    std::unique_ptr<TokenFilter> m_filter;
+
+    // The line at hand.
+    std::string_view m_text;
+    RegSubject m_subject;           ///< the part of the line that scans are in
+    std::size_t m_subjectBegin = 0; ///< its first column
+    bool m_hasNul = false;
+    SpanCanvas m_canvas;
+    ColorSpans::Encoder m_encoder;
+    std::vector<Candidate> m_candidates;
+    std::vector<Chain> m_chains;          ///< by number in the filter; good where m_touched
+    std::vector<std::uint64_t> m_touched; ///< a bit for each filtered token with a candidate
+};

@@ -1,0 +1,65 @@
+#include "line_splitter.h"
+
+#include "expand_tabs.h"
+#include "line_scan.h"
+
+#include <cstring>
+
+void LineSplitter::Add(std::string_view piece) {
+    if (piece.empty())
+        return;
+    const char* from = piece.data();
+    const char* const end = from + piece.size();
+    if (m_endOfPiece != 0) { // the text goes on, so that line end did end a line
+        PutBegun();
+        if (m_endOfPiece == '\r' && *from == '\n')
+            ++from;
+        m_endOfPiece = 0;
+    }
+    bool hasTab = false;
+    for (const char* at = from;; ++at) {
+        at = FindControl(at, end);
+        if (at == end)
+            break;
+        if (*at != '\r' && *at != '\n') {
+            hasTab |= *at == '\t';
+            continue;
+        }
+        if (at + 1 == end) {
+            m_endOfPiece = *at;
+            m_begun.append(from, at);
+            return;
+        }
+        const std::string_view line(from, static_cast<std::size_t>(at - from));
+        if (m_begun.empty()) {
+            PutLine(line, hasTab);
+        } else {
+            m_begun += line;
+            PutBegun();
+        }
+        at += at[0] == '\r' && at[1] == '\n';
+        from = at + 1;
+        hasTab = false;
+    }
+    m_begun.append(from, end);
+}
+
+void LineSplitter::Finish() {
+    PutBegun();
+}
+
+void LineSplitter::PutBegun() {
+    PutLine(m_begun, m_begun.find('\t') != std::string::npos);
+    m_begun.clear();
+}
+
+void LineSplitter::PutLine(std::string_view line, bool hasTab) {
+    m_tabs.clear();
+    char* const room = m_blocks.Room(hasTab ? line.size() * kTabStop : line.size());
+    std::size_t size = line.size();
+    if (hasTab)
+        size = ExpandTabs(line, room, m_tabs);
+    else if (size != 0)
+        std::memcpy(room, line.data(), size);
+    m_target.AddLine(LineText::Borrow(m_blocks.Commit(size)), m_tabs);
+}
