@@ -10,6 +10,14 @@
 
 namespace io {
 
+class CBlock_item;
+template <class T>
+class Block_hold;
+template <class T>
+class Compact_array;
+/// The children of an item.
+using Item_list = Compact_array<Block_hold<CBlock_item>>;
+
 /// Memory that a subtree holds, for diagnostics.
 struct Block_stats {
     enum Tally {
@@ -70,6 +78,9 @@ public:
 
 protected:
     friend class Item_walk;
+    friend class Block_writer;
+    /// Items or arguments; null for items that can't have any.
+    virtual const Item_list* GetChildren() const { return nullptr; }
     /// Adds what this item holds itself, without its children.
     virtual void AddStats(Block_stats& stats) const = 0;
     /// Takes over the value of an item of the same class; false for any other.
