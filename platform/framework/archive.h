@@ -25,7 +25,8 @@ public:
     explicit CArchive(std::string_view bytes);
     /// Stores by appending to target, which must outlive the archive. The last bytes are there
     /// after Close (or the destructor).
-    explicit CArchive(std::string& target);
+    /// A pointer, so that a string to load from can't be taken for one to store to.
+    explicit CArchive(std::string* target);
     /// Loads from or stores to file, which must outlive the archive and isn't closed by it.
     CArchive(CFile& file, Mode mode);
     CArchive(const CArchive&) = delete;
@@ -62,7 +63,7 @@ public:
 
     /// Writes size bytes.
     void Write(const void* bytes, std::size_t size) {
-        if (m_Mode != store || size > static_cast<std::size_t>(m_BufferEnd - m_Put))
+        if (m_Mode != store || size >= static_cast<std::size_t>(m_BufferEnd - m_Put))
             return WriteSlow(bytes, size);
         std::memcpy(m_Put, bytes, size);
         m_Put += size;
@@ -81,6 +82,7 @@ private:
     bool Fill();
     void WriteSlow(const void* bytes, std::size_t size);
     void Deliver(const char* bytes, std::size_t size);
+    void CheckLoading() const;
 
     Mode m_Mode;
     bool m_Closed = false;

@@ -38,7 +38,7 @@ public:
     /// Calls OnUpdate of every view but the sender (null: of all), in the list's order. hint and
     /// object mean what document and views have agreed on. A view may leave the list meanwhile.
     void UpdateAllViews(CView* sender, std::intptr_t hint = 0, CObject* object = nullptr);
-    /// OnInitialUpdate of every view that hasn't had it, as after a new or loaded text.
+    /// OnInitialUpdate of every view, as after a new or loaded text.
     void SendInitialUpdate();
 
     virtual bool IsModified() const { return m_Modified; }

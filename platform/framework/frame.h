@@ -12,8 +12,9 @@ public:
     ~CFrameWnd() override;
 
     CView* GetActiveView() const { return m_ActiveView; }
-    /// Tells the view before that it stops, then the new one that it starts; null: none.
-    void SetActiveView(CView* view);
+    /// With notify, tells the view before that it stops, then the new one that it starts; null:
+    /// none.
+    void SetActiveView(CView* view, bool notify = true);
     /// The document of the active view, null when there is none.
     CDocument* GetActiveDocument() const;
     /// Shows the frame, by a ShowCommand, and makes it the active one.
@@ -22,8 +23,6 @@ public:
     /// Without a screen side: what was set last.
     WindowPlacement GetPlacement() const;
     void SetPlacement(const WindowPlacement& placement);
-
-    void SetWindowText(const AString& text) override;
 
     /// The active view's route first, then the own map.
     Route RouteCommand(unsigned id) override;
@@ -59,5 +58,6 @@ protected:
 
 private:
     std::intptr_t OnUserActivates(std::uintptr_t first, std::intptr_t second);
+    std::intptr_t OnDestroy(std::uintptr_t first, std::intptr_t second);
     void MakeActive();
 };

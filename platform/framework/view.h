@@ -19,9 +19,10 @@ public:
     /// The frame around the view, null when it stands in none.
     CFrameWnd* GetParentFrame() const;
 
-    /// Called once when the view first has its document's text. The base calls OnUpdate.
+    /// The view is to show its document from the start. The base calls OnUpdate.
     virtual void OnInitialUpdate();
     /// The view has become, or stops being, its frame's active one, or its frame was activated.
+    /// The base takes the focus when it becomes active.
     /// @param deactivated the view that was active before, may be null or the same
     virtual void OnActivateView(bool activate, CView* activated, CView* deactivated);
     /// The document's update notice. The base repaints everything.
@@ -37,7 +38,6 @@ protected:
 private:
     friend class CDocument;
     CDocument* m_Document = nullptr;
-    bool m_Updated = false;
 };
 
 /// A view with scroll bars: total size, page and line sizes in pixels, and the position.
@@ -58,6 +58,7 @@ public:
 
 private:
     void ShowScrollBars();
+    void InvalidateUncovered(CSize distance);
 
     CSize m_Total;
     CSize m_Page;

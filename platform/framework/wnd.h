@@ -40,7 +40,8 @@ public:
     /// a backend, and sends it kMsgCreate. @return false, and nothing else happens, when it is
     /// created already or its handler of kMsgCreate gave -1
     bool Create(WindowKind kind, CWnd* parent);
-    /// Ends the window: its children first, then kMsgDestroy, its screen side, PostNcDestroy.
+    /// Ends the window: kMsgDestroy, its children, its screen side, PostNcDestroy. Nothing when it
+    /// isn't created.
     void DestroyWindow();
     bool IsCreated() const { return m_Created; }
 
@@ -77,6 +78,8 @@ protected:
 
 private:
     void LeaveTree();
+    std::intptr_t Dispatch(unsigned message, std::uintptr_t first, std::intptr_t second);
+    static void ChangeFocus(CWnd* to);
 
     CWnd* m_Parent = nullptr;
     std::vector<CWnd*> m_Children;
