@@ -56,6 +56,7 @@ private:
     void SetOffNextSection(); // by a blank line
 
     std::vector<Section> mSections;
+    std::string mMark; // the byte order mark, if there was one
     std::string mLineEnd = "\n";
 };
 

@@ -32,9 +32,10 @@ std::string_view SkipByteOrderMark(std::string_view text) {
 }
 
 std::string_view TakeLine(std::string_view& rest) {
-    const std::size_t end = std::min(rest.find_first_of("\r\n"), rest.size());
-    const std::string_view line = rest.substr(0, end);
-    rest.remove_prefix(end);
+    const auto isEnd = [](char byte) { return byte == '\n' || byte == '\r'; };
+    const auto end = std::find_if(rest.begin(), rest.end(), isEnd);
+    const std::string_view line(rest.begin(), end);
+    rest.remove_prefix(line.size());
     const std::size_t endSize = rest.starts_with("\r\n") ? 2 : 1;
     rest.remove_prefix(std::min(endSize, rest.size()));
     return line;

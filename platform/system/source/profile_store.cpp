@@ -62,6 +62,7 @@ Status ProfileStore::Load(const std::string& path) {
 void ProfileStore::Parse(std::string_view text) {
     *this = ProfileStore();
     std::string_view rest = SkipByteOrderMark(text);
+    mMark = text.substr(0, text.size() - rest.size());
     mLineEnd = FirstLineEnd(rest);
     AddSection({});
     while (!rest.empty()) {
@@ -149,7 +150,7 @@ bool ProfileStore::Remove(std::string_view section, std::string_view key) {
 }
 
 std::string ProfileStore::ToText() const {
-    std::string text;
+    std::string text = mMark;
     for (const Section& section : mSections) {
         if (!section.header.empty()) {
             text.append(section.header).append(mLineEnd);
