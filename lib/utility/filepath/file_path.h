@@ -56,9 +56,7 @@ public:
     std::string GetSystemPath() const;
 
 private:
-    void SplitName();
     void ResolveDots();
-    void ReplaceBackslashes();
     void FindExtension();
 
     AString mGiven;
