@@ -1,13 +1,31 @@
 /// The numbers of window messages, keys and commands that framework, backends and module share.
 #pragma once
 
+#include <cstdint>
+
+/// @name A place or a size as the second value of a message
+/// @{
+constexpr std::intptr_t MakePointValue(int x, int y) {
+    static_assert(sizeof(std::intptr_t) == 8);
+    return static_cast<std::intptr_t>(static_cast<std::uint64_t>(static_cast<std::uint32_t>(y))
+                                          << 32 |
+                                      static_cast<std::uint32_t>(x));
+}
+constexpr int PointValueX(std::intptr_t value) {
+    return static_cast<int>(static_cast<std::uint32_t>(value));
+}
+constexpr int PointValueY(std::intptr_t value) {
+    return static_cast<int>(static_cast<std::uint32_t>(static_cast<std::uint64_t>(value) >> 32));
+}
+/// @}
+
 /// Messages to a window. Keys and characters carry the key or character in the first value and
 /// its flags in the second; the pointer carries the modifiers first and the place, as
 /// MakePointValue packs it, second.
 enum WindowMessage : unsigned {
     kMsgCreate = 0x0001,
     kMsgDestroy = 0x0002,
-    kMsgSize = 0x0005,      ///< the client size packed in the second value
+    kMsgSize = 0x0005,      ///< second value: the client size, by MakePointValue
     kMsgSetFocus = 0x0007,  ///< first value: the CWnd that loses it, or 0
     kMsgKillFocus = 0x0008, ///< first value: the CWnd that gains it, or 0
     kMsgClose = 0x0010,
