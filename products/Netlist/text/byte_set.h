@@ -5,7 +5,8 @@
 #include <bit>
 #include <cstdint>
 
-/// A set of the byte values 0 to 255 in 32 bytes. Plain value type; every operation is constant time.
+/// A set of the byte values 0 to 255 in 32 bytes. Plain value type; every operation is constant
+/// time.
 struct ByteSet {
     std::array<std::uint64_t, 4> words{};
 

@@ -3,8 +3,8 @@
 
 #include "quorel_export.h"
 
-/// The error codes that the engine can report. The table of texts knows more, which are kept for callers
-/// that hold codes of other engines of this family.
+/// The error codes that the engine can report. The table of texts knows more, which are kept for
+/// callers that hold codes of other engines of this family.
 enum class RegError : int {
     None = 0,
     NullSubject = 1,
@@ -28,7 +28,9 @@ public:
     static const char* ErrorText(int code);
 
     /// The text of the last error, empty if there was none.
-    const char* LastError() const { return error_ == RegError::None ? "" : ErrorText(LastErrorCode()); }
+    const char* LastError() const {
+        return error_ == RegError::None ? "" : ErrorText(LastErrorCode());
+    }
 
     /// The code of the last error, 0 if there was none.
     int LastErrorCode() const { return static_cast<int>(error_); }

@@ -9,10 +9,10 @@
 
 /// One text that many expressions are to be tried on, a line say.
 ///
-/// The text isn't copied: it must live and stay unchanged while the subject is used. It ends at its first
-/// NUL. Each subject made has a serial number of its own, by which an expression knows that what it
-/// learnt in an earlier call still holds; copies share it. That keeps any number of calls on one subject
-/// linear in its length, so make one subject a line rather than one a call.
+/// The text isn't copied: it must live and stay unchanged while the subject is used. It ends at its
+/// first NUL. Each subject made has a serial number of its own, by which an expression knows that
+/// what it learnt in an earlier call still holds; copies share it. That keeps any number of calls
+/// on one subject linear in its length, so make one subject a line rather than one a call.
 class RegSubject {
 public:
     /// Ends `text` at its first NUL. Costs one pass of a fast byte search.

@@ -1,0 +1,126 @@
+#include "reg_linker.h"
+
+namespace {
+
+constexpr ByteSet kNonWord = ~kRegWordSet; // the subject's end, as NUL, is none either
+constexpr ByteSet kEnd = ByteSet::Of(0);
+
+class Linker {
+public:
+    explicit Linker(RegCode& code) : code_(code), nodes_(code.Nodes()) {}
+
+    void Run() {
+        for (std::size_t place = 0; place < nodes_.size(); ++place) {
+            Link(place);
+        }
+        code_.SetEntry(Resolve(0));
+        // A way back leads to a set that is not known yet; all bytes stand for it the first time.
+        FindFirsts();
+        if (hasWayBack_) {
+            FindFirsts();
+        }
+        for (RegNode& node : nodes_) {
+            if (node.op == RegOp::Star || node.op == RegOp::Plus) {
+                ChooseRun(node);
+            }
+        }
+    }
+
+private:
+    /// The first node at or behind `place` at which something happens.
+    std::uint16_t Resolve(std::size_t place) const {
+        for (;;) {
+            const RegNode& node = nodes_[place];
+            if (node.op == RegOp::Nothing || node.op == RegOp::Back) {
+                place = Behind(place);
+            } else if (node.op == RegOp::Branch && nodes_[Behind(place)].op != RegOp::Branch) {
+                ++place;
+            } else {
+                return static_cast<std::uint16_t>(place);
+            }
+        }
+    }
+
+    std::size_t Behind(std::size_t place) const {
+        return place + static_cast<std::size_t>(std::ptrdiff_t{nodes_[place].next});
+    }
+
+    void Link(std::size_t place) {
+        RegNode& node = nodes_[place];
+        if (node.op == RegOp::Branch) {
+            node.go = Resolve(place + 1);
+            node.other =
+                nodes_[Behind(place)].op == RegOp::Branch ? Resolve(Behind(place)) : kNoWay;
+        } else if (node.next != 0) {
+            node.go = Resolve(Behind(place));
+            hasWayBack_ = hasWayBack_ || node.go <= place;
+        }
+    }
+
+    void FindFirsts() {
+        for (std::size_t place = nodes_.size(); place-- > 0;) {
+            code_.First(place) = FirstOf(place);
+        }
+        wayBackKnown_ = true;
+    }
+
+    ByteSet FirstBehind(std::size_t place) const {
+        const std::uint16_t go = nodes_[place].go;
+        if (go == kNoWay || (go <= place && !wayBackKnown_)) {
+            return ByteSet::All();
+        }
+        return code_.First(go);
+    }
+
+    ByteSet FirstOf(std::size_t place) const {
+        const RegNode& node = nodes_[place];
+        switch (node.op) {
+        case RegOp::End:
+            return ByteSet::All();
+        case RegOp::Eol:
+            return kEnd & FirstBehind(place);
+        case RegOp::WordA:
+            return kRegWordSet & FirstBehind(place);
+        case RegOp::WordZ:
+            return kNonWord & FirstBehind(place);
+        case RegOp::Any:
+        case RegOp::AnyOf:
+        case RegOp::AnyBut:
+        case RegOp::Plus:
+            return code_.Set(node.operand);
+        case RegOp::Exactly:
+            return ByteSet::Of(node.value);
+        case RegOp::Star:
+            return code_.Set(node.operand) | FirstBehind(place);
+        case RegOp::Branch:
+            return node.other == kNoWay ? FirstBehind(place)
+                                        : FirstBehind(place) | code_.First(node.other);
+        default:
+            return FirstBehind(place);
+        }
+    }
+
+    void ChooseRun(RegNode& node) const {
+        const ByteSet& set = code_.Set(node.operand);
+        node.possessive = !set.Intersects(code_.First(node.go));
+        ByteSet lacking = ~set;
+        lacking.Remove(0);
+        if (lacking.Empty()) {
+            node.run = RegRun::ToEnd;
+        } else if (lacking.Count() == 1) {
+            node.run = RegRun::Until;
+            node.value = static_cast<std::uint8_t>(lacking.Next(0));
+        }
+    }
+
+    RegCode& code_;
+    std::span<RegNode> nodes_;
+    bool hasWayBack_ = false;
+    bool wayBackKnown_ = false;
+};
+
+} // namespace
+
+void LinkRegCode(RegCode& code) {
+    Linker(code).Run();
+}
