@@ -1,0 +1,288 @@
+#include "sim_edit_doc.h"
+
+#include "archive.h"
+#include "assertion.h"
+#include "editor_options.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+namespace {
+
+/// Sets options for one test and puts the defaults back.
+class SimEditDocTest : public testing::Test {
+protected:
+    ~SimEditDocTest() override { CurrentOptions() = m_defaults; }
+
+    static void Load(CSimEditDoc& doc, std::string_view bytes) {
+        CArchive archive(bytes);
+        doc.LoadArchive(archive);
+    }
+    static std::string Saved(const CSimEditDoc& doc) {
+        std::string bytes;
+        CArchive archive(bytes);
+        doc.SaveArchive(archive);
+        archive.Close();
+        return bytes;
+    }
+    static std::string Lines(const CSimEditDoc& doc) {
+        std::string text;
+        for (std::int32_t row = 0; row < doc.LineCount(); ++row)
+            text += "[" + std::string(doc.Line(row).Text()) + "]";
+        return text;
+    }
+    /// One record as "type row,column-endColumn,endRow first char 'string'".
+    static std::string Dump(const CSimEditLine& record) {
+        const JournalFields& fields = record.Record();
+        std::string text = std::to_string(fields.Type);
+        for (const std::int32_t number : {fields.Row, fields.Column, fields.EndColumn,
+                                          fields.EndRow, fields.First, std::int32_t{fields.Char}})
+            text += ' ' + std::to_string(number);
+        return text + " '" + record.GetText() + "'";
+    }
+    static std::string Dump(const RecordList& list) {
+        std::string text;
+        for (std::size_t i = 0; i < list.Size(); ++i)
+            text += (i != 0 ? " | " : "") + Dump(list[i]);
+        return text;
+    }
+
+private:
+    EditorOptions m_defaults = CurrentOptions();
+};
+
+TEST_F(SimEditDocTest, LoadsAndSavesLineEnds) {
+    const struct {
+        std::string bytes, lines, saved;
+    } rows[] = {
+        {"", "[]", ""},
+        {"abc", "[abc]", "abc"},
+        {"abc\n", "[abc]", "abc"},
+        {"abc\r", "[abc]", "abc"},
+        {"abc\r\n", "[abc][]", "abc\r\n"},
+        {"abc\n\n", "[abc][]", "abc\r\n"},
+        {"abc\r\r", "[abc][]", "abc\r\n"},
+        {"a\n\rb", "[a][][b]", "a\r\n\r\nb"},
+        {"a\rb\nc\r\nd", "[a][b][c][d]", "a\r\nb\r\nc\r\nd"},
+        {"\r\n\r\n", "[][][]", "\r\n\r\n"},
+        {std::string("a\0b\r\n\0", 6), std::string("[a\0b][\0]", 8), std::string("a\0b\r\n\0", 6)},
+        {"\ta\tb\n \t", "[    a   b][    ]", "\ta\tb\r\n \t"},
+    };
+    for (const auto& row : rows) {
+        CSimEditDoc doc;
+        Load(doc, row.bytes);
+        EXPECT_EQ(Lines(doc), row.lines);
+        EXPECT_EQ(Saved(doc), row.saved);
+        EXPECT_EQ(doc.Check(), "");
+        CSimEditDoc again;
+        Load(again, Saved(doc));
+        EXPECT_EQ(Lines(again), row.lines);
+    }
+}
+
+/// A file that hands out its bytes in pieces of a given size.
+class PieceFile : public CFile {
+public:
+    PieceFile(std::string_view bytes, std::size_t piece) : m_bytes(bytes), m_piece(piece) {}
+    std::size_t Read(void* buffer, std::size_t size) override {
+        const std::size_t count = std::min({size, m_piece, m_bytes.size()});
+        std::copy_n(m_bytes.data(), count, static_cast<char*>(buffer));
+        m_bytes.remove_prefix(count);
+        return count;
+    }
+
+private:
+    std::string_view m_bytes;
+    std::size_t m_piece;
+};
+
+TEST_F(SimEditDocTest, PiecesOfTheArchiveMakeNoDifference) {
+    const std::string bytes = "a\r\nlonger\tline\r\n\r\n\n\rx\r\r\n\nend\r\n";
+    CSimEditDoc whole;
+    Load(whole, bytes);
+    for (std::size_t cut = 0; cut <= bytes.size(); ++cut)
+        for (std::size_t piece = 1; piece < 5; ++piece) {
+            PieceFile file(std::string_view(bytes).substr(0, cut), piece);
+            CArchive archive(file, CArchive::load);
+            CSimEditDoc doc;
+            doc.LoadArchive(archive);
+            CSimEditDoc twin;
+            Load(twin, bytes.substr(0, cut));
+            ASSERT_EQ(Lines(doc), Lines(twin)) << cut << " by " << piece;
+        }
+    CSimEditDoc text;
+    text.SetText(AString(bytes));
+    EXPECT_EQ(Lines(text), Lines(whole));
+}
+
+TEST_F(SimEditDocTest, TextKeepsEveryByteAndReplacesWhatIsNoByte) {
+    CSimEditDoc doc;
+    doc.SetText(u"\u20ac\u00e9 \u4e2d\n\u0081");
+    EXPECT_EQ(Lines(doc), "[\x80\xe9 ?][\x81]");
+    AString text(u"<");
+    doc.GetText(text);
+    EXPECT_EQ(text, u"<\u20ac\u00e9 ?\n\u0081");
+}
+
+TEST_F(SimEditDocTest, DropsTrailingBlanksOnSaveOnlyIfAsked) {
+    CSimEditDoc doc;
+    Load(doc, "ab  \n   \nx \t\n\t \n");
+    EXPECT_EQ(Saved(doc), "ab  \r\n   \r\nx \t\r\n\t ");
+    CurrentOptions().DropBlanksOnSave = 1;
+    EXPECT_EQ(Saved(doc), "ab\r\n\r\nx \t\r\n\t");
+    AString text;
+    doc.GetText(text);
+    EXPECT_EQ(text, u"ab\n\nx \t\n\t");
+}
+
+using Action = void (*)(CSimEditDoc&);
+
+TEST_F(SimEditDocTest, EachPrimitiveEditsAndWritesItsRecord) {
+    static std::int32_t width;
+    const struct {
+        const char* bytes;
+        Action action;
+        const char *lines, *records;
+    } rows[] = {
+        {"abc", [](CSimEditDoc& d) { d.DelChar(0, 1, 1, width); }, "[ac]",
+         "0 0 1 -1 -1 1 98 'DelChar'"},
+        {"a\tb", [](CSimEditDoc& d) { d.DelChar(0, 1, 1, width); }, "[ab]",
+         "6 0 1 -1 -1 1 9 'DelTab'"},
+        {"ab\ncd", [](CSimEditDoc& d) { d.CatLine(0, 1, 1); }, "[abcd]", "0 0 2 -1 -1 1 13 ''"},
+        {"ab", [](CSimEditDoc& d) { d.InsertChar(0, 1, 'x', 1, width); }, "[axb]",
+         "1 0 1 -1 -1 1 120 'x'"},
+        {"ab", [](CSimEditDoc& d) { d.InsertChar(0, 1, '\t', 1, width); }, "[a   b]",
+         "7 0 1 -1 -1 1 9 'Tab'"},
+        {"abcd", [](CSimEditDoc& d) { d.SplitLine(0, 2, 1, 0, 1); }, "[ab][cd]",
+         "1 0 2 -1 -1 1 13 'SplitLine'"},
+        {"  ab", [](CSimEditDoc& d) { d.SplitLine(0, 4, 1, 2, 1); }, "[  ab][  ]",
+         "1 0 4 -1 -1 1 13 'SplitLine' | 1 1 0 -1 -1 0 32 'leerz' | 1 1 1 -1 -1 0 32 'leerz'"},
+        {"ab", [](CSimEditDoc& d) { d.SplitLine(0, 2, 1, 1, 0); }, "[ab][ ]",
+         "1 1 0 -1 -1 0 32 'leerz'"},
+        {"ab", [](CSimEditDoc& d) { d.SplitLine(0, 1, 1, 3, 1); }, "[a][b]",
+         "1 0 1 -1 -1 1 13 'SplitLine'"},
+        {"abc", [](CSimEditDoc& d) { d.OverwriteChar(0, 1, 'x', 1, width); }, "[axc]",
+         "2 0 1 -1 -1 1 98 'x'"},
+        {"abc", [](CSimEditDoc& d) { d.OverwriteChar(0, 3, 'x', 1, width); }, "[abcx]",
+         "1 0 3 -1 -1 1 120 'x'"},
+        {"a\tc", [](CSimEditDoc& d) { d.OverwriteChar(0, 1, 'x', 1, width); }, "[axc]",
+         "2 0 1 -1 -1 1 32 'x'"},
+        {"abc", [](CSimEditDoc& d) { d.OverwriteChar(0, 1, '\t', 1, width); }, "[a   c]",
+         "8 0 1 -1 -1 1 98 'Tab'"},
+        {"a\nb\tc\nd", [](CSimEditDoc& d) { d.DeleteLine(1, 1, 1); }, "[a][d]",
+         "3 1 0 -1 -1 1 0 'b\tc'"},
+        {"a", [](CSimEditDoc& d) { d.InsertLine(1, 1, 1, "x\ty"); }, "[a][x   y]",
+         "4 1 0 -1 -1 1 0 'x\ty'"},
+        {"ab", [](CSimEditDoc& d) { d.InsertString(0, 1, 3, "xy", 1, 1); }, "[axyb]",
+         "4 0 1 3 0 1 0 'xy'"},
+        {"ab", [](CSimEditDoc& d) { d.InsertString(0, 1, 1, "xy", 1, 1); }, "[axyb]", ""},
+        {"a\tbc", [](CSimEditDoc& d) { d.DelRange(0, 4, 5, 1, 1); }, "[a   c]",
+         "5 0 4 5 0 1 0 'a   bc'"},
+        {"ab", [](CSimEditDoc& d) { d.DelRange(0, 1, 1, 1, 1); }, "[ab]", ""},
+    };
+    for (const auto& row : rows) {
+        CSimEditDoc doc;
+        Load(doc, row.bytes);
+        row.action(doc);
+        EXPECT_EQ(Lines(doc), row.lines) << row.records;
+        EXPECT_EQ(Dump(doc.UndoList()), row.records);
+        EXPECT_EQ(doc.Check(), "");
+    }
+}
+
+TEST_F(SimEditDocTest, JournalKeepsItsLimitAndDropsTheRedoList) {
+    std::int32_t width = 0;
+    CurrentOptions().NumberOfUndos = 2;
+    CSimEditDoc doc;
+    for (const char c : {'a', 'b', 'c'})
+        doc.InsertChar(0, doc.Line(0).Length(), c, 1, width);
+    EXPECT_EQ(Dump(doc.UndoList()), "1 0 1 -1 -1 1 98 'b' | 1 0 2 -1 -1 1 99 'c'");
+    doc.InsertNewRedo(doc.UndoList().Newest());
+    doc.DelUndoNewest(1);
+    EXPECT_EQ(Dump(doc.RedoList()), "1 0 2 -1 -1 1 99 'c'");
+    doc.InsertNewUndoFromRedo(doc.RedoList().Newest());
+    EXPECT_EQ(doc.RedoList().Size(), 1u);
+    doc.DelChar(0, 0, 1, width);
+    EXPECT_EQ(doc.RedoList().Size(), 0u);
+    EXPECT_EQ(Dump(doc.UndoList()), "1 0 2 -1 -1 1 99 'c' | 0 0 0 -1 -1 1 97 'DelChar'");
+    CurrentOptions().NumberOfUndos = 0;
+    doc.InsertLine(0, 1, 1, "x");
+    doc.DeleteLine(0, 1, 1);
+    EXPECT_EQ(doc.UndoList().Size(), 2u);
+    EXPECT_EQ(Lines(doc), "[bc]");
+    doc.SetText(u"new");
+    EXPECT_EQ(doc.UndoList().Size(), 0u);
+}
+
+TEST_F(SimEditDocTest, BookmarksStayWithTheFirstHalfAndGoWithTheirLine) {
+    CSimEditDoc doc;
+    Load(doc, "ab\ncd\nef");
+    doc.SetBookmark(0, 1);
+    doc.SetBookmark(1, 1);
+    doc.SplitLine(0, 1, 1, 0, 0);
+    EXPECT_EQ(doc.Line(0).Bookmark(), 1);
+    EXPECT_EQ(doc.Line(1).Bookmark(), 0);
+    EXPECT_EQ(doc.BookmarkCount(), 2);
+    doc.CatLine(1, 1, 0); // takes the second bookmark with it
+    EXPECT_EQ(doc.BookmarkCount(), 1);
+    doc.DeleteLine(0, 1, 1);
+    EXPECT_EQ(doc.BookmarkCount(), 0);
+    EXPECT_EQ(doc.UndoList().Newest().Bookmark(), 0);
+    EXPECT_EQ(doc.Check(), "");
+}
+
+TEST_F(SimEditDocTest, PlacesOutsideTheTextAreRefused) {
+    CSimEditDoc doc;
+    Load(doc, "ab");
+    std::int32_t width = 7;
+    doc.InsertLine(2, 1, 1, "x");
+    doc.DeleteLine(1, 1, 1);
+    doc.InsertChar(0, 3, 'x', 1, width);
+    EXPECT_EQ(width, 0);
+    doc.DelChar(0, 2, 1, width);
+    doc.DelRange(0, 2, 1, 1, 1);
+    doc.SplitLine(-1, 0, 1, 0, 1);
+    EXPECT_EQ(doc.CatLine(0, 1, 1), 0);
+    EXPECT_EQ(Lines(doc), "[ab]");
+    EXPECT_EQ(doc.UndoList().Size(), 0u);
+}
+
+TEST_F(SimEditDocTest, RandomEditsKeepTheRules) {
+    std::mt19937 random(11);
+    CSimEditDoc doc;
+    std::int32_t width = 0;
+    for (int step = 0; step < 4000; ++step) {
+        const auto row = static_cast<std::int32_t>(random() % std::size_t(doc.LineCount()));
+        const auto column =
+            static_cast<std::int32_t>(random() % (std::size_t(doc.Line(row).Length()) + 1));
+        switch (random() % 7) {
+        case 0:
+            doc.SplitLine(row, column, 1, 0, 1);
+            break;
+        case 1:
+            if (row + 1 < doc.LineCount())
+                doc.CatLine(row, 1, 1);
+            break;
+        case 2:
+            if (doc.LineCount() > 30)
+                doc.DeleteLine(row, 1, 1);
+            break;
+        case 3:
+            if (column < doc.Line(row).Length())
+                doc.DelChar(row, column, 1, width);
+            break;
+        case 4:
+            doc.SetBookmark(row, step & 1);
+            break;
+        default:
+            doc.InsertChar(row, column, "a \t"[random() % 3], 1, width);
+        }
+        ASSERT_EQ(doc.Check(), "") << step;
+    }
+    CSimEditDoc again;
+    Load(again, Saved(doc));
+    EXPECT_EQ(Lines(again), Lines(doc));
+}
+
+} // namespace
