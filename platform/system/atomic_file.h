@@ -33,7 +33,7 @@ public:
     void Discard();
 
 private:
-    Status CreateBeside(const std::string& path);
+    Status CreateBeside(const std::string& path, unsigned mode);
     Status Fail(std::string_view action, int code);
     Status FlushAndClose();
 

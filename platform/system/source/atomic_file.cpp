@@ -13,6 +13,9 @@
 namespace sys {
 namespace {
 
+constexpr unsigned kNewFile = 0666; // less the user's mask
+constexpr unsigned kPrivate = 0600; // until it has the mode of the file that it replaces
+
 std::string DirectoryOf(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
 }
@@ -25,13 +28,12 @@ std::string FollowLinks(const std::string& path) {
     return full ? std::string(full.get()) : path;
 }
 
-/// The new file is to be the old one for everybody who may use it. The owner can only be kept by
-/// root.
+/// The new file is to be the old one for everybody who may use it. Where its owner can't be kept,
+/// the rights to act as the owner aren't either.
 void TakeOver(int descriptor, const struct stat& old) {
-    constexpr mode_t kModeBits = 07777;
-    if (::fchown(descriptor, old.st_uid, old.st_gid) == 0 || old.st_uid == ::geteuid()) {
-        static_cast<void>(::fchmod(descriptor, old.st_mode & kModeBits));
-    }
+    const bool isOwnerKept = ::fchown(descriptor, old.st_uid, old.st_gid) == 0;
+    const mode_t kept = isOwnerKept ? 07777 : 0777;
+    static_cast<void>(::fchmod(descriptor, old.st_mode & kept));
 }
 
 /// A rename is on the disk when its directory is. Not every file system can do it, and the file's
@@ -64,7 +66,7 @@ Status AtomicFile::Open(const std::string& path) {
         return Fail("write", errno);
     }
     if (::stat(path.c_str(), &old) != 0) {
-        return CreateBeside(path);
+        return CreateBeside(path, kNewFile);
     }
     if (S_ISDIR(old.st_mode)) {
         return Fail("write", EISDIR);
@@ -76,17 +78,16 @@ Status AtomicFile::Open(const std::string& path) {
     if (::faccessat(AT_FDCWD, path.c_str(), W_OK, AT_EACCESS) != 0) {
         return Fail("write", errno);
     }
-    Status status = CreateBeside(FollowLinks(path));
+    Status status = CreateBeside(FollowLinks(path), kPrivate);
     if (status) {
         TakeOver(mDescriptor, old);
     }
     return status;
 }
 
-Status AtomicFile::CreateBeside(const std::string& path) {
-    constexpr mode_t kNewFile = 0666; // less the user's mask
+Status AtomicFile::CreateBeside(const std::string& path, unsigned mode) {
     mTarget = path;
-    FileDescriptor file = CreateUniqueFile(DirectoryOf(path) + ".quorel-", kNewFile, mTemporary);
+    FileDescriptor file = CreateUniqueFile(DirectoryOf(path) + ".quorel-", mode, mTemporary);
     if (!file.IsOpen()) {
         mTemporary.clear();
         return Fail("write beside", errno);
