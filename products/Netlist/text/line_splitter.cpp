@@ -5,6 +5,15 @@
 
 #include <cstring>
 
+namespace {
+
+/// A line end of one character.
+LineEnds EndsOf(char character) {
+    return character == '\r' ? LineEnds::cr : LineEnds::lf;
+}
+
+} // namespace
+
 void LineSplitter::Add(std::string_view piece) {
     if (piece.empty())
         return;
@@ -12,8 +21,9 @@ void LineSplitter::Add(std::string_view piece) {
     const char* const end = from + piece.size();
     if (m_endOfPiece != 0) { // the text goes on, so that line end did end a line
         PutBegun();
-        if (m_endOfPiece == '\r' && *from == '\n')
-            ++from;
+        const bool isPair = m_endOfPiece == '\r' && *from == '\n';
+        Meet(isPair ? LineEnds::crLf : EndsOf(m_endOfPiece));
+        from += isPair;
         m_endOfPiece = 0;
     }
     bool hasTab = false;
@@ -37,7 +47,9 @@ void LineSplitter::Add(std::string_view piece) {
             m_begun += line;
             PutBegun();
         }
-        at += at[0] == '\r' && at[1] == '\n';
+        const bool isPair = at[0] == '\r' && at[1] == '\n';
+        Meet(isPair ? LineEnds::crLf : EndsOf(*at));
+        at += isPair;
         from = at + 1;
         hasTab = false;
     }
@@ -45,6 +57,8 @@ void LineSplitter::Add(std::string_view piece) {
 }
 
 void LineSplitter::Finish() {
+    if (m_endOfPiece != 0)
+        Meet(EndsOf(m_endOfPiece));
     PutBegun();
 }
 

@@ -1,6 +1,7 @@
 /// Cutting a stream of bytes into the lines of a document.
 #pragma once
 
+#include "ieditor_inspector.h"
 #include "line_text.h"
 #include "tab_table.h"
 #include "text_blocks.h"
@@ -28,7 +29,13 @@ public:
     /// The text has ended: hands out the last line.
     void Finish();
 
+    /// The line ends met so far, one at the very end included.
+    LineEnds MetLineEnds() const { return m_met; }
+
 private:
+    void Meet(LineEnds ends) {
+        m_met = m_met == LineEnds::none || m_met == ends ? ends : LineEnds::mixed;
+    }
     void PutLine(std::string_view line, bool hasTab);
     void PutBegun();
 
@@ -37,4 +44,5 @@ private:
     std::string m_begun;   ///< the begin of a line whose end hasn't been seen
     char m_endOfPiece = 0; ///< the CR or LF behind m_begun with which the last piece ended, else 0
     TabTable m_tabs;
+    LineEnds m_met = LineEnds::none;
 };

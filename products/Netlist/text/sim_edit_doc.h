@@ -4,6 +4,7 @@
 #include "colour_front.h"
 #include "document.h"
 #include "edit_journal.h"
+#include "ieditor_inspector.h"
 #include "line_store.h"
 #include "quorel_export.h"
 #include "sim_edit_line.h"
@@ -103,6 +104,8 @@ public:
     /// CR LF between lines.
     void SaveArchive(CArchive& archive) const;
     void SetText(const AString& text);
+    /// The line ends that the last load met, SetText's included.
+    LineEnds LoadedLineEnds() const { return m_lineEnds; }
     /// Appends the text with LF between lines.
     void GetText(AString& text) const;
     /// Asks for a path and writes the text there, CR LF between lines; answers the export command.
@@ -142,4 +145,5 @@ private:
     std::int32_t m_colouring = 1;
     std::int32_t m_bookmarkCount = 0;
     std::int32_t m_replaying = 0;
+    LineEnds m_lineEnds = LineEnds::none;
 };

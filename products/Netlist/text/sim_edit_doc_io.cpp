@@ -50,6 +50,7 @@ public:
 
     void Finish() {
         m_splitter.Finish();
+        m_document.m_lineEnds = m_splitter.MetLineEnds();
         ForEachTextView(m_document, [this](ITextView& view) { view.SetMaxLineLength(m_width); });
         m_document.ClearJournal(); // before m_oldBlocks goes, from which records may borrow
         m_document.m_front.Restart(m_document.m_colouring != 0);
