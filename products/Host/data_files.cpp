@@ -1,0 +1,69 @@
+#include "data_files.h"
+
+#include <cerrno>
+#include <string_view>
+
+#include "directory.h"
+#include "environment.h"
+#include "file_status.h"
+#include "interface_id.h"
+#include "register_module.h"
+
+namespace {
+
+constexpr std::string_view kProof = "config/NetlistEditor.cfg";
+constexpr std::string_view kInstalledData = "../share/quorel/";
+constexpr std::string_view kModuleFile = "Netlist.so";
+constexpr int kFoldersAbove = 4;
+
+/// With its closing slash; empty when the system can't tell.
+std::string ProgramDirectory() {
+    const std::string program = sys::ExecutablePath();
+    return program.substr(0, program.rfind('/') + 1);
+}
+
+bool IsFile(const std::string& path) {
+    sys::FileStatus status;
+    return sys::GetFileStatus(path, status) && status.isRegular;
+}
+
+bool HoldsData(const std::string& folder) {
+    return !folder.empty() && IsFile(folder + std::string(kProof));
+}
+
+/// The folder above one with a closing slash; empty above the root.
+std::string FolderAbove(const std::string& folder) {
+    return folder.size() < 2 ? std::string()
+                             : folder.substr(0, folder.rfind('/', folder.size() - 2) + 1);
+}
+
+} // namespace
+
+std::string FindDataDirectory() {
+    if (const auto given = sys::GetEnvironment("QUOREL_DATA_DIR")) {
+        const std::string folder = sys::WithClosingSlash(*given);
+        return HoldsData(folder) ? folder : std::string();
+    }
+    std::string folder = ProgramDirectory();
+    if (HoldsData(folder + std::string(kInstalledData)))
+        return folder + std::string(kInstalledData);
+    for (int i = 0; i < kFoldersAbove; ++i)
+        if (folder = FolderAbove(folder); HoldsData(folder))
+            return folder;
+    return {};
+}
+
+sys::Status FindModule(std::string& path) {
+    path = ProgramDirectory() + std::string(kModuleFile);
+    if (IsFile(path))
+        return {};
+    const std::string beside = path;
+    path.clear();
+    const std::string classId = kNetlistFactoryClassId.ToText();
+    sys::ModuleRegistration registration;
+    if (!sys::ReadRegistration(classId, registration))
+        return sys::Failure("find the module", beside, ENOENT,
+                            "it is not there, and class " + classId + " is not registered");
+    path = registration.modulePath;
+    return {};
+}

@@ -1,0 +1,110 @@
+#include "host_desktop.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+HostToolBarHost::~HostToolBarHost() = default;
+
+void HostToolBarHost::RecalcLayout(int, int) {
+    if (m_OnRecalcLayout)
+        m_OnRecalcLayout();
+}
+
+HostUserInterface::~HostUserInterface() = default;
+
+void HostUserInterface::Refresh() {
+    if (m_OnRefresh)
+        m_OnRefresh();
+}
+
+HostDesktop::HostDesktop(Settings settings, OptionStore& options)
+    : m_Settings(std::move(settings)), m_Options(options) {}
+
+HostDesktop::~HostDesktop() {
+    ReleaseGlobalManagers();
+}
+
+void HostDesktop::GetInstallDirectory(AString& directory) {
+    directory = AString::FromMultiByte(AString::kUtf8, m_Settings.m_InstallDirectory);
+}
+
+void HostDesktop::GetSysLibDirectory(AString& directory) {
+    directory = AString::FromMultiByte(AString::kUtf8, m_Settings.m_SysLibDirectory);
+}
+
+void HostDesktop::RunCommand(IQuorelCommand* command, Undo_Manager* manager) {
+    GetCommands(manager).Run(command);
+}
+
+void HostDesktop::UndoCommand(Undo_Manager* manager) {
+    GetCommands(manager).Undo();
+}
+
+void HostDesktop::RedoCommand(Undo_Manager* manager) {
+    GetCommands(manager).Redo();
+}
+
+CommandStack& HostDesktop::GetCommands(Undo_Manager* manager) {
+    return m_Commands.try_emplace(manager, m_CommandWork).first->second;
+}
+
+int HostDesktop::GetIntegerOption(int, const AString& section, const AString& key,
+                                  int defaultValue) {
+    long number = 0;
+    const std::optional<AString> text = m_Options.Find(section, key);
+    const bool isInteger = text && text->ToLong(number) &&
+                           number >= std::numeric_limits<int>::min() &&
+                           number <= std::numeric_limits<int>::max();
+    return isInteger ? static_cast<int>(number) : defaultValue;
+}
+
+void HostDesktop::GetStringOption(AString& value, int, const AString& section, const AString& key,
+                                  const AString& defaultValue) {
+    value = m_Options.Find(section, key).value_or(defaultValue);
+}
+
+bool HostDesktop::GetBlockOption(int, const AString& section, const AString& key,
+                                 io::CStreamio_object& object) {
+    const std::optional<AString> text = m_Options.Find(section, key);
+    return text && m_ReadBlock && m_ReadBlock(*text, object);
+}
+
+void HostDesktop::SetStringOption(int, const AString& section, const AString& key,
+                                  const AString& value) {
+    m_Options.Set(section, key, value);
+}
+
+void HostDesktop::SetIntegerOption(int, const AString& section, const AString& key, int value) {
+    m_Options.Set(section, key, AString(std::to_string(value)));
+}
+
+HostDesktop::Managers::iterator HostDesktop::FindManager(const AString& name) {
+    return std::ranges::find(m_Managers, name, &Managers::value_type::first);
+}
+
+IGlobalManager* HostDesktop::GetGlobalManager(const AString& name) {
+    const auto found = FindManager(name);
+    return found == m_Managers.end() ? nullptr : found->second.get();
+}
+
+void HostDesktop::SetGlobalManager(const AString& name, IGlobalManager* manager) {
+    const auto found = FindManager(name);
+    if (found != m_Managers.end() && found->second.get() == manager)
+        return;
+    if (found != m_Managers.end())
+        m_Managers.erase(found);
+    if (manager)
+        m_Managers.emplace_back(name, manager);
+}
+
+void HostDesktop::ReleaseGlobalManagers() {
+    while (!m_Managers.empty()) {
+        const auto last = std::move(m_Managers.back().second);
+        m_Managers.pop_back();
+    }
+}
+
+void HostDesktop::SetActiveEditor(IEditor* editor, int) {
+    m_ActiveEditor = editor;
+}

@@ -1,0 +1,109 @@
+/// HostDesktop: the desktop of any host, with or without windows.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <string>
+
+#include "command_stack.h"
+#include "host_prompt.h"
+#include "idesktop.h"
+#include "iglobal_manager.h"
+#include "option_store.h"
+#include "quorel_export.h"
+
+/// The side of a main window that toolbars need. Empty for a host without windows.
+class QUOREL_API HostToolBarHost : public IToolBarHost {
+public:
+    virtual ~HostToolBarHost();
+
+    CWnd* GetMainWindow() override { return m_MainWindow; }
+    void RecalcLayout(int first, int second) override;
+    void GetToolBarStateName(AString& name) override { name = m_StateName; }
+
+    CWnd* m_MainWindow = nullptr;
+    AString m_StateName;
+    std::function<void()> m_OnRecalcLayout; ///< may be empty
+};
+
+class QUOREL_API HostUserInterface : public IUserInterface {
+public:
+    virtual ~HostUserInterface();
+
+    void Refresh() override;
+
+    std::function<void()> m_OnRefresh; ///< may be empty
+};
+
+/// An IDesktop from parts. One serves all modules of a process; it outlives them.
+///
+/// A command's undo manager is known by its address only, so the stack of each manager is kept
+/// here; null names the desktop's own. Commands work once the host has given their hook.
+class QUOREL_API HostDesktop : public IDesktop {
+public:
+    struct Settings {
+        std::string m_InstallDirectory; ///< UTF-8, as the next one
+        std::string m_SysLibDirectory;
+        AString m_RegistryKey = u"Quorel";
+    };
+
+    /// @param options must outlive the desktop
+    HostDesktop(Settings settings, OptionStore& options);
+    HostDesktop(const HostDesktop&) = delete;
+    HostDesktop& operator=(const HostDesktop&) = delete;
+    virtual ~HostDesktop();
+
+    HostMessageSink* GetMessageSink() override { return &m_MessageSink; }
+    HostToolBarHost* GetToolBarHost() override { return &m_ToolBarHost; }
+    HostUserInterface* GetUserInterface() override { return &m_UserInterface; }
+    void GetInstallDirectory(AString& directory) override;
+    void GetSysLibDirectory(AString& directory) override;
+    void GetRegistryKey(AString& key) override { key = m_Settings.m_RegistryKey; }
+    void RunCommand(IQuorelCommand* command, Undo_Manager* manager) override;
+    void UndoCommand(Undo_Manager* manager) override;
+    void RedoCommand(Undo_Manager* manager) override;
+    int GetIntegerOption(int reserved, const AString& section, const AString& key,
+                         int defaultValue) override;
+    void GetStringOption(AString& value, int reserved, const AString& section, const AString& key,
+                         const AString& defaultValue) override;
+    bool GetBlockOption(int reserved, const AString& section, const AString& key,
+                        io::CStreamio_object& object) override;
+    void SetStringOption(int reserved, const AString& section, const AString& key,
+                         const AString& value) override;
+    void SetIntegerOption(int reserved, const AString& section, const AString& key,
+                          int value) override;
+    IGlobalManager* GetGlobalManager(const AString& name) override;
+    /// A manager that had the name is destroyed; null only takes it away.
+    void SetGlobalManager(const AString& name, IGlobalManager* manager) override;
+    HostPrompt* GetPrompt() override { return &m_Prompt; }
+    void SetActiveEditor(IEditor* editor, int reserved) override;
+
+    /// The editor last told to be active, null when none is.
+    IEditor* GetActiveEditor() const { return m_ActiveEditor; }
+    /// The commands of a manager; made when first asked for.
+    CommandStack& GetCommands(Undo_Manager* manager = nullptr);
+    /// Reads a block from its stored text: the hook of a host that links the block streams. Without
+    /// it no block option counts as stored.
+    std::function<bool(const AString& text, io::CStreamio_object& object)> m_ReadBlock;
+    /// Gives the hook of the command library, before the first command. It outlives the desktop.
+    void SetCommandWork(ICommandWork* work) { m_CommandWork = work; }
+    /// Destroys the global managers, the one registered last first: to be called while the modules
+    /// that made them are loaded.
+    void ReleaseGlobalManagers();
+
+private:
+    using Managers = std::vector<std::pair<AString, std::unique_ptr<IGlobalManager>>>;
+    Managers::iterator FindManager(const AString& name);
+
+    Settings m_Settings;
+    OptionStore& m_Options;
+    HostPrompt m_Prompt;
+    HostMessageSink m_MessageSink{m_Prompt};
+    HostToolBarHost m_ToolBarHost;
+    HostUserInterface m_UserInterface;
+    ICommandWork* m_CommandWork = nullptr;
+    std::map<Undo_Manager*, CommandStack> m_Commands;
+    Managers m_Managers; // in the order of registration
+    IEditor* m_ActiveEditor = nullptr;
+};
