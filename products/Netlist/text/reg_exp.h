@@ -18,7 +18,7 @@ struct RegEngine;
 struct RegLimits {
     std::size_t waste = 4096; ///< steps of failed tries on one subject before the thorough way
     std::size_t depth = 256;  ///< open choices of a try before the thorough way; 256 at most
-    std::size_t block = 256;  ///< characters between two notes of the thorough way
+    std::size_t block = 128 * 1024; ///< characters whose states the thorough way keeps
     std::size_t cache = 256 * 1024; ///< bytes of its automaton before that starts afresh
 };
 

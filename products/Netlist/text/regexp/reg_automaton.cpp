@@ -89,15 +89,13 @@ void RegAutomaton::NoteEaters() {
 }
 
 bool RegAutomaton::Trim() {
-    const std::size_t bytes =
-        steps_.size() * sizeof(State) + sets_.size() * sizeof(sets_[0]) + slots_.size() * 4;
-    if (bytes <= cacheBytes_ || found_.empty()) {
+    if (StateCount() * StateSize() <= cacheBytes_) {
         return false;
     }
     steps_.clear();
     sets_.clear();
     nexts_.clear();
-    found_.clear();
+    starts_.clear();
     slots_.assign(64, 0);
     return true;
 }
@@ -105,7 +103,7 @@ bool RegAutomaton::Trim() {
 RegAutomaton::State RegAutomaton::Find(const std::uint64_t* eaters, RegContext::Next next) {
     next = asksAhead_ ? next : RegContext::AtEnd;
     const std::uint32_t index = slots_[Slot(eaters, next)];
-    return index != 0 ? found_[index - 1] : Add(eaters, next);
+    return index != 0 ? static_cast<State>((index - 1) << shift_) : Add(eaters, next);
 }
 
 std::size_t RegAutomaton::Slot(const std::uint64_t* eaters, RegContext::Next next) const {
@@ -128,30 +126,29 @@ std::size_t RegAutomaton::Slot(const std::uint64_t* eaters, RegContext::Next nex
 }
 
 RegAutomaton::State RegAutomaton::Add(const std::uint64_t* eaters, RegContext::Next next) {
-    const std::size_t index = found_.size();
+    const std::size_t index = StateCount();
     sets_.insert(sets_.end(), eaters, eaters + words_);
     nexts_.push_back(next);
     steps_.resize(steps_.size() + (std::size_t{1} << shift_), kUnknown);
 
     const std::uint64_t* const stored = &sets_[index * words_];
     const std::uint16_t entry = places_.Code().Entry();
-    auto state = static_cast<State>(index << shift_);
     Evaluate(stored, {.next = next});
-    state |= viable_[entry] != 0 ? kStartsAfterOther : 0;
+    auto starts = viable_[entry] != 0 ? kStartsAfterOther : std::uint8_t{0};
     if (asksBehind_) {
         Evaluate(stored, {.afterWord = true, .next = next});
     }
-    state |= viable_[entry] != 0 ? kStartsAfterWord : 0;
-    found_.push_back(state);
+    starts |= viable_[entry] != 0 ? kStartsAfterWord : std::uint8_t{0};
+    starts_.push_back(starts);
 
-    if (found_.size() * 2 > slots_.size()) {
+    if (StateCount() * 2 > slots_.size()) {
         slots_.assign(slots_.size() * 2, 0);
         for (std::size_t i = 0; i < index; ++i) {
             slots_[Slot(&sets_[i * words_], nexts_[i])] = static_cast<std::uint32_t>(i + 1);
         }
     }
     slots_[Slot(stored, next)] = static_cast<std::uint32_t>(index + 1);
-    return state;
+    return static_cast<State>(index << shift_);
 }
 
 RegAutomaton::State RegAutomaton::MakeStep(State state, unsigned char byte) {
@@ -168,7 +165,7 @@ RegAutomaton::State RegAutomaton::MakeStep(State state, unsigned char byte) {
     }
     work_ += places_.Count();
     const State next = Find(made_.data(), RegContext::NextFor(byte));
-    steps_[(state & ~kStarts) + classes_[byte]] = next;
+    steps_[state + classes_[byte]] = next;
     return next;
 }
 

@@ -28,16 +28,18 @@ struct RegContext {
 /// them then gives one look-up a character.
 class RegAutomaton {
 public:
-    /// A state, with a flag above it for each kind of character that may stand before the position:
-    /// a match can begin here then. (At a tail's first character this doesn't count.)
     using State = std::uint32_t;
-    static constexpr State kStartsAfterOther = 1U << 31;
-    static constexpr State kStartsAfterWord = 1U << 30;
-    static constexpr State kStarts = kStartsAfterOther | kStartsAfterWord;
+
+    /// Whether a match can begin at the position of a state, by the kind of character before it. At
+    /// a tail's first character this doesn't count.
+    static constexpr std::uint8_t kStartsAfterOther = 1;
+    static constexpr std::uint8_t kStartsAfterWord = 2;
 
     /// `cacheBytes` bounds the states, see `Trim`. `places` must outlive the object.
     RegAutomaton(const RegPlaces& places, std::size_t cacheBytes);
 
+    /// Whether an assertion looks at the character before.
+    bool AsksBehind() const { return asksBehind_; }
     /// Number of 64-bit words of a set of eaters.
     std::size_t Words() const { return words_; }
 
@@ -45,11 +47,20 @@ public:
     State Find(const std::uint64_t* eaters, RegContext::Next next);
     /// The state of the position whose character is `byte`, from that of the one behind it.
     State Step(State state, unsigned char byte) {
-        const State known = steps_[(state & ~kStarts) + classes_[byte]];
+        const State known = (steps_.data() + classes_[byte])[state];
         return known != kUnknown ? known : MakeStep(state, byte);
     }
     const std::uint64_t* Eaters(State state) const { return &sets_[IndexOf(state) * words_]; }
+    std::uint8_t StartsOf(State state) const { return starts_[IndexOf(state)]; }
     RegContext::Next NextOf(State state) const { return nexts_[IndexOf(state)]; }
+
+    std::size_t StateCount() const { return nexts_.size(); }
+    /// A state's number, below their count.
+    std::size_t IndexOf(State state) const { return state >> shift_; }
+    /// Bytes that a state takes.
+    std::size_t StateSize() const {
+        return (sizeof(State) << shift_) + words_ * sizeof(std::uint64_t) + 4 * sizeof(State);
+    }
 
     /// Forgets all states if they take more than the cache. Returns whether it did.
     bool Trim();
@@ -60,7 +71,6 @@ public:
 private:
     static constexpr State kUnknown = ~0U;
 
-    std::size_t IndexOf(State state) const { return (state & ~kStarts) >> shift_; }
     void SortBytes();
     void NoteEaters();
     State MakeStep(State state, unsigned char byte);
@@ -81,7 +91,7 @@ private:
     std::vector<State> steps_;
     std::vector<std::uint64_t> sets_;
     std::vector<RegContext::Next> nexts_;
-    std::vector<State> found_;         ///< flags and state by index
+    std::vector<std::uint8_t> starts_;
     std::vector<std::uint32_t> slots_; ///< hash table of indices + 1
     std::vector<std::uint64_t> made_;  ///< scratch of a step
     std::vector<std::uint8_t> viable_; ///< scratch: nodes from which the end can be reached

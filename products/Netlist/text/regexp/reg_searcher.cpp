@@ -15,7 +15,7 @@ constexpr std::ptrdiff_t kFreeStepsPerByte = 4;
 RegSearcher::RegSearcher(const CRegProgram& program)
     : program_(program), firsts_(program.Program.First(program.Program.Entry())) {
     const unsigned first = firsts_.Next(0);
-    if (first != 0 && firsts_.Next(first + 1) == 256) {
+    if (first < 256 && firsts_.Next(first + 1) == 256) {
         onlyFirst_ = static_cast<int>(first);
     }
 }
@@ -29,7 +29,7 @@ void RegSearcher::SetLimits(const RegLimits& limits) {
 void RegSearcher::Begin(const RegSubject& subject) {
     if (serial_ != subject.Serial()) {
         serial_ = subject.Serial();
-        const std::size_t waste = limits_.waste == 0 ? 0 : limits_.waste + subject.Length() / 2;
+        const std::size_t waste = limits_.waste == 0 ? 0 : limits_.waste + subject.Length() / 4;
         waste_ = static_cast<std::ptrdiff_t>(waste);
     }
 }
@@ -64,9 +64,15 @@ bool RegSearcher::LacksMustHave(const RegTail& tail) const {
 }
 
 const char* RegSearcher::NextStart(const RegTail& tail, const char* from) const {
-    if (onlyFirst_ >= 0) {
+    if (program_.Anchored) {
+        return from == tail.begin && firsts_.Has(tail.At(from)) ? from : nullptr;
+    }
+    if (onlyFirst_ > 0) {
         const auto rest = static_cast<std::size_t>(tail.end - from);
         return rest == 0 ? nullptr : static_cast<const char*>(std::memchr(from, onlyFirst_, rest));
+    }
+    if (onlyFirst_ == 0) {
+        return tail.end;
     }
     while (from < tail.end && !firsts_.Has(static_cast<unsigned char>(*from))) {
         ++from;
@@ -80,7 +86,7 @@ const char* RegSearcher::StartBehind(const RegTail& tail, const char* failed) co
         // What follows the loop was tried all along its run, so a start inside the run fails too.
         failed = RegRunEnd(program_.Program, entry, tail, failed);
     }
-    return failed == tail.end || program_.Anchored ? nullptr : failed + 1;
+    return failed == tail.end ? nullptr : failed + 1;
 }
 
 RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart,
@@ -94,7 +100,7 @@ RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart,
     while (waste_ > 0) {
         const char* const from = at;
         at = NextStart(tail, from);
-        if (at == nullptr || (program_.Anchored && at != tail.begin)) {
+        if (at == nullptr) {
             return {};
         }
         steps_ += static_cast<std::uint64_t>(at - from);

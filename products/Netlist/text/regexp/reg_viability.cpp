@@ -6,15 +6,19 @@ namespace {
 
 /// Most bytes that the notes of one subject take, unless blocks would be longer than their number.
 constexpr std::size_t kNotesLimit = std::size_t{32} << 20;
-
-constexpr std::size_t kKnownSteps = 512;
+/// Most bytes of the states that one block can add, if its characters all make new ones.
+constexpr std::size_t kBlockStatesLimit = std::size_t{8} << 20;
+/// Most eaters for which steps of a match are kept.
+constexpr std::size_t kMaxKnownEaters = 128;
 
 } // namespace
 
 RegViability::RegViability(const RegCode& code, const RegLimits& limits)
     : code_(code), places_(code), automaton_(places_, limits.cache),
-      leastBlock_(std::max<std::size_t>(limits.block, 1)), known_(kKnownSteps),
-      visited_(code.Nodes().size()) {}
+      blockLimit_(std::min(kBlockStatesLimit / (automaton_.StateSize() + 4 * places_.Count()),
+                           limits.block)),
+      keepsKnown_(places_.Count() <= kMaxKnownEaters), visited_(code.Nodes().size()),
+      noEaters_(automaton_.Words()) {}
 
 void RegViability::Begin(const RegSubject& subject) {
     if (subject.Serial() == subject_.Serial()) {
@@ -23,10 +27,11 @@ void RegViability::Begin(const RegSubject& subject) {
     subject_ = subject;
     const std::size_t noteSize = automaton_.Words() * sizeof(std::uint64_t);
     const std::size_t length = subject.Length();
-    block_ = std::max(leastBlock_, length / (kNotesLimit / noteSize));
+    block_ = std::max({blockLimit_, length / (kNotesLimit / noteSize), std::size_t{1}});
     blocks_ = (length + block_ - 1) / block_;
     covered_ = blocks_;
-    loaded_ = ~std::size_t{0};
+    loaded_ = kNoBlock;
+    states_.clear();
     if (capacity_ < blocks_ || capacity_ > 2 * blocks_ + 1024) {
         notes_ = std::make_unique_for_overwrite<std::uint64_t[]>(blocks_ * automaton_.Words());
         capacity_ = blocks_;
@@ -41,6 +46,20 @@ const char* RegViability::BlockEnd(std::size_t block) const {
     return block + 1 < blocks_ ? BlockBegin(block + 1) : subject_.End();
 }
 
+/// Makes room for the steps of a match from all states that there are.
+void RegViability::GrowKnown() {
+    if (keepsKnown_) {
+        known_.resize(automaton_.StateCount() * 2 * places_.Count(), kUnknown);
+    }
+}
+
+/// Drops all that names states.
+void RegViability::Forget() {
+    loaded_ = kNoBlock;
+    states_.clear();
+    known_.clear();
+}
+
 RegViability::State RegViability::StateBehind(std::size_t block) {
     const char* const end = BlockEnd(block);
     const auto next = end == subject_.End() ? RegContext::AtEnd
@@ -50,20 +69,7 @@ RegViability::State RegViability::StateBehind(std::size_t block) {
 
 void RegViability::Cover(std::size_t block) {
     while (covered_ > block) {
-        if (automaton_.Trim()) {
-            loaded_ = ~std::size_t{0};
-            std::fill(known_.begin(), known_.end(), KnownStep{});
-        }
-        --covered_;
-        State state = StateBehind(covered_);
-        State any = 0;
-        const char* const begin = BlockBegin(covered_);
-        for (const char* at = BlockEnd(covered_); at != begin;) {
-            state = automaton_.Step(state, static_cast<unsigned char>(*--at));
-            any |= state;
-        }
-        steps_ += block_;
-        hasStart_[covered_] = (any & RegAutomaton::kStarts) != 0 ? 1 : 0;
+        const State state = Read(--covered_);
         if (covered_ != 0) {
             std::copy_n(automaton_.Eaters(state), automaton_.Words(),
                         &notes_[(covered_ - 1) * automaton_.Words()]);
@@ -72,28 +78,38 @@ void RegViability::Cover(std::size_t block) {
 }
 
 void RegViability::Load(std::size_t block) {
-    if (loaded_ == block) {
-        return;
-    }
     Cover(block);
-    if (automaton_.Trim()) {
-        std::fill(known_.begin(), known_.end(), KnownStep{});
+    if (loaded_ != block) {
+        Read(block);
     }
-    loaded_ = block;
-    State state = StateBehind(block);
-    const char* const begin = BlockBegin(block);
-    states_.resize(static_cast<std::size_t>(BlockEnd(block) - begin));
-    for (std::size_t i = states_.size(); i-- > 0;) {
-        state = automaton_.Step(state, static_cast<unsigned char>(begin[i]));
-        states_[i] = state;
-    }
-    steps_ += states_.size();
 }
 
-RegViability::State RegViability::StateAt(const char* at) {
+/// Works out and keeps the states of a block. Returns the one of its first character.
+RegViability::State RegViability::Read(std::size_t block) {
+    if (automaton_.Trim()) {
+        Forget();
+    }
+    State state = StateBehind(block);
+    std::uint8_t starts = 0;
+    loaded_ = block;
+    loadedBegin_ = BlockBegin(block);
+    states_.resize(static_cast<std::size_t>(BlockEnd(block) - loadedBegin_));
+    for (std::size_t i = states_.size(); i-- > 0;) {
+        state = automaton_.Step(state, static_cast<unsigned char>(loadedBegin_[i]));
+        states_[i] = state;
+        starts |= automaton_.StartsOf(state);
+    }
+    GrowKnown();
+    hasStart_[block] = starts;
+    steps_ += states_.size();
+    return state;
+}
+
+RegViability::State RegViability::LoadStateAt(const char* at) {
     if (at == subject_.End()) {
-        const std::vector<std::uint64_t> none(automaton_.Words());
-        return automaton_.Find(none.data(), RegContext::AtEnd);
+        const State state = automaton_.Find(noEaters_.data(), RegContext::AtEnd);
+        GrowKnown();
+        return state;
     }
     const std::size_t block = BlockOf(at);
     Load(block);
@@ -101,9 +117,8 @@ RegViability::State RegViability::StateAt(const char* at) {
 }
 
 RegContext RegViability::ContextAt(const char* at, const RegTail& tail, State state) const {
-    const bool first = at == tail.begin;
-    return {.atBegin = first,
-            .afterWord = !first && IsRegWordChar(static_cast<unsigned char>(at[-1])),
+    return {.atBegin = at == tail.begin,
+            .afterWord = IsAfterWord(at, tail),
             .next = automaton_.NextOf(state)};
 }
 
@@ -132,9 +147,9 @@ const char* RegViability::FirstStartIn(std::size_t block, const char* from) {
     const char* const begin = BlockBegin(block);
     for (const char* at = from; at < BlockEnd(block); ++at) {
         const bool afterWord = IsRegWordChar(static_cast<unsigned char>(at[-1]));
-        const State starts =
+        const auto starts =
             afterWord ? RegAutomaton::kStartsAfterWord : RegAutomaton::kStartsAfterOther;
-        if ((states_[static_cast<std::size_t>(at - begin)] & starts) != 0) {
+        if ((automaton_.StartsOf(states_[static_cast<std::size_t>(at - begin)]) & starts) != 0) {
             return at;
         }
     }
@@ -153,36 +168,39 @@ const char* RegViability::MatchEnd(const RegTail& tail, const char* at, const Re
         return nullptr;
     }
     StoreBounds(at, groups);
+    return groups.starts == nullptr && keepsKnown_ ? Walk(target, at, tail)
+                                                   : WalkGroups(target, at, tail, groups);
+}
+
+const char* RegViability::WalkGroups(Target target, const char* at, const RegTail& tail,
+                                     const RegGroups& groups) {
     while (target != kEnd) {
-        ++at;
+        const State state = StateAt(++at);
+        bounds_.clear();
+        target = Follow(target, state, ContextAt(at, tail, state));
+        StoreBounds(at, groups);
         ++steps_;
-        const State state = StateAt(at);
-        const RegContext context = ContextAt(at, tail, state);
-        if (groups.starts == nullptr) {
-            target = KnownFollow(target, state, context);
-        } else {
-            bounds_.clear();
-            target = Follow(target, state, context);
-            StoreBounds(at, groups);
-        }
     }
     return at;
 }
 
-RegViability::Target RegViability::KnownFollow(Target eater, State state,
-                                               const RegContext& context) {
-    const std::uint64_t key = std::uint64_t{eater} << 32 | (state & ~RegAutomaton::kStarts) << 1 |
-                              (context.afterWord ? 1U : 0U);
-    KnownStep& known = known_[(key ^ key >> 32 ^ key >> 7) % kKnownSteps];
-    if (known.key != key) {
-        known = {key, Follow(eater, state, context)};
+const char* RegViability::Walk(Target target, const char* at, const RegTail& tail) {
+    const char* const from = at;
+    while (target != kEnd) {
+        const State state = StateAt(++at);
+        Target& known = Known(target, state, IsAfterWord(at, tail));
+        if (known == kUnknown) {
+            known = Follow(target, state, ContextAt(at, tail, state));
+        }
+        target = known;
     }
-    return known.target;
+    steps_ += static_cast<std::uint64_t>(at - from);
+    return at;
 }
 
 RegViability::Target RegViability::Follow(Target eater, State state, const RegContext& context) {
     if (places_.HasSuccessor(eater)) {
-        return eater + 1;
+        return static_cast<Target>(eater + 1);
     }
     const RegNode& node = places_.NodeOf(eater);
     if (RegPlaces::IsLoop(node) && HasRegBit(automaton_.Eaters(state), eater)) {

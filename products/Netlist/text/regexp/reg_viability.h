@@ -33,15 +33,12 @@ public:
 private:
     using State = RegAutomaton::State;
     /// Where a way leads: to an eater, to the program's end, or nowhere.
-    using Target = std::uint32_t;
-    static constexpr Target kEnd = ~0U;
-    static constexpr Target kNowhere = kEnd - 1;
+    using Target = std::uint16_t;
+    static constexpr Target kEnd = 0xFFFF;
+    static constexpr Target kNowhere = 0xFFFE;
+    static constexpr Target kUnknown = 0xFFFD;
+    static constexpr std::size_t kNoBlock = ~std::size_t{0};
 
-    /// What `Follow` gave for an eater, by the state that it depended on.
-    struct KnownStep {
-        std::uint64_t key = ~0ULL;
-        Target target = kNowhere;
-    };
     /// A way to look at, and the number of bounds passed before it.
     struct Fork {
         std::uint16_t place;
@@ -56,20 +53,37 @@ private:
     State StateBehind(std::size_t block);
     void Cover(std::size_t block);
     void Load(std::size_t block);
+    State Read(std::size_t block);
+    void Forget();
+    void GrowKnown();
     const char* FirstStartIn(std::size_t block, const char* from);
 
-    State StateAt(const char* at);
+    State StateAt(const char* at) {
+        const auto offset = static_cast<std::size_t>(at - loadedBegin_);
+        return offset < states_.size() ? states_[offset] : LoadStateAt(at);
+    }
+    State LoadStateAt(const char* at);
+    bool IsAfterWord(const char* at, const RegTail& tail) const {
+        return automaton_.AsksBehind() && at != tail.begin &&
+               IsRegWordChar(static_cast<unsigned char>(at[-1]));
+    }
     RegContext ContextAt(const char* at, const RegTail& tail, State state) const;
     Target Enter(const char* at, const RegTail& tail);
     Target Follow(Target eater, State state, const RegContext& context);
-    Target KnownFollow(Target eater, State state, const RegContext& context);
+    Target& Known(Target eater, State state, bool afterWord) {
+        const std::size_t row = automaton_.IndexOf(state) * 2 + (afterWord ? 1 : 0);
+        return known_[row * places_.Count() + eater];
+    }
+    const char* Walk(Target target, const char* at, const RegTail& tail);
+    const char* WalkGroups(Target target, const char* at, const RegTail& tail,
+                           const RegGroups& groups);
     Target Descend(std::uint16_t root, State state, const RegContext& context);
     void StoreBounds(const char* at, const RegGroups& groups);
 
     const RegCode& code_;
     RegPlaces places_;
     RegAutomaton automaton_;
-    std::size_t leastBlock_;
+    std::size_t blockLimit_;
     RegSubject subject_{std::string_view()};
 
     std::size_t block_ = 1;   ///< characters of a block
@@ -79,13 +93,16 @@ private:
     std::unique_ptr<std::uint64_t[]> notes_; ///< the eaters behind each block
     std::vector<std::uint8_t> hasStart_;     ///< whether a match may start in a block, by block
 
-    std::size_t loaded_ = ~std::size_t{0}; ///< the block whose states stand in `states_`
+    std::size_t loaded_ = kNoBlock; ///< the block whose states stand in `states_`
+    const char* loadedBegin_ = nullptr;
     std::vector<State> states_;
-    std::vector<KnownStep> known_;
+    bool keepsKnown_;           ///< there are few enough eaters to keep what `Follow` gave
+    std::vector<Target> known_; ///< by state, kind of the character before, and eater
 
     std::vector<std::uint32_t> visited_; ///< by node: the last descent that came by
     std::uint32_t descent_ = 0;
-    std::vector<Fork> forks_;
+    std::vector<Fork> forks_;           ///< scratch of a descent
     std::vector<std::uint16_t> bounds_; ///< OPEN and CLOSE nodes on the way
+    const std::vector<std::uint64_t> noEaters_;
     std::uint64_t steps_ = 0;
 };
