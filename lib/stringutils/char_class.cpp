@@ -8,12 +8,13 @@
 namespace chars::detail {
 namespace {
 
-/// The range that holds a unit, or null.
-constexpr const CharRange* FindRange(char16_t ch) {
-    const CharRange* row =
+/// The range that holds a unit, or one without class and other form.
+constexpr CharRange RangeOf(char16_t ch) {
+    const auto row =
         std::lower_bound(std::begin(kCharRanges), std::end(kCharRanges), ch,
                          [](const CharRange& range, char16_t key) { return range.last < key; });
-    return row != std::end(kCharRanges) && row->first <= ch ? row : nullptr;
+    const bool isFound = row != std::end(kCharRanges) && row->first <= ch;
+    return isFound ? *row : CharRange{ch, ch, None, 0};
 }
 
 constexpr bool IsSecondOfPair(const CharRange& range, char16_t ch) {
@@ -21,10 +22,8 @@ constexpr bool IsSecondOfPair(const CharRange& range, char16_t ch) {
 }
 
 constexpr std::uint8_t Classes(char16_t ch) {
-    const CharRange* range = FindRange(ch);
-    if (!range)
-        return 0;
-    switch (range->kind) {
+    const CharRange range = RangeOf(ch);
+    switch (range.kind) {
     case None:
         return 0;
     case Space:
@@ -42,15 +41,14 @@ constexpr std::uint8_t Classes(char16_t ch) {
     case Upper:
         return kAlpha | kUpper;
     case Pairs:
-        return kAlpha | (IsSecondOfPair(*range, ch) ? kLower : kUpper);
+        return kAlpha | (IsSecondOfPair(range, ch) ? kLower : kUpper);
     }
     return 0;
 }
 
 constexpr char16_t Lowered(char16_t ch) {
-    const CharRange* range = FindRange(ch);
-    const bool isOwnForm = !range || IsSecondOfPair(*range, ch);
-    return isOwnForm ? ch : static_cast<char16_t>(ch + range->delta);
+    const CharRange range = RangeOf(ch);
+    return IsSecondOfPair(range, ch) ? ch : static_cast<char16_t>(ch + range.delta);
 }
 
 constexpr Latin1Tables MakeLatin1() {
