@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <iterator>
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -117,7 +118,7 @@ public:
 protected:
     const Item_list* GetChildren() const override { return &mItems; }
     void AddStats(Block_stats& stats) const override;
-    bool Take(CBlock_item& item) override;
+    bool ReadWhole(CAbstract_istream& stream) override;
 
 private:
     friend class Block_reader;
@@ -125,8 +126,11 @@ private:
     /// The first slot from `slot` on that holds an item.
     std::uint32_t NextSlot(std::uint32_t slot) const noexcept;
     std::uint32_t FindSlot(std::u16string_view name) const;
-    template <class T>
-    bool GetAs(T& target, bool (CBlock_item::*isOfClass)() const) const;
+    /// The item of the target's name if it is of the class that `isOfClass` tells.
+    const CBlock_item* FindOfClass(const CBlock_item& target,
+                                   bool (CBlock_item::*isOfClass)() const) const;
+    void DropEmptySlots();
+    void CollectErrors(std::map<int, AString>& byLine) const;
 
     mutable std::uint32_t mCursor : 31 = 0; ///< the slot behind the last one found
     mutable std::uint32_t mFound : 1 = 0;

@@ -76,7 +76,7 @@ public:
 protected:
     const Item_list* GetChildren() const override { return &mArgs; }
     void AddStats(Block_stats& stats) const override;
-    bool Take(CBlock_item& item) override;
+    bool ReadWhole(CAbstract_istream& stream) override;
     const CToken* GetLeadToken() const override;
 
 private:

@@ -32,13 +32,19 @@ public:
     std::time_t GetTime() const noexcept { return mTime; }
     int GetVersion() const noexcept { return mVersion; }
     void SetVersion(int version) noexcept { mVersion = version; }
+    /// Takes over all of these from another index.
+    void TakeSettings(const CBlock_index& other) noexcept;
 
     /// Enters a block, in place of an entry of that path. A nested one is passed over, with true,
-    /// unless all levels are on; a position that is not valid gives false.
+    /// unless all levels are on. False for a position that is not valid, and for a path that would
+    /// make the table's paths long beyond measure: more than 8 units for each unit of the stream in
+    /// front of the position, with 65,536 to begin with.
     bool AddEntry(const AString& path, const CAbstract_stream_pos& pos);
     /// Takes position, line and level of an entry over into `pos`; false without one, and for one
     /// that tells no position from 0 on.
     bool FindEntry(const AString& path, CAbstract_stream_pos& pos) const;
+    /// Takes them from an item of the table; false for one that is no such entry.
+    static bool FillFrom(const CBlock_item& item, CAbstract_stream_pos& pos);
     /// Goes to a block. False, and the stream stays, without an entry.
     bool Seek(const AString& path, CAbstract_stream& stream) const;
 
@@ -55,6 +61,7 @@ private:
     bool mAllLevels = false;
     std::time_t mTime;
     int mVersion = 0;
+    std::size_t mPathUnits = 0; ///< of the paths entered
 };
 
 } // namespace io

@@ -78,13 +78,12 @@ public:
 
 protected:
     friend class Item_walk;
-    friend class Block_writer;
     /// Items or arguments; null for items that can't have any.
     virtual const Item_list* GetChildren() const { return nullptr; }
     /// Adds what this item holds itself, without its children.
     virtual void AddStats(Block_stats& stats) const = 0;
-    /// Takes over the value of an item of the same class; false for any other.
-    virtual bool Take(CBlock_item& item) = 0;
+    /// Reads an item of this class with its name. False if the stream holds another one; may throw.
+    virtual bool ReadWhole(CAbstract_istream& stream) = 0;
 
 private:
     template <class T>

@@ -31,7 +31,7 @@ public:
 
 protected:
     void AddStats(Block_stats& stats) const override;
-    bool Take(CBlock_item& item) override;
+    bool ReadWhole(CAbstract_istream& stream) override;
 
 private:
     CToken mName;

@@ -42,7 +42,7 @@ public:
 
 protected:
     void AddStats(Block_stats& stats) const override;
-    bool Take(CBlock_item& item) override;
+    bool ReadWhole(CAbstract_istream& stream) override;
     const CToken* GetLeadToken() const override;
 
 private:

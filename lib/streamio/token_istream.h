@@ -150,6 +150,10 @@ private:
     }
     bool ReadFirst();
     bool SkipEols();
+    void SkipEolsIfSet() {
+        if (mSkipEol)
+            SkipEols();
+    }
     const CToken& Peek() const { return mTokenStreamBuf->PeekToken(); }
     void Step() { mTokenStreamBuf->NextToken(); }
     bool AtSymbol(char16_t ch) { return Prepare() && IsThisSymbol(Peek(), ch); }
@@ -178,17 +182,26 @@ private:
     }
     /// True when the token behind the current one is a value, of that text if it is given.
     bool IsValueBehind(const std::u16string_view* text = nullptr);
-    bool IsText(TokenKind kind, std::u16string_view text);
+    bool IsOfKind(TokenKind kind);
+    bool IsThisText(std::u16string_view text) const;
 
     bool Accept(bool isMatch);
-    template <class T>
-    bool AcceptText(bool isMatch, T& text);
+    bool AcceptText(bool isMatch, AString& text);
     template <class T>
     bool ReadNumber(T& value);
-    bool TakeName(CToken& name);
-    bool Find(bool (*step)(CToken_istream&, std::u16string_view), std::u16string_view text);
+    void TakeBegin(CToken& name);
+    template <class Search>
+    bool Find(Search search);
+    bool FindInBlock(std::u16string_view text, bool isBegin);
+    void SkipBlock();
+
+    friend class Index_scan;
+    CAbstract_stream_pos TokenPos() const;
+    bool GoToStart();
     bool ReadStoredIndex();
+    bool LoadStoredIndex();
     bool CheckIndex(bool isWhole);
+    bool CheckEntries(bool isWhole);
 
     CBase_grammar* mGrammar;
     std::unique_ptr<CBase_grammar> mOwnedGrammar;

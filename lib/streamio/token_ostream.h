@@ -90,12 +90,14 @@ protected:
     bool SeekRaw(std::streamoff pos) override;
 
 private:
-    friend class Block_writer;
-
     void WriteBlockWord(const AString& word, std::u16string_view name, bool isNamed);
+    void EnterBlock(std::u16string_view name, bool isNamed);
+    void LeaveBlock(std::u16string_view name, bool isNamed);
     void NoteBlockBegin(std::u16string_view name);
-    void WriteBaseIndex(bool isLastPass);
-    bool FinishIndex();
+    CAbstract_stream_pos BeginPos() const;
+    void WriteBaseIndex(const CAbstract_stream_pos& index);
+    void FinishIndex();
+    std::streamoff GetStartPos() const { return IsBinary() ? 1 : 0; }
 
     CBase_grammar* mGrammar;
     std::unique_ptr<CBase_grammar> mOwnedGrammar;

@@ -1,0 +1,307 @@
+#include "block_reader.h"
+
+#include "name_index.h"
+#include "names.h"
+
+namespace io {
+
+/// The children of one block or function on the common stack; what is not taken is dropped.
+class Block_reader::Children {
+public:
+    explicit Children(Block_reader& reader)
+        : mStack(reader.mChildren), mFirst(reader.mChildren.size()) {}
+    Children(const Children&) = delete;
+    Children& operator=(const Children&) = delete;
+    ~Children() { mStack.resize(mFirst); }
+
+    void Add(Block_hold<CBlock_item>&& child) { mStack.push_back(std::move(child)); }
+    void MoveTo(Item_list& list) {
+        list.append_moved(mStack.data() + mFirst, mStack.size() - mFirst);
+    }
+
+private:
+    std::vector<Block_hold<CBlock_item>>& mStack;
+    std::size_t mFirst;
+};
+
+Block_reader::Block_reader(CAbstract_istream& stream)
+    : mStream(dynamic_cast<CToken_istream*>(&stream)) {
+    USE_ASSERT(mStream);
+    mIsBinary = mStream && mStream->IsBinary();
+}
+
+ReadError Block_reader::Fail(ReadError error) {
+    mErrorLine = mStream ? mStream->GetTokenLine() : 0;
+    return error;
+}
+
+/// The symbol that is the current token, or 0. Steps over line ends.
+char16_t Block_reader::SymbolHere() {
+    return mStream->Prepare() ? SymbolHereRaw() : u'\0';
+}
+
+/// The same without stepping.
+char16_t Block_reader::SymbolHereRaw() const {
+    const CToken& token = mStream->Peek();
+    return token.GetKind() == TokenKind::Symbol && token.GetTextLength() == 1
+               ? token.GetTextView()[0]
+               : u'\0';
+}
+
+// --- Values ---
+
+namespace {
+
+/// The kinds that are a value, as bits.
+constexpr std::uint32_t kValueKinds = [] {
+    std::uint32_t kinds = 0;
+    for (int kind = 0; kind < kTokenKindCount; ++kind) {
+        const auto k = static_cast<TokenKind>(kind);
+        if (IsNumberKind(k) || IsQuotedKind(k) || k == TokenKind::Keyword || k == TokenKind::True ||
+            k == TokenKind::False)
+            kinds |= 1u << kind;
+    }
+    return kinds;
+}();
+
+bool IsValueKind(TokenKind kind) {
+    return (kValueKinds >> static_cast<unsigned>(kind) & 1) != 0;
+}
+
+/// True for a token that no name and no argument begins with.
+bool IsNoName(const CToken& token) {
+    const TokenKind kind = token.GetKind();
+    return kind == TokenKind::Null || kind >= TokenKind::Symbol ||
+           (kind == TokenKind::Keyword && token.GetTextLength() == 0) ||
+           ((kind == TokenKind::WhiteSpace || kind == TokenKind::Comment) &&
+            token.GetTextLength() == 0);
+}
+
+} // namespace
+
+ReadError Block_reader::ReadToken(CToken& value) {
+    if (!mStream->Prepare() || !IsValueKind(mStream->Peek().GetKind()))
+        return Fail(ReadError::kValue);
+    value = mStream->Peek();
+    mStream->Step();
+    return ReadError::kOk;
+}
+
+ReadError Block_reader::ReadValue(CBlock_value& value) {
+    CToken token;
+    const ReadError error = mStream ? ReadToken(token) : Fail(ReadError::kRead);
+    if (error == ReadError::kOk)
+        value.SetValue(std::move(token));
+    return error;
+}
+
+ReadError Block_reader::ReadNamedValue(CBlock_named_value& value) {
+    if (!mStream || SymbolHere() != u'=')
+        return Fail(ReadError::kEquals);
+    mStream->Step();
+    return ReadValue(value);
+}
+
+// --- Items and arguments ---
+
+ReadError Block_reader::ReadItem(Block_hold<CBlock_item>& item) {
+    if (!mStream || !mStream->Prepare() || IsNoName(mStream->Peek()))
+        return Fail(ReadError::kIdentifier);
+    if (mStream->AtBegin())
+        return ReadNestedBlock(item);
+    CToken name = mStream->Peek();
+    mStream->Step();
+    return ReadBehindName(item, std::move(name), SymbolHereRaw(), false); // on the name's line
+}
+
+ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
+    if (!mStream || !mStream->Prepare())
+        return Fail(ReadError::kValue);
+    if (IsNoName(mStream->Peek())) {
+        auto* value = new CBlock_value();
+        arg = Block_hold<CBlock_item>(value);
+        return SymbolHereRaw() == u',' ? ReadError::kOk : ReadValue(*value);
+    }
+    CToken name = mStream->Peek();
+    mStream->Step();
+    return ReadBehindName(arg, std::move(name), SymbolHere(), true);
+}
+
+template <class T>
+T& Block_reader::Make(Block_hold<CBlock_item>& item, CToken&& name) {
+    T* made = new T(std::move(name));
+    item = Block_hold<CBlock_item>(made);
+    mStream->Step();
+    return *made;
+}
+
+ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name,
+                                       char16_t symbol, bool isArg) {
+    switch (symbol) {
+    case u'=':
+        return ReadValue(Make<CBlock_named_value>(item, std::move(name)));
+    case u'(':
+        if (mFuncDepth == kMaxBlockNesting)
+            return Fail(ReadError::kItem);
+        return ReadFuncBody(Make<CBlock_func>(item, std::move(name)));
+    case u'[':
+        return ReadVecBody(Make<CBlock_vec>(item, std::move(name)));
+    default:
+        if (!isArg)
+            return Fail(ReadError::kParenOrEquals);
+        item = Block_hold<CBlock_item>(new CBlock_value(std::move(name)));
+        return ReadError::kOk;
+    }
+}
+
+/// What stands behind an argument or element: a comma, or in text the closing symbol.
+ReadError Block_reader::ReadBehind(char16_t close) {
+    const char16_t symbol = SymbolHere();
+    if (symbol == u',')
+        mStream->Step();
+    else if (!mIsBinary && symbol != close)
+        return Fail(ReadError::kCloseOrComma);
+    return ReadError::kOk;
+}
+
+ReadError Block_reader::ReadFunc(CBlock_func& func) {
+    if (!mStream || SymbolHere() != u'(')
+        return Fail(ReadError::kOpen);
+    mStream->Step();
+    return ReadFuncBody(func);
+}
+
+ReadError Block_reader::ReadFuncBody(CBlock_func& func) {
+    ++mFuncDepth;
+    Children args(*this);
+    const ReadError error = ReadArgs(args);
+    args.MoveTo(func.mArgs);
+    func.ResetCursor();
+    --mFuncDepth;
+    return error;
+}
+
+ReadError Block_reader::ReadArgs(Children& args) {
+    while (SymbolHere() != u')') {
+        if (mStream->AtEof())
+            return ReadError::kOk;
+        Block_hold<CBlock_item> arg;
+        if (const ReadError error = ReadArg(arg); error != ReadError::kOk)
+            return error;
+        args.Add(std::move(arg));
+        if (const ReadError error = ReadBehind(u')'); error != ReadError::kOk)
+            return error;
+    }
+    mStream->Step();
+    return ReadError::kOk;
+}
+
+ReadError Block_reader::ReadVec(CBlock_vec& vec) {
+    if (!mStream || SymbolHere() != u'[')
+        return Fail(ReadError::kOpen);
+    mStream->Step();
+    return ReadVecBody(vec);
+}
+
+ReadError Block_reader::ReadVecBody(CBlock_vec& vec) {
+    mElements.clear();
+    const ReadError error = ReadElements();
+    vec.mElements.append_moved(mElements.data(), mElements.size());
+    vec.mCursor = 0;
+    vec.mFound = 1;
+    return error;
+}
+
+ReadError Block_reader::ReadElements() {
+    constexpr double kMaxSize = 65535;
+    if (mStream->Prepare() && mStream->Peek().IsNumber()) {
+        CToken first = mStream->Peek();
+        if (!(first.GetNumber() >= 0 && first.GetNumber() <= kMaxSize))
+            return Fail(ReadError::kVectorSize);
+        mStream->Step();
+        if (SymbolHere() == u':') {
+            mStream->Step(); // the size takes no memory: what stands there decides
+        } else {
+            mElements.push_back(std::move(first));
+            if (const ReadError error = ReadBehind(u']'); error != ReadError::kOk)
+                return error;
+        }
+    }
+    while (SymbolHere() != u']') {
+        if (mStream->AtEof())
+            return ReadError::kOk;
+        mElements.emplace_back();
+        if (const ReadError error = ReadToken(mElements.back()); error != ReadError::kOk) {
+            mElements.pop_back();
+            return error;
+        }
+        if (const ReadError error = ReadBehind(u']'); error != ReadError::kOk)
+            return error;
+    }
+    mStream->Step();
+    return ReadError::kOk;
+}
+
+// --- Blocks ---
+
+ReadError Block_reader::ReadNestedBlock(Block_hold<CBlock_item>& item) {
+    if (mBlockDepth == kMaxBlockNesting)
+        return Fail(ReadError::kItem);
+    auto* block = new CBlock();
+    item = Block_hold<CBlock_item>(block);
+    ReadBlockBody(*block);
+    return ReadError::kOk;
+}
+
+void Block_reader::ReadBlock(CBlock& block) {
+    if (mStream && mStream->AtBegin()) {
+        ReadBlockBody(block);
+        return;
+    }
+    block.mErrors.push_back(XStreamioError(Fail(ReadError::kBeginEnd), mErrorLine));
+    if (mStream)
+        mStream->SetFail();
+}
+
+void Block_reader::ReadBlockBody(CBlock& block) {
+    mStream->TakeBegin(block.mName);
+    ++mBlockDepth;
+    Children items(*this);
+    ReadItems(block, items);
+    items.MoveTo(block.mItems);
+    block.mNameIndex.reset();
+    block.mCursor = 0;
+    --mBlockDepth;
+}
+
+void Block_reader::ReadItems(CBlock& block, Children& items) {
+    while (!mStream->AtEnd()) {
+        if (mStream->AtEof())
+            return;
+        Block_hold<CBlock_item> item;
+        if (const ReadError error = ReadItem(item); error == ReadError::kOk)
+            items.Add(std::move(item));
+        else
+            NoteAndSkip(block, error);
+    }
+    ReadEnd(block);
+}
+
+void Block_reader::ReadEnd(CBlock& block) {
+    mStream->ReadEnd();
+    if (mStream->IsEol() || mStream->AtEof())
+        return;
+    const int line = mStream->GetTokenLine();
+    if (!mStream->ReadValue(BlockName(block.mName))) {
+        mErrorLine = line;
+        NoteAndSkip(block, ReadError::kBeginEnd);
+    }
+}
+
+void Block_reader::NoteAndSkip(CBlock& block, ReadError error) {
+    block.mErrors.push_back(XStreamioError(error, mErrorLine));
+    mStream->Clear();
+    mStream->SkipLine();
+}
+
+} // namespace io

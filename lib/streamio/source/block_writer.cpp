@@ -1,0 +1,181 @@
+#include "block_writer.h"
+
+#include <algorithm>
+
+#include "char_class.h"
+#include "item_walk.h"
+#include "names.h"
+
+namespace io {
+
+Block_writer::Block_writer(CAbstract_ostream& stream)
+    : mStream(dynamic_cast<CToken_ostream*>(&stream)), mIsBinary(mStream && mStream->IsBinary()) {
+    USE_ASSERT(mStream);
+}
+
+// --- Items ---
+
+void Block_writer::Write(const CBlock_item& root) {
+    if (!mStream)
+        return;
+    for (Item_walk walk(root); walk.Next();) {
+        const CBlock_item& item = walk.GetItem();
+        const bool isEnd = walk.GetMeeting() != Item_walk::Meeting::kOpen;
+        if (walk.GetMeeting() == Item_walk::Meeting::kClose) {
+            WriteClose(item);
+        } else {
+            if (!walk.IsFirst() && walk.GetParent()->IsFunc())
+                WriteComma();
+            if (isEnd)
+                item.Write(*mStream);
+            else
+                WriteOpen(item);
+        }
+        if (isEnd && walk.GetParent() && walk.GetParent()->IsBlock())
+            mStream->EndLine();
+    }
+}
+
+void Block_writer::WriteOpen(const CBlock_item& item) {
+    if (item.IsBlock()) {
+        mStream->BeginBlock(item.GetNameToken());
+    } else {
+        WriteName(item.GetNameToken());
+        mStream->WriteSymbol(u'(');
+    }
+}
+
+void Block_writer::WriteClose(const CBlock_item& item) {
+    if (item.IsBlock())
+        mStream->EndBlock(item.GetNameToken());
+    else
+        mStream->WriteSymbol(u')');
+}
+
+/// Between arguments or elements; the binary form has none.
+void Block_writer::WriteComma() {
+    if (mIsBinary)
+        return;
+    mStream->WriteSymbol(u',');
+    mStream->Write(u' ');
+}
+
+void Block_writer::WriteElements(const CBlock_vec& vec) {
+    constexpr unsigned kMaxSize = 65535;
+    if (!mStream)
+        return;
+    mStream->WriteSymbol(u'[');
+    mStream->Write(std::min(vec.GetSize(), kMaxSize));
+    mStream->WriteSymbol(u':');
+    if (!vec.IsEmpty() && !mIsBinary)
+        mStream->Write(u' ');
+    for (const CToken& element : vec) {
+        if (&element != vec.begin())
+            WriteComma();
+        if (element.IsNumber())
+            mStream->Write(element);
+        else
+            WriteText(element);
+    }
+    mStream->WriteSymbol(u']');
+}
+
+// --- Names and values ---
+
+void Block_writer::WriteName(const CToken& name) {
+    if (!mStream)
+        return;
+    const TokenKind kind = name.GetKind();
+    if (name.IsNumber() || kind == TokenKind::True || kind == TokenKind::False) {
+        mStream->Write(name);
+        return;
+    }
+    const std::u16string_view text = name.GetTextView();
+    const bool isPlain =
+        mIsBinary ? kind == TokenKind::Keyword && IsPlainName(text) : IsPlainName(text);
+    if (isPlain)
+        mStream->Write(CToken(TokenKind::Keyword, text));
+    else
+        mStream->Write(CToken(TokenKind::SingleQuotedText, text));
+}
+
+void Block_writer::WriteValue(const CToken& value) {
+    if (!mStream)
+        return;
+    if (IsIntegerKind(value.GetKind())) {
+        WriteInteger(value);
+    } else if (value.GetKind() == TokenKind::Hex) {
+        const bool old = mStream->SetHex(true);
+        mStream->Write(value);
+        mStream->SetHex(old);
+    } else {
+        WriteText(value);
+    }
+}
+
+void Block_writer::WriteInteger(const CToken& value) {
+    const double number = value.GetNumber();
+    const IntegerRange range = GetIntegerRange(value.GetKind());
+    if (!(number >= range.lowest && number <= range.highest))
+        mStream->Write(value);
+    else if (value.GetKind() >= TokenKind::UnsignedShort)
+        mStream->Write(static_cast<unsigned>(number));
+    else
+        mStream->Write(static_cast<int>(number)); // as a short it would lose its sign in binary
+}
+
+/// Any token that is no integer and no Hex, so that it reads back as a value.
+void Block_writer::WriteText(const CToken& text) {
+    const std::u16string_view view = text.GetTextView();
+    bool isPlain = true;
+    switch (text.GetKind()) {
+    case TokenKind::Keyword:
+        isPlain = mIsBinary || IsPlainWord(view);
+        break;
+    case TokenKind::WhiteSpace:
+    case TokenKind::Comment:
+    case TokenKind::Symbol:
+        isPlain = false;
+        break;
+    case TokenKind::Eol:
+    case TokenKind::Eof:
+    case TokenKind::Error:
+        mStream->Write(CToken());
+        return;
+    default:
+        break;
+    }
+    if (isPlain)
+        mStream->Write(text);
+    else
+        mStream->Write(CToken(TokenKind::SingleQuotedText, view));
+}
+
+/// True when the text reads as a Keyword.
+bool Block_writer::IsPlainWord(std::u16string_view text) const {
+    const CBase_grammar& grammar = *mStream->GetGrammar();
+    TokenKind kind;
+    return grammar.IsOneToken(text, kind) && kind == TokenKind::Keyword &&
+           !IsSameNoCase(text, grammar.GetTrueWord()) &&
+           !IsSameNoCase(text, grammar.GetFalseWord()) &&
+           !IsSameNoCase(text, grammar.GetBeginCData());
+}
+
+/// True when the text reads as a name with that text: a Keyword that is no block word, or a number.
+bool Block_writer::IsPlainName(std::u16string_view text) const {
+    if (IsSameNoCase(text, mStream->GetBeginWord()) || IsSameNoCase(text, mStream->GetEndWord()))
+        return false;
+    if (mIsBinary)
+        return !text.empty();
+    return IsPlainWord(text) || IsPlainNumber(text);
+}
+
+/// True when the text reads as one number. The grammar scans some more as one, such as 1e, whose
+/// last characters go back to the input when they are read.
+bool Block_writer::IsPlainNumber(std::u16string_view text) const {
+    TokenKind kind;
+    return mStream->GetGrammar()->IsOneToken(text, kind) && IsNumberKind(kind) &&
+           (kind == TokenKind::Hex || text.back() == u'.' || chars::IsDigit(text.back()));
+}
+
+} // namespace io

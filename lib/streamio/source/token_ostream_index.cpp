@@ -1,0 +1,86 @@
+// The index that CToken_ostream builds while it writes.
+
+#include "assertion.h"
+#include "block_index.h"
+#include "code_page.h"
+#include "token_ostream.h"
+
+namespace io {
+
+namespace {
+
+/// The base index goes out with numbers of one width, so that it can be written again in place.
+constexpr int kNumberWidth = 12;
+constexpr int kBaseIndentWidth = 2;
+
+} // namespace
+
+bool CToken_ostream::BuildIndex(unsigned flags) {
+    if (mBuildIndex)
+        return true;
+    if (TellRaw() != GetStartPos())
+        return false;
+    mIndex = std::make_unique<CBlock_index>(AString(CBlock_index::kIndexName));
+    mIndex->SetAllLevels((flags & kAllLevels) != 0);
+    WriteBaseIndex(BeginPos());
+    mBuildIndex = true;
+    return true;
+}
+
+/// Where the begin word that is written next will stand, with a state for an index entry.
+CAbstract_stream_pos CToken_ostream::BeginPos() const {
+    CAbstract_stream_pos pos(TellRaw());
+    NewState(pos);
+    pos.GetState()->mLevel = mLevel;
+    if (auto* state = dynamic_cast<CToken_stream_state*>(pos.GetState()))
+        state->mLine = GetLine();
+    if (!IsBinary() && pos.IsValid()) {
+        const AString indent = GetIndent();
+        const bool isUtf8 = mTokenStreamBuf->GetEncoding() == StreamEncoding::Utf8;
+        pos.mPos += static_cast<std::streamoff>(isUtf8 ? codepage::Utf16ToUtf8Length(indent)
+                                                       : indent.size());
+    }
+    return pos;
+}
+
+void CToken_ostream::NoteBlockBegin(std::u16string_view name) {
+    AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back() + u'\t';
+    path += name;
+    mIndex->AddEntry(path, BeginPos());
+    mOpenBlocks.push_back(std::move(path));
+}
+
+/// Writes the block in front that tells where the index stands. It has the same size each time.
+void CToken_ostream::WriteBaseIndex(const CAbstract_stream_pos& index) {
+    CBlock_index base{AString(CBlock_index::kBaseIndexName)};
+    base.TakeSettings(*mIndex);
+    base.AddEntry(CBlock_index::kIndexName, index);
+    const int oldWidth = SetWidth(kNumberWidth);
+    const char16_t oldFill = SetFill(u'0');
+    const int oldIndentWidth = SetIndentWidth(kBaseIndentWidth);
+    base.Write(*this);
+    SetIndentWidth(oldIndentWidth);
+    SetFill(oldFill);
+    SetWidth(oldWidth);
+}
+
+void CToken_ostream::FinishIndex() {
+    mBuildIndex = false;
+    while (mLevel != 0)
+        PopLevel();
+    EndLine();
+    const CAbstract_stream_pos end = Tell();
+    // In binary a position of more than 31 bits takes other room: the index then stays unused.
+    constexpr std::streamoff kMaxBinaryPos = 0x7FFFFFFF;
+    if (!end.IsValid() || (IsBinary() && end.mPos > kMaxBinaryPos))
+        return;
+    CAbstract_stream_pos start(GetStartPos());
+    NewState(start);
+    if (!Seek(start))
+        return;
+    WriteBaseIndex(end);
+    if (Seek(end))
+        mIndex->Write(*this);
+}
+
+} // namespace io
