@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 
 #include "astring.h"
@@ -18,48 +19,81 @@ namespace io {
 /// another one ends the token.
 inline constexpr unsigned kStateCount = 49;
 inline constexpr unsigned kFirstFinalState = 32;
-/// States with which code is concerned; the rest stands in the tables alone.
-inline constexpr unsigned kStateStart = 0;
-inline constexpr unsigned kStateWhiteSpace = 2;
-inline constexpr unsigned kStateLineEnd = 4;
-inline constexpr unsigned kStateWord = 5;
-inline constexpr unsigned kStateFirstZero = 8;
-inline constexpr unsigned kStateCData = 23;
-inline constexpr unsigned kStateCDataEnd = 24;
-inline constexpr unsigned kStateHexMark = 26;
-inline constexpr unsigned kStateHexDigits = 27;
-
-/// What the text token buffer does on entering a state: the names of its handlers.
-enum class StateHandler : std::uint8_t {
-    Nothing,
-    KeepIf,
-    Skip,
-    Word,
-    Append,
-    Newline,
-    Escape,
-    HexDigit,
-    EndMarker,
-    Invalid,
-    Eol,
-    Eof,
-    Symbol,
-    Keyword,
-    WordOrDelimiter, ///< Keyword, but for a lone character that is no letter or digit
-    Real,
-    Integer,
-    SingleQuoted,
-    DoubleQuoted,
-    CDataEnd,
-    Comment,
-    WhiteSpace,
-    SymbolLessOne,
-    RealLessOne,
-    RealLessTwo,
-    ShortLessOne,
-    Hex
+/// The working states, by what has been read; final states have their kinds and handlers alone.
+enum State : unsigned {
+    kStateStart = 0,
+    kStateComment = 1,
+    kStateWhiteSpace = 2,
+    kStateSymbol = 3,
+    kStateLineEnd = 4,
+    kStateWord = 5,
+    kStateOpenSingle = 6, ///< an opening single quote
+    kStateOpenDouble = 7,
+    kStateFirstZero = 8,
+    kStateSign = 9,
+    kStateFirstPoint = 10,
+    kStateInteger = 11,
+    kStateCarriageReturn = 12,
+    kStateInSingle = 13, ///< single-quoted text
+    kStateInDouble = 14,
+    kStateEscapeSingle = 15, ///< a backslash
+    kStateEscapeDouble = 16,
+    kStateEscapedCrSingle = 17,
+    kStateEscapedCrDouble = 18,
+    kStateEscapedSingle = 19,
+    kStateEscapedDouble = 20,
+    kStateClosedSingle = 21,
+    kStateClosedDouble = 22,
+    kStateCData = 23,
+    kStateCDataEnd = 24, ///< part of the CData end word
+    kStateSignAndPoint = 25,
+    kStateHexMark = 26,
+    kStateHexDigits = 27,
+    kStateFraction = 28,
+    kStateExponentLetter = 29,
+    kStateExponent = 30,
+    kStateExponentSign = 31
 };
-inline constexpr unsigned kStateHandlerCount = 27;
+
+// clang-format off
+/// What the text token buffer does on entering a state.
+#define IO_STATE_HANDLERS(row)                                                                     \
+    row(Nothing)                                                                                   \
+    row(KeepIf)               /* appends the character unless comments or blanks are dropped */    \
+    row(Skip)                                                                                      \
+    row(Word)                 /* appends the character in the case mode's case */                  \
+    row(Append)                                                                                    \
+    row(Newline)              /* appends an LF for an escaped CR */                                \
+    row(Escape)               /* appends what an escaped character stands for */                   \
+    row(HexDigit)                                                                                  \
+    row(EndMarker)            /* matches the CData end word */                                     \
+    row(Invalid)              /* this one and the others end the token */                          \
+    row(Eol)                                                                                       \
+    row(Eof)                                                                                       \
+    row(Symbol)                                                                                    \
+    row(Keyword)                                                                                   \
+    row(WordOrDelimiter)      /* Keyword, but for a lone character that is no letter or digit */   \
+    row(Real)                                                                                      \
+    row(Integer)                                                                                   \
+    row(SingleQuoted)                                                                              \
+    row(DoubleQuoted)                                                                              \
+    row(CDataEnd)                                                                                  \
+    row(Comment)                                                                                   \
+    row(WhiteSpace)                                                                                \
+    row(SymbolLessOne)        /* the last character goes back to the input */                      \
+    row(RealLessOne)                                                                               \
+    row(RealLessTwo)                                                                               \
+    row(ShortLessOne)                                                                              \
+    row(Hex)
+// clang-format on
+
+#define IO_STATE_HANDLER_ENUMERATOR(name) name,
+enum class StateHandler : std::uint8_t { IO_STATE_HANDLERS(IO_STATE_HANDLER_ENUMERATOR) };
+#undef IO_STATE_HANDLER_ENUMERATOR
+
+struct FlagsOfClass;
+struct FlagsOfChars;
+struct TransitionRow;
 
 /// Owns the class word of every character, the automaton over character classes and the literal
 /// words of the format. Made once, then shared by any number of streams that only read it; the
@@ -87,7 +121,7 @@ public:
     /// Which token the text begins with, read without any side effect, and in `stop` where it ends;
     /// the whole text is one token when `stop` is its length. The end of the text counts as a NUL.
     /// Word rules don't apply: "true" is a Keyword. The empty text is Eol. A text that ends inside
-    /// an escape is no token: Error, with `stop` at the backslash. Allocates nothing.
+    /// an escape is no token: Error, with `stop` at its start. Allocates nothing.
     TokenKind Scan(std::u16string_view text, std::size_t& stop) const;
     /// The same on a text that ends at its NUL.
     TokenKind Scan(const char16_t* text, const char16_t*& stop) const;
@@ -143,8 +177,12 @@ protected:
     void AddFlags(unsigned the_char, std::uint32_t flags);
     /// The same for each character of a text up to its NUL; null does nothing.
     void AddFlags(const char16_t* text, std::uint32_t flags);
+    /// Sets flags of the characters below 256 by their class, then of single ones.
+    void AddFlags(std::span<const FlagsOfClass> byClass, std::span<const FlagsOfChars> byChar);
     /// Clears flags of each character of a text; null does nothing.
     void RemoveFlags(const char16_t* text, std::uint32_t flags);
+    /// Puts rows of transitions into the table; the other rows stay.
+    void SetRows(std::span<const TransitionRow> rows);
     /// Finds mCommentChar anew.
     void FindCommentChar();
     /// Classify's rules that all grammars share. True with the class when one of them applies;

@@ -40,9 +40,23 @@ public:
     /// the store. A null store allocates for this text alone.
     CToken(TokenKind kind, std::u16string_view text, CToken_text_store* store);
     CToken(TokenKind kind, double number, std::string_view source, CToken_text_store* store);
-    /// A number whose source text is given as the packed form that PackSource makes. Costs two
-    /// stores; for readers that pack while they scan.
-    static CToken FromPacked(TokenKind kind, double number, std::uint64_t source) noexcept;
+    /// A number kind's token with its source text as packed_source.h makes it, 0 for none. For
+    /// readers that pack while they scan.
+    static CToken FromPacked(TokenKind kind, double number, std::uint64_t source) noexcept {
+        CToken token(kind);
+        token.Store(3, number);
+        token.StorePacked(source);
+        return token;
+    }
+
+    /// A text kind's token with `length` units of `text`, at most kInlineUnits; kInlineUnits of
+    /// them must be readable. For readers.
+    static CToken FromUnits(TokenKind kind, const char16_t* text, std::size_t length) noexcept {
+        CToken token(kind);
+        token.mRep.form = static_cast<std::uint8_t>(length);
+        std::memcpy(token.mRep.units, text, sizeof token.mRep.units);
+        return token;
+    }
 
     CToken(const CToken& other) noexcept : mRep(other.mRep) { AddRef(); }
     CToken(CToken&& other) noexcept : mRep(other.mRep) { other.mRep.form = 0; }
@@ -121,7 +135,15 @@ private:
     const char* Shared() const noexcept { return Load<const char*>(3); }
     std::uint32_t SharedLength() const noexcept { return Load<std::uint32_t>(1); }
     char* MakeShared(std::size_t bytes, std::size_t length, CToken_text_store* store);
-    std::uint64_t PackedSource() const noexcept;
+    void StorePacked(std::uint64_t source) noexcept {
+        mRep.units[0] = static_cast<char16_t>(source);
+        mRep.units[1] = static_cast<char16_t>(source >> 16);
+        mRep.units[2] = static_cast<char16_t>(source >> 32);
+    }
+    std::uint64_t LoadPacked() const noexcept {
+        return mRep.units[0] | std::uint64_t{mRep.units[1]} << 16 |
+               std::uint64_t{mRep.units[2]} << 32;
+    }
 
     Rep mRep;
 };

@@ -79,14 +79,31 @@ public:
     static unsigned GetBinarySize(const CToken& token);
 
 private:
-    // (the machinery follows with the sources)
+    bool Take(std::uint32_t& unit);
+    std::uint64_t TakeBytes(unsigned count);
+    bool TakeUtf8(std::size_t length);
+    void Skip(std::size_t count);
+    bool ReadOne();
+    void ReadNumber(std::uint32_t tag);
+    void ReadText(TokenKind kind, bool isLong);
+
+    void Put(TokenKind kind, std::u16string_view units);
+    void PutTag(TokenKind kind);
+    void PutText(TokenKind kind, std::u16string_view text);
+    void PutBytes(TokenKind kind, unsigned tagBase, std::uint64_t bytes, unsigned length);
+    template <class Integer>
+    void PutInteger(TokenKind kind, Integer number);
+    template <class Integer>
+    void PutLong(TokenKind kind, Integer number, std::ios_base::fmtflags flags);
+    void PutReal(TokenKind kind, std::uint64_t bits, unsigned width);
 
     int mIndentDepth = 0;
     int mPrecision = -1, mWidth = -1;
     bool mKeepZeros = false;
     char16_t mFill = u' ';
     bool mHex = false;
-    std::string mReadBytes, mWriteBytes; ///< the UTF-8 form of texts, one for each direction
+    std::string mReadBytes, mWriteBytes;   ///< the UTF-8 form of texts, one for each direction
+    std::u16string mReadText, mWriteUnits; ///< a text read, and the units of one to write
 };
 
 } // namespace io

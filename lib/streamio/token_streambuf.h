@@ -59,8 +59,9 @@ public:
     virtual void AddCommentChars(const char16_t* text) = 0;
     virtual void RemoveCommentChars(const char16_t* text) = 0;
 
-    /// Skips the rest of the current token's line, tokens pushed back included, and reads the first
-    /// token of the next one. Behind a line end that has been read already, only that token.
+    /// Skips the rest of the line that the current token stands on, tokens pushed back included,
+    /// and reads the first token of the next one. On a line end that is the last token read, the
+    /// text form skips the line behind it, the binary form that line end alone.
     virtual void NewLine() = 0;
     /// The same, and appends the characters skipped to `line`.
     virtual void NewLine(AString& line) = 0;
@@ -148,7 +149,12 @@ public:
     bool FindText(std::u16string_view text);
     bool FindTextAtLineStart(std::u16string_view text);
     /// True when two words are equal under the case mode.
-    bool IsSameWord(std::u16string_view a, std::u16string_view b) const noexcept;
+    bool IsSameWord(std::u16string_view a, std::u16string_view b) const noexcept {
+        return mCaseMode == CaseMode::Sensitive ? a == b : IsNoCaseWord(a, b);
+    }
+    static bool IsNoCaseWord(std::u16string_view a, std::u16string_view b) noexcept {
+        return a.size() == b.size() && IsNoCaseUnits(a, b);
+    }
 
     // --- Settings; setters return the old value ---
 
@@ -185,11 +191,12 @@ protected:
     }
     /// Puts a character back; more than kMaxPushBack are asserted and dropped.
     void PushBackChar(std::uint32_t ch);
-    /// Takes back what all buffers share when a token begins that no state describes.
-    void ResetFields();
-    /// Leaves out what was read of the line and pushed back. False when its end was among it, so
-    /// that the current token is the first of the next line or in front of it.
-    bool DropPushedBackLine();
+    /// Writes raw units.
+    void PutUnits(std::u16string_view units);
+    /// Drops the tokens pushed back up to a line end, for NewLine; appends the text of those behind
+    /// the current one to `line`, if that isn't null. False when a line end was among the tokens
+    /// read already: then the current token is the first of the next line.
+    bool DropPushedBackLine(AString* line);
 
     bool mKeepComments = false;
     bool mKeepWhiteSpace = false;
@@ -213,8 +220,10 @@ protected:
     std::streamoff mConsumed = 0; ///< raw units consumed since the buffer was made
 
 private:
+    static bool IsNoCaseUnits(std::u16string_view a, std::u16string_view b) noexcept;
     template <class Matches>
     bool Find(Matches matches);
+    bool IsSameText(const CToken& token, std::u16string_view text) const;
 
     /// mConsumed at the start of the last tokens read: as many as can be pushed back, and one.
     std::array<std::streamoff, 16> mTokenStart{};

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include "quorel_export.h"
 
@@ -35,7 +36,11 @@ private:
     char* Take(std::size_t bytes);
     /// Room in a block of its own.
     static char* TakeAlone(std::size_t bytes);
-    static Block& BlockOf(const char* text) noexcept;
+    static Block& BlockOf(const char* text) noexcept {
+        Offset offset;
+        std::memcpy(&offset, text - sizeof offset, sizeof offset);
+        return *reinterpret_cast<Block*>(const_cast<char*>(text) - offset);
+    }
     static void AddRef(const char* text) noexcept { ++BlockOf(text).mCount; }
     static void Release(const char* text) noexcept {
         if (Block& block = BlockOf(text); --block.mCount == 0)
@@ -43,7 +48,8 @@ private:
     }
     static Block* NewBlock(std::size_t bytes);
     static void Free(Block& block) noexcept;
-    void NextBlock();
+    void NextBlock(std::size_t bytes);
+    void DropBlock() noexcept;
 
     Block* mBlock = nullptr;
     std::size_t mUsed = 0; ///< bytes behind mBlock that are given away

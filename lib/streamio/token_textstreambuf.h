@@ -1,12 +1,15 @@
 /// The text form of a token stream.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "base_grammar.h"
 #include "token_streambuf.h"
 
 namespace io {
+
+struct Text_run;
 
 /// Reads text by the automaton of a grammar, and writes tokens as text that the same grammar reads
 /// back. See CToken_grammar for the tokens of persisted blocks.
@@ -67,19 +70,80 @@ public:
     bool GetKeepText() const noexcept { return mKeepText; }
 
 private:
-    // (the machinery follows with the sources)
+    // --- Input of characters ---
+
+    std::uint32_t Peek();
+    void Advance();
+    std::uint32_t PeekSequence();
+    void ConsumeUnit();
+    std::streamoff CountPushedBack() const noexcept;
+    void SkipLine(AString* line);
+
+    // --- Input of tokens. The automaton reads any token, a handler for each state entered; true
+    // ends the token. Runs are a faster way for the usual tokens, those that the raw stream has
+    // buffered as a whole and that are in the input as they are; false leaves it to the automaton.
+    // ---
+
+    bool ReadRun();
+    bool ReadRun(Text_run& run);
+    bool DropRun(Text_run& run, unsigned state) const;
+    bool ReadWordRun(const Text_run& run);
+    bool ReadQuotedRun(const Text_run& run, unsigned state);
+    bool ReadNumberRun(const Text_run& run, unsigned state);
+    bool ReadLineEndRun(const Text_run& run, unsigned state);
+    bool FinishTextRun(const Text_run& run, TokenKind kind, std::u16string_view text,
+                       const char16_t* stop);
+    void ConsumeRun(const Text_run& run, const char16_t* stop);
+
+    void ReadByStates();
+    bool IsDropped(unsigned state) const noexcept;
+    void AppendRun();
+    std::uint32_t FoldCase(std::uint32_t ch) const;
+    bool IsFolding() const noexcept { return mCaseMode <= CaseMode::Lower; }
+    TokenKind GetWordKind(std::u16string_view word) const;
+    bool IsBeginCData(std::u16string_view word) const;
+    bool AppendAndAdvance(std::uint32_t ch);
+    bool Finish(TokenKind kind);
+    bool FinishNumber(TokenKind kind);
+    bool DropToken();
+    bool ReturnToCData();
+    void PushBackLast(std::size_t count);
+
+#define IO_STATE_HANDLER_MEMBER(name) bool Handle##name();
+    IO_STATE_HANDLERS(IO_STATE_HANDLER_MEMBER)
+#undef IO_STATE_HANDLER_MEMBER
+    static bool (CToken_textstreambuf::*const kHandlers[])(); ///< by StateHandler
+
+    // --- Output ---
+
+    bool NeedsBlank(TokenKind previousKind, char16_t lastChar, TokenKind newKind,
+                    char16_t firstChar) const;
+    void Separate(TokenKind previousKind, char16_t lastChar, TokenKind newKind, char16_t firstChar);
+    void PutUtf8(std::u16string_view text);
+    void Put(std::u16string_view text);
+    void Put(char16_t ch) {
+        Put(std::u16string_view(&ch, 1));
+    }
+    void PutToken(std::u16string_view text, TokenKind kind);
+    void PutQuoted(std::u16string_view text, char16_t quote, TokenKind kind);
+    bool CanBeCData(std::u16string_view text) const;
+    void PutCData(std::u16string_view text);
+    void PutSource(const CToken& token);
+    void PutNumberToken(const CToken& token, std::ios_base::fmtflags flags);
+    template <class Number>
+    void PutNumber(Number number, TokenKind kind, std::ios_base::fmtflags flags);
 
     CBase_grammar* mGrammar;
     bool mKeepText = false;
-    std::uint32_t mChar = 0;
-    AString mText;
-    CharClass mClass{};
-    unsigned mState = 0, mNextState = 0;
-    const char16_t* mWordCursor = nullptr;
-    bool mMatchTrue = false, mMatchFalse = false;
-    const char16_t* mCDataCursor = nullptr;
-    bool mMatchCData = false;
-    int mPrecision = -1, mWidth = -1;
+    std::uint32_t mChar = 0; ///< the current input character
+    AString mText;           ///< the text of the token being built
+    unsigned mState = 0;
+    unsigned mNextState = 0;
+    std::size_t mCDataCursor = 0; ///< characters of mEndCData that match so far
+    AString mNumberText;          ///< scratch for numbers written
+    std::string mSource;          ///< scratch for numbers read
+    int mPrecision = -1;
+    int mWidth = -1;
     char16_t mFill = u' ';
     bool mHex = false;
     std::vector<int> mIndentStack;

@@ -1,0 +1,178 @@
+#include "base_grammar.h"
+
+#include <algorithm>
+
+#include "assertion.h"
+#include "grammar_tables.h"
+#include "transition_tables.h"
+
+namespace io {
+
+namespace {
+
+/// The classes that flags decide in every state, the first that applies.
+constexpr ClassOfFlag kCommonClasses[] = {
+    {kCharEndOfLine, CharClass::LineEnd},       {kCharCarriageReturn, CharClass::CarriageReturn},
+    {kCharComment, CharClass::CommentStart},    {kCharBlank, CharClass::Blank},
+    {kCharDoubleQuote, CharClass::DoubleQuote}, {kCharSingleQuote, CharClass::SingleQuote},
+};
+
+bool IsUsualHandler(unsigned state, StateHandler handler) {
+    const auto isDelimiters = [=](const HandlerOfState& row) {
+        return row.state == state && row.handler == handler;
+    };
+    return handler == kTokenHandlers[state] ||
+           std::any_of(std::begin(kDelimiterHandlers), std::end(kDelimiterHandlers), isDelimiters);
+}
+
+} // namespace
+
+CBase_grammar::CBase_grammar() : mTrueWord(u"true"), mFalseWord(u"false"), mHexPrefix(u"0x") {
+    CBase_grammar::InitCharClasses();
+    CBase_grammar::InitTransitions();
+}
+
+CBase_grammar::~CBase_grammar() = default;
+
+void CBase_grammar::InitCharClasses() {
+    for (std::unique_ptr<CharPage>& page : mCharPage)
+        page.reset();
+    mCharPage[0] = std::make_unique<CharPage>();
+    mIsFastValid = false;
+}
+
+void CBase_grammar::InitTransitions() {
+    mStateHandler.fill(StateHandler::Invalid);
+    for (auto& row : mTransition)
+        row.fill(kFirstFinalState);
+    mFinalToken.fill(TokenKind::Null);
+    std::copy(kFinalTokens.begin(), kFinalTokens.end(), mFinalToken.begin() + kFirstFinalState);
+    mStateKind = kStateKinds;
+    mIsFastValid = false;
+}
+
+void CBase_grammar::SetRows(std::span<const TransitionRow> rows) {
+    for (const TransitionRow& row : rows)
+        std::copy(row.next.begin(), row.next.end(), mTransition[row.state].begin());
+    mIsFastValid = false;
+}
+
+void CBase_grammar::AddFlags(unsigned the_char, std::uint32_t flags) {
+    USE_ASSERT(the_char < kCharMax);
+    if (the_char >= kCharMax)
+        return;
+    std::unique_ptr<CharPage>& page = mCharPage[the_char >> 8];
+    if (!page)
+        page = std::make_unique<CharPage>();
+    (*page)[the_char & 0xFF] |= flags;
+    mIsFastValid = false;
+}
+
+void CBase_grammar::AddFlags(const char16_t* text, std::uint32_t flags) {
+    for (; text && *text; ++text)
+        AddFlags(*text, flags);
+}
+
+void CBase_grammar::AddFlags(std::span<const FlagsOfClass> byClass,
+                             std::span<const FlagsOfChars> byChar) {
+    for (unsigned ch = 0; ch < 0x100; ++ch) {
+        const std::uint8_t classes = chars::ClassesOf(static_cast<char16_t>(ch));
+        for (const FlagsOfClass& row : byClass)
+            AddFlags(ch, classes & row.charClass ? row.flags : 0);
+    }
+    for (const FlagsOfChars& row : byChar) {
+        for (const char16_t ch : row.characters)
+            AddFlags(ch, row.flags);
+    }
+}
+
+void CBase_grammar::RemoveFlags(const char16_t* text, std::uint32_t flags) {
+    for (; text && *text; ++text) {
+        if (CharPage* const page = mCharPage[*text >> 8].get())
+            (*page)[*text & 0xFF] &= ~flags;
+    }
+    mIsFastValid = false;
+}
+
+void CBase_grammar::FindCommentChar() {
+    mCommentChar = 0;
+    for (unsigned ch = 0; ch < kCharMax && mCommentChar == 0; ++ch) {
+        if (GetFlags(static_cast<char16_t>(ch)) & kCharComment)
+            mCommentChar = static_cast<char16_t>(ch);
+    }
+}
+
+void CBase_grammar::AddCommentChars(const char16_t* text) {
+    AddFlags(text, kCharComment);
+    if (mCommentChar == 0)
+        FindCommentChar();
+}
+
+void CBase_grammar::RemoveCommentChars(const char16_t* text) {
+    RemoveFlags(text, kCharComment);
+    if (!(GetFlags(mCommentChar) & kCharComment))
+        FindCommentChar();
+}
+
+bool CBase_grammar::ClassifyCommon(int ch, CharClass& charClass,
+                                   std::uint32_t& flags) const noexcept {
+    charClass = CharClass::Other;
+    if (ch == kEndOfInput || ch < 0 || ch > kEndOfInput) {
+        charClass = ch == kEndOfInput ? CharClass::EndOfInput : CharClass::Invalid;
+        return true;
+    }
+    flags = GetFlags(static_cast<char16_t>(ch));
+    if (flags == 0)
+        return true;
+    return FindClass(flags, kCommonClasses, charClass);
+}
+
+void CBase_grammar::MakeFast() const {
+    if (!mFast)
+        mFast = std::make_unique<FastTables>();
+    for (int ch = 0; ch < 0x100; ++ch) {
+        mFast->stay[ch] = 0;
+        for (unsigned state = 0; state < kFirstFinalState; ++state) {
+            const unsigned next = GetTransition(state, Classify(ch, state));
+            mFast->next[state][ch] = static_cast<std::uint8_t>(next);
+            mFast->stay[ch] |= static_cast<std::uint32_t>(next == state) << state;
+        }
+    }
+    mFast->isUsual = true;
+    for (unsigned state = 0; state < kStateCount; ++state)
+        mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
+    mIsFastValid = true;
+}
+
+TokenKind CBase_grammar::Scan(std::u16string_view text, std::size_t& stop) const {
+    const FastTables& fast = GetFast();
+    const auto next = [&](unsigned state) {
+        const char16_t ch = stop < text.size() ? text[stop] : u'\0';
+        return ch < 0x100 ? fast.next[state][ch] : NextState(state, ch);
+    };
+    stop = 0;
+    unsigned state = next(kStateStart);
+    while (state < kFirstFinalState) {
+        if (state != kStateLineEnd && stop++ == text.size()) { // the end is inside an escape
+            stop = 0;
+            return TokenKind::Error;
+        }
+        state = next(state);
+    }
+    return mFinalToken[state];
+}
+
+TokenKind CBase_grammar::Scan(const char16_t* text, const char16_t*& stop) const {
+    std::size_t length = 0;
+    const TokenKind kind = Scan(std::u16string_view(text), length);
+    stop = text + length;
+    return kind;
+}
+
+bool CBase_grammar::IsOneToken(std::u16string_view text, TokenKind& kind) const {
+    std::size_t stop = 0;
+    kind = Scan(text, stop);
+    return stop == text.size();
+}
+
+} // namespace io

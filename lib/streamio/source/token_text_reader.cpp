@@ -1,0 +1,407 @@
+// Reading by the automaton, a character and a handler at a time.
+
+#include <array>
+
+#include "assertion.h"
+#include "char_class.h"
+#include "code_page.h"
+#include "decimal.h"
+#include "text_run.h"
+
+namespace io {
+
+namespace {
+
+constexpr std::uint32_t kEnd = kEndOfInput;
+
+/// The upper case of the characters below 256; one whose upper case lies beyond stays.
+struct UpperCase {
+    char16_t of[0x100];
+    UpperCase() {
+        for (char16_t ch = 0; ch < 0x100; ++ch)
+            of[ch] = ch;
+        for (char16_t ch = 0; ch < 0x100; ++ch) {
+            if (const char16_t lower = chars::ToLower(ch); lower < 0x100)
+                of[lower] = ch == lower ? of[lower] : ch;
+        }
+    }
+};
+
+/// What the character behind a backslash stands for, unless for itself.
+struct EscapeOf {
+    char16_t letter;
+    char16_t ch;
+};
+constexpr EscapeOf kEscapes[] = {{u'a', 7},  {u'b', 8}, {u'f', 12}, {u'n', 10},
+                                 {u'r', 13}, {u't', 9}, {u'v', 11}, {u'0', 0}};
+
+std::uint32_t Unescape(std::uint32_t ch) {
+    for (const EscapeOf& escape : kEscapes) {
+        if (escape.letter == ch)
+            return escape.ch;
+    }
+    return ch;
+}
+
+/// Makes a locale the process's own for a while.
+class LocaleScope {
+public:
+    LocaleScope(const std::locale& locale, std::locale& saved) : mSaved(saved) {
+        mSaved = std::locale::global(locale);
+    }
+    ~LocaleScope() { std::locale::global(mSaved); }
+    LocaleScope(const LocaleScope&) = delete;
+    LocaleScope& operator=(const LocaleScope&) = delete;
+
+private:
+    std::locale& mSaved;
+};
+
+} // namespace
+
+#define IO_STATE_HANDLER_ADDRESS(name) &CToken_textstreambuf::Handle##name,
+bool (CToken_textstreambuf::*const CToken_textstreambuf::kHandlers[])() = {
+    IO_STATE_HANDLERS(IO_STATE_HANDLER_ADDRESS)};
+#undef IO_STATE_HANDLER_ADDRESS
+
+// --- Characters ---
+
+std::uint32_t CToken_textstreambuf::Peek() {
+    if (!mPushBack.IsEmpty())
+        return mPushBack.Top();
+    const std::uint32_t unit = mTokenStreamBuf->sgetc();
+    const bool isLead = (unit & 0xC0) == 0xC0 && unit < 0xFF;
+    return isLead && mEncoding == StreamEncoding::Utf8 ? PeekSequence() : unit;
+}
+
+/// Moves a UTF-8 sequence, the lead and all that may continue one, from the raw stream to the
+/// pushback as what it stands for.
+std::uint32_t CToken_textstreambuf::PeekSequence() {
+    std::array<char, 4> bytes;
+    std::array<char16_t, 4> units;
+    std::size_t count = 0;
+    std::uint32_t unit = mTokenStreamBuf->sgetc();
+    do {
+        if (count < bytes.size())
+            bytes[count] = static_cast<char>(unit);
+        ++count;
+        ConsumeUnit();
+        unit = mTokenStreamBuf->sgetc();
+    } while ((unit & ~0x3FU) == 0x80);
+    const std::string_view sequence(bytes.data(), std::min(count, bytes.size()));
+    if (count > bytes.size() || !codepage::IsValidUtf8(sequence)) {
+        PushBackChar(0);
+        return 0;
+    }
+    for (std::size_t i = codepage::Utf8ToUtf16(sequence, units.data()); i > 0; --i)
+        PushBackChar(units[i - 1] == kEndOfInput ? codepage::kReplacement : units[i - 1]);
+    return mPushBack.Top();
+}
+
+void CToken_textstreambuf::ConsumeUnit() {
+    if (mTokenStreamBuf->sbumpc() != CRawStreambuf::traits_type::eof())
+        ++mConsumed;
+}
+
+void CToken_textstreambuf::Advance() {
+    if (mPushBack.IsEmpty())
+        ConsumeUnit();
+    else
+        mPushBack.Pop();
+}
+
+/// Raw units that the characters pushed back took.
+std::streamoff CToken_textstreambuf::CountPushedBack() const noexcept {
+    std::streamoff count = 0;
+    for (int i = 0; i < mPushBack.mCount; ++i) {
+        const auto ch = static_cast<char16_t>(mPushBack.mItems[static_cast<std::size_t>(i)]);
+        const bool isSurrogate = (ch & 0xF800) == 0xD800;
+        if (mEncoding != StreamEncoding::Utf8 || ch < 0x80)
+            ++count;
+        else
+            count += isSurrogate || ch < 0x800 ? 2 : 3;
+    }
+    return count;
+}
+
+void CToken_textstreambuf::NewLine() {
+    SkipLine(nullptr);
+}
+
+void CToken_textstreambuf::NewLine(AString& line) {
+    SkipLine(&line);
+}
+
+void CToken_textstreambuf::SkipLine(AString* line) {
+    if (!DropPushedBackLine(line))
+        return;
+    for (mChar = Peek(); mChar != kEnd; mChar = Peek()) {
+        const auto ch = static_cast<char16_t>(mChar);
+        Advance();
+        if (mGrammar->GetFlags(ch) & kCharEndOfLine) {
+            ++mLine;
+            break;
+        }
+        if (line)
+            *line += ch;
+    }
+    mToken = CToken(); // what follows is the first of its line, or the end
+    NextToken();
+}
+
+// --- Tokens ---
+
+const CToken* CToken_textstreambuf::ReadToken() {
+    if (mEncoding == StreamEncoding::Locale) {
+        const LocaleScope scope(mLocale, mSavedLocale);
+        ReadByStates();
+    } else if (!ReadRun()) {
+        ReadByStates();
+    }
+    return &mToken;
+}
+
+void CToken_textstreambuf::ReadByStates() {
+    mText.clear();
+    mToken = CToken();
+    mState = kStateStart;
+    mCDataCursor = 0;
+    MarkTokenStart(CountPushedBack());
+    for (;;) {
+        mChar = Peek();
+        mNextState = mGrammar->NextState(mState, static_cast<char16_t>(mChar));
+        const auto handler = static_cast<std::size_t>(mGrammar->GetStateHandler(mNextState));
+        if ((this->*kHandlers[handler])())
+            return;
+        mState = mNextState;
+        AppendRun();
+    }
+}
+
+/// True when what a state reads is to be dropped.
+bool CToken_textstreambuf::IsDropped(unsigned state) const noexcept {
+    return (state == kStateComment && !mKeepComments) ||
+           (state == kStateWhiteSpace && !mKeepWhiteSpace);
+}
+
+/// Takes at one go the buffered characters that keep the state and are appended as they are.
+void CToken_textstreambuf::AppendRun() {
+    const StateHandler handler = mGrammar->GetStateHandler(mState);
+    if (!mPushBack.IsEmpty() ||
+        (handler != StateHandler::Append && handler != StateHandler::KeepIf))
+        return;
+    const Text_run run(*mTokenStreamBuf, *mGrammar, mEncoding);
+    const char16_t* const stop = run.Skip(mState, run.begin);
+    if (!IsDropped(mState))
+        mText.append(run.begin, stop);
+    RawArea::Skip(*mTokenStreamBuf, stop - run.begin);
+    mConsumed += stop - run.begin;
+}
+
+std::uint32_t CToken_textstreambuf::FoldCase(std::uint32_t ch) const {
+    static const UpperCase upper;
+    if (mCaseMode == CaseMode::Lower)
+        return chars::ToLower(static_cast<char16_t>(ch));
+    return mCaseMode == CaseMode::Upper && ch < 0x100 ? upper.of[ch] : ch;
+}
+
+TokenKind CToken_textstreambuf::GetWordKind(std::u16string_view word) const {
+    if (IsNoCaseWord(word, mGrammar->GetTrueWord()))
+        return TokenKind::True;
+    return IsNoCaseWord(word, mGrammar->GetFalseWord()) ? TokenKind::False : TokenKind::Keyword;
+}
+
+bool CToken_textstreambuf::IsBeginCData(std::u16string_view word) const {
+    const AString& opener = mGrammar->GetBeginCData();
+    return !opener.empty() && IsNoCaseWord(word, opener);
+}
+
+bool CToken_textstreambuf::AppendAndAdvance(std::uint32_t ch) {
+    mText += static_cast<char16_t>(ch);
+    Advance();
+    return false;
+}
+
+bool CToken_textstreambuf::Finish(TokenKind kind) {
+    mToken = CToken(kind, mText, &mTexts);
+    return true;
+}
+
+/// A number of what stands in mText; a text if it is none.
+bool CToken_textstreambuf::FinishNumber(TokenKind kind) {
+    double number = 0;
+    const std::size_t prefix = mGrammar->GetHexPrefix().size();
+    const bool isHex = kind == TokenKind::Hex;
+    mSource.assign(mText.begin(), mText.end());
+    if (isHex ? !ParseHex(std::string_view(mSource).substr(prefix), number)
+              : !ParseDecimal(mSource, number))
+        return Finish(TokenKind::SingleQuotedText);
+    mToken = mKeepText ? CToken(kind, number, mSource, &mTexts) : CToken(kind, number);
+    return true;
+}
+
+/// Begins anew with the next token.
+bool CToken_textstreambuf::DropToken() {
+    mText.clear();
+    mNextState = kStateStart;
+    RemarkTokenStart(CountPushedBack());
+    return false;
+}
+
+/// Takes what looked like the CData end word as text.
+bool CToken_textstreambuf::ReturnToCData() {
+    mNextState = kStateCData;
+    mCDataCursor = 0;
+    return AppendAndAdvance(mChar);
+}
+
+void CToken_textstreambuf::PushBackLast(std::size_t count) {
+    for (; count > 0; --count) {
+        PushBackChar(mText.back());
+        mText.pop_back();
+    }
+}
+
+// --- Handlers of working states ---
+
+bool CToken_textstreambuf::HandleNothing() {
+    return false;
+}
+
+bool CToken_textstreambuf::HandleKeepIf() {
+    return IsDropped(mNextState) ? HandleSkip() : AppendAndAdvance(mChar);
+}
+
+bool CToken_textstreambuf::HandleSkip() {
+    Advance();
+    return false;
+}
+
+bool CToken_textstreambuf::HandleWord() {
+    return AppendAndAdvance(FoldCase(mChar));
+}
+
+bool CToken_textstreambuf::HandleAppend() {
+    return AppendAndAdvance(mChar);
+}
+
+bool CToken_textstreambuf::HandleNewline() {
+    return AppendAndAdvance(u'\n');
+}
+
+bool CToken_textstreambuf::HandleEscape() {
+    return AppendAndAdvance(Unescape(mChar));
+}
+
+bool CToken_textstreambuf::HandleHexDigit() {
+    return AppendAndAdvance(FoldCase(mChar));
+}
+
+bool CToken_textstreambuf::HandleEndMarker() {
+    const AString& word = mGrammar->GetEndCData();
+    if (mCDataCursor == word.size() ||
+        chars::ToLower(static_cast<char16_t>(mChar)) != word[mCDataCursor])
+        return ReturnToCData();
+    ++mCDataCursor;
+    return AppendAndAdvance(mChar);
+}
+
+// --- Handlers of final states ---
+
+bool CToken_textstreambuf::HandleInvalid() {
+    USE_ASSERT_TEXT(false, "Transition to an invalid state");
+    if (mState == kStateStart)
+        Advance(); // so that reading comes to an end
+    return Finish(TokenKind::Error);
+}
+
+bool CToken_textstreambuf::HandleEol() {
+    ++mLine;
+    return Finish(TokenKind::Eol);
+}
+
+bool CToken_textstreambuf::HandleEof() {
+    return Finish(TokenKind::Eof);
+}
+
+bool CToken_textstreambuf::HandleSymbol() {
+    return Finish(TokenKind::Symbol);
+}
+
+bool CToken_textstreambuf::HandleKeyword() {
+    if (IsBeginCData(mText)) {
+        mText.clear();
+        mNextState = kStateCData;
+        mCDataCursor = 0;
+        return false;
+    }
+    const TokenKind kind = GetWordKind(mText);
+    if (kind != TokenKind::Keyword && !mKeepText)
+        mText.clear();
+    return Finish(kind);
+}
+
+bool CToken_textstreambuf::HandleWordOrDelimiter() {
+    const bool isDelimiter = mText.size() == 1 && !chars::IsAlnum(mText[0]);
+    return isDelimiter ? Finish(TokenKind::Symbol) : HandleKeyword();
+}
+
+bool CToken_textstreambuf::HandleReal() {
+    return FinishNumber(TokenKind::Double);
+}
+
+bool CToken_textstreambuf::HandleInteger() {
+    return FinishNumber(TokenKind::Int);
+}
+
+bool CToken_textstreambuf::HandleSingleQuoted() {
+    return Finish(TokenKind::SingleQuotedText);
+}
+
+bool CToken_textstreambuf::HandleDoubleQuoted() {
+    return Finish(TokenKind::DoubleQuotedText);
+}
+
+bool CToken_textstreambuf::HandleCDataEnd() {
+    const AString& word = mGrammar->GetEndCData();
+    const bool isComplete = mCDataCursor == word.size();
+    if (!isComplete && mChar != kEnd)
+        return ReturnToCData();
+    if (isComplete)
+        mText.resize(mText.size() - word.size());
+    return Finish(TokenKind::CData);
+}
+
+bool CToken_textstreambuf::HandleComment() {
+    return mKeepComments ? Finish(TokenKind::Comment) : DropToken();
+}
+
+bool CToken_textstreambuf::HandleWhiteSpace() {
+    return mKeepWhiteSpace ? Finish(TokenKind::WhiteSpace) : DropToken();
+}
+
+bool CToken_textstreambuf::HandleSymbolLessOne() {
+    PushBackLast(1);
+    return Finish(TokenKind::Symbol);
+}
+
+bool CToken_textstreambuf::HandleRealLessOne() {
+    PushBackLast(1);
+    return FinishNumber(TokenKind::Double);
+}
+
+bool CToken_textstreambuf::HandleRealLessTwo() {
+    PushBackLast(2);
+    return FinishNumber(TokenKind::Double);
+}
+
+bool CToken_textstreambuf::HandleShortLessOne() {
+    PushBackLast(1);
+    return FinishNumber(TokenKind::Short);
+}
+
+bool CToken_textstreambuf::HandleHex() {
+    return FinishNumber(TokenKind::Hex);
+}
+
+} // namespace io
