@@ -1,0 +1,131 @@
+#include "base_editor.h"
+
+#include <algorithm>
+
+#include "assertion.h"
+#include "debug_line.h"
+#include "doc_template.h"
+#include "frame.h"
+#include "netlist_factory.h"
+#include "sim_edit_view.h"
+#include "syntax_dscr.h"
+
+namespace {
+
+/// The view if it belongs to the instance, else null.
+CSimEditView* ViewOf(CView* view, const IDesignInstance* instance) {
+    auto* const own = dynamic_cast<CSimEditView*>(view);
+    return own && own->GetInstance() == instance ? own : nullptr;
+}
+
+} // namespace
+
+CBaseEditor::CBaseEditor(CNetlistFactory& factory) : EditorAccess(*this), m_Factory(&factory) {
+    factory.EditorBegins(*this);
+}
+
+CBaseEditor::~CBaseEditor() {
+    WriteDebugLine("BaseEditor destructor called\n");
+    if (m_Factory)
+        m_Factory->EditorEnds(*this);
+}
+
+const CAcceleratorTable* CBaseEditor::GetDefaultAccelerator() {
+    return m_Factory ? &m_Factory->GetAccelerators() : nullptr;
+}
+
+void CBaseEditor::UseSyntax(std::size_t index) {
+    if (!m_Factory || index >= m_Factory->GetSyntaxDscrs().size())
+        return;
+    auto syntax = m_Factory->GetSyntaxDscrs()[index];
+    SetSyntaxDscr(syntax.get()); // may still colour by the one before
+    m_SharedSyntax = std::move(syntax);
+}
+
+int CBaseEditor::SyntaxIndex() const {
+    if (!m_Factory || !m_SharedSyntax)
+        return -1;
+    const auto& all = m_Factory->GetSyntaxDscrs();
+    const auto place = std::ranges::find(all, m_SharedSyntax);
+    return place == all.end() ? -1 : static_cast<int>(place - all.begin());
+}
+
+void CBaseEditor::OpenViewOf(IDesignInstance* instance) {
+    USE_ASSERT_TEXT(instance, "idi");
+    if (!instance || ViewOf(m_ActiveView, instance))
+        return;
+    for (CView* view : GetViews()) {
+        if (!ViewOf(view, instance))
+            continue;
+        if (CFrameWnd* frame = view->GetParentFrame())
+            frame->ActivateFrame(kShowRestore);
+        return;
+    }
+    CSimEditView* const view = OpenNewView(instance);
+    UpdateTitle({}, false);
+    if (view)
+        view->GetParentFrame()->ActivateFrame(kShowDefault);
+}
+
+/// A view of the instance in a new frame that isn't shown yet; null when no frame can be made.
+CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance) {
+    CDocTemplate* const docTemplate = m_Factory ? m_Factory->GetNetlistTemplate() : nullptr;
+    CFrameWnd* const newFrame = docTemplate ? docTemplate->CreateNewFrame(this) : nullptr;
+    USE_ASSERT(newFrame);
+    if (!newFrame)
+        return nullptr;
+    docTemplate->InitialUpdateFrame(newFrame, this, false);
+    auto* const sv = dynamic_cast<CSimEditView*>(newFrame->GetActiveView());
+    USE_ASSERT(sv);
+    if (!sv)
+        return nullptr;
+    sv->SetInstance(instance);
+    sv->OnInitialUpdate();
+    m_ActiveView = sv;
+    return sv;
+}
+
+bool CBaseEditor::IsFirstView(IDesignInstance* instance) const {
+    return !GetViews().empty() && ViewOf(GetViews().front(), instance);
+}
+
+/// Destroys the frames of the views for which condition holds.
+template <class Condition>
+void CBaseEditor::CloseViewsIf(Condition condition) {
+    const std::vector<CView*> views = GetViews(); // a frame takes its view out of the list
+    for (CView* view : views) {
+        const bool isThere = std::ranges::find(GetViews(), view) != GetViews().end();
+        CFrameWnd* const frame = isThere && condition(view) ? view->GetParentFrame() : nullptr;
+        if (frame)
+            frame->DestroyWindow();
+    }
+}
+
+void CBaseEditor::CloseViewsOf(IDesignInstance* instance) {
+    CloseViewsIf([instance](CView* view) { return ViewOf(view, instance) != nullptr; });
+}
+
+void CBaseEditor::CloseEveryView() {
+    CloseViewsIf([](CView*) { return true; });
+}
+
+void CBaseEditor::NameEditors(AString& name) const {
+    name.clear();
+    if (m_Factory)
+        m_Factory->GetEditorsName(name);
+}
+
+void CBaseEditor::ReplaceText(const AString& text) {
+    CSimEditDoc::SetText(text);
+    UpdateAllViews(nullptr);
+}
+
+bool CBaseEditor::GiveMenu(CMenu& own, unsigned resourceId, CMenu*& menu,
+                           std::vector<CCmdTarget*>& targets) const {
+    if (!own.IsLoaded() && !own.LoadMenu(resourceId))
+        return false;
+    menu = &own;
+    if (std::ranges::find(GetViews(), m_ActiveView) != GetViews().end())
+        targets.push_back(m_ActiveView);
+    return true;
+}

@@ -1,0 +1,220 @@
+#include "editor_access.h"
+
+#include <limits>
+
+#include "archive.h"
+#include "base_editor.h"
+#include "sim_edit_view.h"
+
+namespace {
+
+std::vector<TabSpan> SpansOf(const TabTable& tabs) {
+    std::vector<TabSpan> spans;
+    for (const TabEntry& tab : tabs)
+        spans.push_back({tab.Position, tab.Width});
+    return spans;
+}
+
+JournalEntry EntryOf(const CSimEditLine& line) {
+    const JournalFields& record = line.Record();
+    return {.m_Type = record.Type,
+            .m_Row = record.Row,
+            .m_Column = record.Column,
+            .m_EndColumn = record.EndColumn,
+            .m_EndRow = record.EndRow,
+            .m_First = record.First,
+            .m_Char = record.Char,
+            .m_String = std::string(line.Text()),
+            .m_Tabs = SpansOf(line.Tabs())};
+}
+
+void CopyRecords(const RecordList& list, std::vector<JournalEntry>& records) {
+    records.clear();
+    for (std::size_t i = 0; i < list.Size(); ++i)
+        records.push_back(EntryOf(list[i]));
+}
+
+bool HasLineEnd(std::string_view text) {
+    return text.find_first_of("\r\n") != std::string_view::npos;
+}
+
+/// The column behind a text inserted at column, tabs expanded; nothing beyond what a line can hold.
+std::optional<int> ColumnBehind(int column, std::string_view text) {
+    std::int64_t end = column;
+    for (const char character : text)
+        end += character == '\t' ? kTabStop - end % kTabStop : 1;
+    if (end > std::numeric_limits<std::int32_t>::max())
+        return std::nullopt;
+    return static_cast<int>(end);
+}
+
+} // namespace
+
+bool EditorAccess::HasRow(int row) const {
+    return row >= 0 && row < m_Editor.LineCount();
+}
+
+bool EditorAccess::HasPlace(int row, int column) const {
+    return HasRow(row) && column >= 0 && column <= m_Editor.Line(row).Length();
+}
+
+int EditorAccess::GetLineCount() {
+    return m_Editor.LineCount();
+}
+
+std::string_view EditorAccess::GetLineText(int row) {
+    return HasRow(row) ? m_Editor.Line(row).Text() : std::string_view();
+}
+
+void EditorAccess::GetLineTabs(int row, std::vector<TabSpan>& tabs) {
+    tabs = HasRow(row) ? SpansOf(m_Editor.Line(row).Tabs()) : std::vector<TabSpan>();
+}
+
+void EditorAccess::GetLineColors(int row, std::vector<ColorSpan>& colors) {
+    colors.clear();
+    if (!HasRow(row))
+        return;
+    for (const CColorDscr& span : m_Editor.ColouredLine(row).Colors())
+        colors.push_back({span.Start, span.End, span.Color});
+}
+
+int EditorAccess::GetLineRangeIn(int row) {
+    return HasRow(row) ? m_Editor.ColouredLine(row).RangeIn() : -1;
+}
+
+int EditorAccess::GetLineRangeOut(int row) {
+    return HasRow(row) ? m_Editor.ColouredLine(row).RangeOut() : -1;
+}
+
+bool EditorAccess::HasBookmark(int row) {
+    return HasRow(row) && m_Editor.Line(row).Bookmark() != 0;
+}
+
+int EditorAccess::GetBookmarkCount() {
+    return m_Editor.BookmarkCount();
+}
+
+bool EditorAccess::IsModified() {
+    return m_Editor.CDocument::IsModified();
+}
+
+LineEnds EditorAccess::GetLineEnds() {
+    return m_Editor.LoadedLineEnds();
+}
+
+void EditorAccess::GetArchive(std::string& bytes) {
+    CArchive archive(&bytes);
+    m_Editor.SaveArchive(archive);
+    archive.Close();
+}
+
+void EditorAccess::GetTitle(AString& title) {
+    title = m_Editor.CDocument::GetTitle();
+}
+
+void EditorAccess::GetLanguage(AString& language) {
+    language.clear();
+}
+
+int EditorAccess::GetSyntaxIndex() {
+    return m_Editor.SyntaxIndex();
+}
+
+void EditorAccess::GetUndoRecords(std::vector<JournalEntry>& records) {
+    CopyRecords(m_Editor.UndoList(), records);
+}
+
+void EditorAccess::GetRedoRecords(std::vector<JournalEntry>& records) {
+    CopyRecords(m_Editor.RedoList(), records);
+}
+
+bool EditorAccess::InsertLine(int row, bool record, bool first, std::string_view text) {
+    if (row < 0 || row > m_Editor.LineCount() || HasLineEnd(text) || !ColumnBehind(0, text))
+        return false;
+    m_Editor.CSimEditDoc::InsertLine(row, record, first, text);
+    return true;
+}
+
+bool EditorAccess::DeleteLine(int row, bool record, bool first) {
+    if (!HasRow(row) || m_Editor.LineCount() == 1)
+        return false;
+    m_Editor.CSimEditDoc::DeleteLine(row, record, first);
+    return true;
+}
+
+std::optional<int> EditorAccess::InsertChar(int row, int column, char character, bool record) {
+    if (!HasPlace(row, column) || HasLineEnd({&character, 1}))
+        return std::nullopt;
+    int width = 0;
+    m_Editor.CSimEditDoc::InsertChar(row, column, character, record, width);
+    return width;
+}
+
+std::optional<int> EditorAccess::OverwriteChar(int row, int column, char character, bool record) {
+    if (!HasPlace(row, column) || HasLineEnd({&character, 1}))
+        return std::nullopt;
+    int width = 0;
+    m_Editor.CSimEditDoc::OverwriteChar(row, column, character, record, width);
+    return width;
+}
+
+std::optional<int> EditorAccess::InsertString(int row, int column, std::string_view text,
+                                              bool record, bool first) {
+    const std::optional<int> end =
+        HasPlace(row, column) && !HasLineEnd(text) ? ColumnBehind(column, text) : std::nullopt;
+    if (end)
+        m_Editor.CSimEditDoc::InsertString(row, column, *end, text, record, first);
+    return end;
+}
+
+bool EditorAccess::SplitLine(int row, int column, bool first, int indent, bool record) {
+    if (!HasPlace(row, column))
+        return false;
+    m_Editor.CSimEditDoc::SplitLine(row, column, first, indent, record);
+    return true;
+}
+
+std::optional<int> EditorAccess::CatLine(int row, bool first, bool record) {
+    if (!HasRow(row) || row + 1 == m_Editor.LineCount())
+        return std::nullopt;
+    return m_Editor.CSimEditDoc::CatLine(row, first, record);
+}
+
+std::optional<int> EditorAccess::DelChar(int row, int column, bool record) {
+    if (!HasPlace(row, column) || column == m_Editor.Line(row).Length())
+        return std::nullopt;
+    int width = 0;
+    m_Editor.CSimEditDoc::DelChar(row, column, record, width);
+    return width;
+}
+
+bool EditorAccess::DelRange(int row, int column, int endColumn, bool first, bool record) {
+    if (!HasPlace(row, column) || !HasPlace(row, endColumn) || endColumn < column)
+        return false;
+    m_Editor.CSimEditDoc::DelRange(row, column, endColumn, first, record);
+    return true;
+}
+
+void EditorAccess::NotifyEdited(int firstRow) {
+    m_Editor.SetModifiedFlag();
+    m_Editor.UpdateAllViews(nullptr, firstRow);
+}
+
+void EditorAccess::LoadArchive(std::string_view bytes) {
+    CArchive archive(bytes);
+    m_Editor.CSimEditDoc::LoadArchive(archive);
+    m_Editor.UpdateAllViews(nullptr);
+}
+
+bool EditorAccess::RunCommand(unsigned id) {
+    if (CSimEditView* view = m_Editor.GetActiveView())
+        return view->RunCommand(id);
+    return m_Editor.CCmdTarget::RunCommand(id);
+}
+
+bool EditorAccess::SetLanguage(const AString& language) {
+    auto* const script = dynamic_cast<IScriptEditor*>(&m_Editor);
+    if (script)
+        script->SetLanguage(language);
+    return script != nullptr;
+}

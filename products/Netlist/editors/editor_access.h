@@ -1,0 +1,62 @@
+/// EditorAccess: an editor as hosts look at it and drive it beside the contract.
+#pragma once
+
+#include "ieditor_driver.h"
+#include "ieditor_inspector.h"
+
+class CBaseEditor;
+class CSimEditLine;
+class RecordList;
+
+/// The part of an editor that answers IEditorInspector and IEditorDriver. It keeps nothing of its
+/// own; the language is the script editor's to answer.
+class EditorAccess : public IEditorInspector, public IEditorDriver {
+public:
+    EditorAccess(const EditorAccess&) = delete;
+    EditorAccess& operator=(const EditorAccess&) = delete;
+
+    // IEditorInspector
+    int GetLineCount() override;
+    std::string_view GetLineText(int row) override;
+    void GetLineTabs(int row, std::vector<TabSpan>& tabs) override;
+    void GetLineColors(int row, std::vector<ColorSpan>& colors) override;
+    int GetLineRangeIn(int row) override;
+    int GetLineRangeOut(int row) override;
+    bool HasBookmark(int row) override;
+    int GetBookmarkCount() override;
+    bool IsModified() override;
+    LineEnds GetLineEnds() override;
+    void GetArchive(std::string& bytes) override;
+    void GetTitle(AString& title) override;
+    void GetLanguage(AString& language) override;
+    int GetSyntaxIndex() override;
+    void GetUndoRecords(std::vector<JournalEntry>& records) override;
+    void GetRedoRecords(std::vector<JournalEntry>& records) override;
+
+    // IEditorDriver
+    bool InsertLine(int row, bool record, bool first, std::string_view text) override;
+    bool DeleteLine(int row, bool record, bool first) override;
+    std::optional<int> InsertChar(int row, int column, char character, bool record) override;
+    std::optional<int> OverwriteChar(int row, int column, char character, bool record) override;
+    std::optional<int> InsertString(int row, int column, std::string_view text, bool record,
+                                    bool first) override;
+    bool SplitLine(int row, int column, bool first, int indent, bool record) override;
+    std::optional<int> CatLine(int row, bool first, bool record) override;
+    std::optional<int> DelChar(int row, int column, bool record) override;
+    bool DelRange(int row, int column, int endColumn, bool first, bool record) override;
+    void NotifyEdited(int firstRow) override;
+    void LoadArchive(std::string_view bytes) override;
+    bool RunCommand(unsigned id) override;
+    bool SetLanguage(const AString& language) override;
+
+protected:
+    /// @param editor the editor of which this is a part
+    explicit EditorAccess(CBaseEditor& editor) : m_Editor(editor) {}
+    ~EditorAccess() = default;
+
+private:
+    bool HasRow(int row) const;
+    bool HasPlace(int row, int column) const;
+
+    CBaseEditor& m_Editor;
+};

@@ -1,0 +1,13 @@
+/// Keeps exceptions inside the module.
+#pragma once
+
+/// What work gives, or fallback when it throws. For every operation through which a host enters
+/// the module and in which memory may run out.
+template <class Result, class Work>
+Result Guarded(Result fallback, Work&& work) noexcept {
+    try {
+        return work();
+    } catch (...) {
+        return fallback;
+    }
+}

@@ -1,0 +1,5 @@
+#include "library_start.h"
+
+void InitUnitManager(IDesktop&) {}
+
+void InitValueManager(IDesktop&) {}

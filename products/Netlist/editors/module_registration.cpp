@@ -1,0 +1,31 @@
+#include "module_registration.h"
+
+#include "environment.h"
+#include "interface_id.h"
+#include "register_module.h"
+
+namespace {
+
+constexpr char kTitle[] = "NetlistFactory Class";
+constexpr char kVersionIndependentName[] = "QuorelMeridane.Netlist";
+constexpr char kCurrentVersion[] = "QuorelMeridane.Netlist.1";
+constexpr char kThreadingModel[] = "Apartment";
+constexpr char kApplicationName[] = "Netlist";
+
+} // namespace
+
+sys::Status RegisterNetlistModule() {
+    return sys::RegisterModule({.classId = kNetlistFactoryClassId.ToText(),
+                                .title = kTitle,
+                                .versionIndependentName = kVersionIndependentName,
+                                .currentVersion = kCurrentVersion,
+                                .modulePath = sys::ModulePath(kTitle),
+                                .threadingModel = kThreadingModel,
+                                .typeLibraryId = kNetlistTypeLibraryId.ToText(),
+                                .applicationId = kNetlistApplicationId.ToText(),
+                                .applicationName = kApplicationName});
+}
+
+sys::Status UnregisterNetlistModule() {
+    return sys::UnregisterModule(kNetlistFactoryClassId.ToText());
+}

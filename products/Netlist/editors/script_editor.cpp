@@ -1,0 +1,93 @@
+#include "script_editor.h"
+
+#include "debug_line.h"
+#include "desktop_access.h"
+#include "idesktop.h"
+
+namespace {
+
+constexpr std::u16string_view kJavaScript = u"JavaScript";
+constexpr std::u16string_view kVBScript = u"VBScript";
+
+/// The indices of the two languages' descriptions.
+constexpr std::size_t kJavaScriptSyntax = 3;
+constexpr std::size_t kVBScriptSyntax = 4;
+
+} // namespace
+
+CScriptEditor::CScriptEditor(ICommandContext* owner, CNetlistFactory& factory)
+    : EditorOf(factory), m_Owner(owner) {}
+
+CScriptEditor::~CScriptEditor() {
+    WriteDebugLine("ScriptEditor destructor called\n");
+}
+
+void CScriptEditor::RunEditCommand(IQuorelCommand* command) {
+    // The editor has no undo manager of its own yet.
+    if (IDesktop* desktop = GetDesktop())
+        desktop->RunCommand(command, nullptr);
+}
+
+void CScriptEditor::UpdateTitle(const AString& title, bool isExplicit) {
+    if (isExplicit)
+        return SetTitle(title);
+    AString name = m_ScriptName;
+    if (name.empty() && m_Owner)
+        m_Owner->GetName(name);
+    AString made;
+    made.Format(u"%s%s - Script", IsTextModified() ? u"* " : u"", name);
+    SetTitle(made);
+}
+
+void CScriptEditor::GetBlockName(AString& name) {
+    name = u"Script";
+}
+
+void CScriptEditor::CloseAllViews() {
+    CloseEveryView();
+    TellExtenders(&IEditorExtender::Closed);
+}
+
+void CScriptEditor::SaveText() {
+    SetModifiedFlag(false);
+    UpdateTitle({}, false);
+    TellExtenders(&IEditorExtender::Saved);
+}
+
+void CScriptEditor::SetLanguage(AString language) {
+    m_Language = std::move(language);
+    const bool isVBScript = m_Language.CompareNoCase(kVBScript) == 0;
+    if (GetNetlistFactory() && GetNetlistFactory()->GetSyntaxDscrs().size() > kVBScriptSyntax)
+        UseSyntax(isVBScript ? kVBScriptSyntax : kJavaScriptSyntax);
+    AString text;
+    GetText(text);
+    if (!text.empty())
+        SetText(std::move(text)); // colours it anew
+}
+
+const CommandMap& CScriptEditor::GetCommandMap() const {
+    static constexpr CommandEntry kEntries[] = {
+        Command<&CScriptEditor::SaveText>(kCommandSaveScript),
+        Command<&CScriptEditor::OnJavaScript, &CScriptEditor::UpdateJavaScript>(kCommandJavaScript),
+        Command<&CScriptEditor::OnVBScript, &CScriptEditor::UpdateVBScript>(kCommandVBScript),
+        Command<&CScriptEditor::OnUseScript, &CScriptEditor::UpdateUseScript>(kCommandUseScript),
+    };
+    static const CommandMap kMap{kEntries, &EditorOf::GetCommandMap()};
+    return kMap;
+}
+
+void CScriptEditor::OnJavaScript() {
+    static_cast<IScriptEditor*>(this)->SetLanguage(kJavaScript);
+}
+
+void CScriptEditor::OnVBScript() {
+    static_cast<IScriptEditor*>(this)->SetLanguage(kVBScript);
+}
+
+void CScriptEditor::UpdateJavaScript(CCmdUI& ui) {
+    ui.SetCheck(m_Language.CompareNoCase(kJavaScript) == 0);
+}
+
+void CScriptEditor::UpdateVBScript(CCmdUI& ui) {
+    ui.SetCheck(m_Language.CompareNoCase(kVBScript) == 0);
+}

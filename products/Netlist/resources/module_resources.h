@@ -1,0 +1,7 @@
+/// The module's resources: strings, menus and accelerators, as constant tables.
+#pragma once
+
+#include "resources.h"
+
+/// All tables, for ResourceRegistration.
+extern const ResourceTables kModuleResources;

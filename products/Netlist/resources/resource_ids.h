@@ -1,0 +1,51 @@
+/// The numbers of the module's resources and commands.
+#pragma once
+
+/// Commands that menus, keys and buttons give.
+enum CommandId : unsigned {
+    kCommandOptions = 42000,
+    kCommandClearBookmarks = 42001,
+    kCommandGoTo = 42002,
+    kCommandToggleBookmark = 42005,
+    kCommandNextBookmark = 42006,
+    kCommandPreviousBookmark = 42007,
+    kCommandSearchDown = 42008,
+    kCommandExport = 42009,
+    kCommandSearchUp = 42010,
+    kCommandSearchDownCase = 42011,
+    kCommandSearchUpCase = 42012,
+    kCommandSaveScript = 42015,
+    kCommandJavaScript = 42016,
+    kCommandVBScript = 42017,
+    kCommandUseScript = 42018,
+    kCommandCopy = 57634,
+    kCommandCut = 57635,
+    kCommandFind = 57636,
+    kCommandPaste = 57637,
+    kCommandReplace = 57641,
+    kCommandSelectAll = 57642,
+    kCommandUndo = 57643,
+    kCommandRedo = 57644,
+};
+
+/// Texts that no command has. A command's number names its status text and, behind a line feed, its
+/// tool tip.
+enum StringId : unsigned {
+    kStringOptionsCaption = 42013,
+    kStringNoConfiguration = 57646, ///< with the file's name as "%s"
+    kStringUndo = 57647,
+    kStringRedo = 57648,
+};
+
+enum MenuId : unsigned {
+    kMenuOptions = 9000,
+    kMenuEdit = 9002,
+    kMenuContext = 9003,
+    kMenuExport = 9015,
+    kMenuScript = 9016,
+    kMenuRunScript = 9017,
+};
+
+enum AcceleratorId : unsigned { kAcceleratorsNetlist = 9000, kAcceleratorsScript = 9001 };
+
+enum TemplateId : unsigned { kTemplateNetlist = 9000, kTemplateScript = 9001 };
