@@ -108,22 +108,32 @@ void CompareLines(const Code& code) {
                                       "* stage two: gain of 20 dB at 1 kHz\n"
                                       "M4 d g s b nch w=2u l=0.18u ad=1p as=1p pd=4u ps=4u\n");
     const std::vector<std::string_view> lines = bench::LinesOf(file);
+    std::vector<std::u16string> wideLines;
+    for (const std::string_view line : lines)
+        wideLines.emplace_back(line.begin(), line.end());
     char16_t wide[256];
-    const Iconv in("UTF-16LE", code.iconvName);
-    Compare(
-        std::string(code.name) + " netlist lines to 16 bit", static_cast<double>(file.size()),
-        [&] {
+    char narrow[256];
+    const auto sumOver = [](const auto& all, auto convert) {
+        return [&all, convert] {
             std::size_t sum = 0;
-            for (const std::string_view line : lines)
-                sum += 2 * code.decode(line, wide);
+            for (const auto& line : all)
+                sum += convert(line);
             return sum;
-        },
-        [&] {
-            std::size_t sum = 0;
-            for (const std::string_view line : lines)
-                sum += in(line.data(), line.size(), wide, sizeof wide);
-            return sum;
-        });
+        };
+    };
+    const Iconv in("UTF-16LE", code.iconvName), out(code.iconvName, "UTF-16LE");
+    const std::string work = std::string(code.name) + " netlist lines";
+    const auto size = static_cast<double>(file.size());
+    Compare(work + " to 16 bit", size,
+            sumOver(lines, [&](std::string_view line) { return 2 * code.decode(line, wide); }),
+            sumOver(lines, [&](std::string_view line) {
+                return in(line.data(), line.size(), wide, sizeof wide);
+            }));
+    Compare(work + " from 16 bit", size,
+            sumOver(wideLines, [&](std::u16string_view line) { return code.encode(line, narrow); }),
+            sumOver(wideLines, [&](std::u16string_view line) {
+                return out(line.data(), 2 * line.size(), narrow, sizeof narrow);
+            }));
 }
 
 } // namespace
