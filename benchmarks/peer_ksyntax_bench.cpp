@@ -33,7 +33,7 @@ int main(int argc, char** argv) {
     QCoreApplication application(argc, argv);
     const std::string raw = Small();
     std::vector<QString> lines;
-    for (const auto line : bench::lines_of(raw))
+    for (const auto line : bench::LinesOf(raw))
         lines.push_back(QString::fromUtf8(line.data(), int(line.size())));
     KSyntaxHighlighting::Repository repository;
     const auto definition = repository.definitionForName(QStringLiteral("SPICE"));
@@ -44,7 +44,7 @@ int main(int argc, char** argv) {
     highlighter.Run(lines);
     const std::string who = "KSyntaxHighlighting 'Spice'";
     Row(kSpans, who, "spans", double(highlighter.spans) / double(lines.size()));
-    const auto time = bench::runs(kReps, [&] { highlighter.Run(lines); });
-    Row(kColour, who, "us", time.med / 1e3 / double(lines.size()));
+    const auto time = bench::TimeOf(kReps, [&] { highlighter.Run(lines); });
+    Row(kColour, who, "us", time / 1e3 / double(lines.size()));
     _exit(0);
 }

@@ -32,7 +32,7 @@ double HeldMemory() {
         auto warm = Fresh();
         SetText(*warm, "a\r\n");
     }
-    const double before = bench::rss();
+    const double before = work::Resident();
     auto engine = Fresh();
     double bytes = 0;
     {
@@ -42,28 +42,28 @@ double HeldMemory() {
     }
     engine->SendScintilla(Engine::SCI_EMPTYUNDOBUFFER);
     malloc_trim(0);
-    return (bench::rss() - before) * 1e6 / bytes;
+    return (work::Resident() - before) * 1e6 / bytes;
 }
 
 void MeasureLoad(const std::string& raw) {
     {
         auto engine = Fresh();
-        const double begin = bench::now();
+        const double begin = bench::Now();
         SetText(*engine, raw);
-        Row(kLoadFirst, kWho, "ms", (bench::now() - begin) / 1e6);
+        Row(kLoadFirst, kWho, "ms", (bench::Now() - begin) / 1e6);
     }
-    bench::warm_heap();
+    work::WarmHeap();
     auto engine = Fresh();
     SetText(*engine, raw);
-    const auto time = bench::runs(
+    const auto time = bench::TimeOf(
         kReps, [&] { engine = Fresh(); }, [&] { SetText(*engine, raw); });
-    Row(kLoadWarm, kWho, "ms", time.med / 1e6);
+    Row(kLoadWarm, kWho, "ms", time / 1e6);
     std::vector<char> out(raw.size() + 1);
-    const auto text = bench::runs(kReps, [&] {
+    const auto text = bench::TimeOf(kReps, [&] {
         engine->SendScintilla(Engine::SCI_GETTEXT, static_cast<unsigned long>(out.size()),
                               static_cast<void*>(out.data()));
     });
-    Row(kGetText, kWho, "ms", text.med / 1e6);
+    Row(kGetText, kWho, "ms", text / 1e6);
 }
 
 void MeasureColouring() {
@@ -73,10 +73,10 @@ void MeasureColouring() {
     auto* lexer = new QsciLexerSpice(&editor);
     editor.SendScintilla(Engine::SCI_EMPTYUNDOBUFFER);
     editor.setLexer(lexer);
-    const auto time = bench::runs(
+    const auto time = bench::TimeOf(
         kReps, [&] { editor.SendScintilla(Engine::SCI_CLEARDOCUMENTSTYLE); },
         [&] { editor.SendScintilla(Engine::SCI_COLOURISE, 0ul, -1l); });
-    Row(kColour, "QScintilla, lexer by hand", "us", time.med / 1e3 / editor.lines());
+    Row(kColour, "QScintilla, lexer by hand", "us", time / 1e3 / editor.lines());
 }
 
 /// Inserts, deletes and restyles the one line, as an editor with that lexer does.
@@ -120,12 +120,12 @@ void MeasureEdits(const std::string& raw) {
             restyle(middle);
         },
         [](std::size_t) {});
-    const double begin = bench::now();
+    const double begin = bench::Now();
     for (int i = 0; i < kManyLines; ++i) {
         insert(LineStart(editor, middle + i), "M7 n1 n2 n3 0 nch w=3.20u l=0.18u m=2\r\n");
         restyle(middle + i);
     }
-    Row(kInsertMany, kWho, "ms", (bench::now() - begin) / 1e6);
+    Row(kInsertMany, kWho, "ms", (bench::Now() - begin) / 1e6);
 }
 
 } // namespace

@@ -53,17 +53,17 @@ std::unique_ptr<QTextDocument> Fresh() {
 void MeasureLoad() {
     const std::string raw = Million();
     const QString text = QString::fromUtf8(raw.data(), qsizetype(raw.size()));
-    const double before = bench::rss();
+    const double before = work::Resident();
     auto document = Fresh();
-    const double begin = bench::now();
+    const double begin = bench::Now();
     document->setPlainText(text);
-    Row(kLoadFirst, kWho, "ms", (bench::now() - begin) / 1e6);
+    Row(kLoadFirst, kWho, "ms", (bench::Now() - begin) / 1e6);
     malloc_trim(0);
-    Row(kMemory, kWho, "x", (bench::rss() - before) * 1e6 / double(raw.size()));
-    bench::warm_heap();
-    const auto time = bench::runs(
+    Row(kMemory, kWho, "x", (work::Resident() - before) * 1e6 / double(raw.size()));
+    work::WarmHeap();
+    const auto time = bench::TimeOf(
         kSlowReps, [&] { document = Fresh(); }, [&] { document->setPlainText(text); });
-    Row(kLoadWarm, kWho, "ms", time.med / 1e6);
+    Row(kLoadWarm, kWho, "ms", time / 1e6);
 }
 
 void MeasureColouring() {
@@ -72,8 +72,8 @@ void MeasureColouring() {
     document->setPlainText(QString::fromUtf8(raw.data(), qsizetype(raw.size())));
     Highlighter highlighter(document.get());
     highlighter.rehighlight();
-    const auto time = bench::runs(kSlowReps, [&] { highlighter.rehighlight(); });
-    Row(kColour, "QSyntaxHighlighter, six rules", "us", time.med / 1e3 / document->blockCount());
+    const auto time = bench::TimeOf(kSlowReps, [&] { highlighter.rehighlight(); });
+    Row(kColour, "QSyntaxHighlighter, six rules", "us", time / 1e3 / document->blockCount());
 }
 
 } // namespace

@@ -24,7 +24,7 @@ void Load(CSimEditDoc& document, std::string_view bytes) {
 using Vector = std::vector<std::string>;
 
 void Split(const std::string& raw, Vector& lines) {
-    for (const std::string_view line : bench::lines_of(raw))
+    for (const std::string_view line : bench::LinesOf(raw))
         lines.emplace_back(line);
 }
 
@@ -50,9 +50,9 @@ const CSyntaxDscr& NetlistSyntax() {
 
 double LoadOnce(const std::string& raw) {
     CSimEditDoc document;
-    const double begin = bench::now();
+    const double begin = bench::Now();
     Load(document, raw);
-    return (bench::now() - begin) / 1e6;
+    return (bench::Now() - begin) / 1e6;
 }
 
 /// What a document of the file holds in resident memory, over the file's bytes.
@@ -61,7 +61,7 @@ double HeldMemory(bool coloured) {
     CSimEditDoc document;
     document.SetSyntaxDscr(&syntax);
     syntax.Colour("R1 a b 1k", -1); // the scanner is the description's
-    const double before = bench::rss();
+    const double before = work::Resident();
     double bytes = 0;
     {
         const std::string raw = Million();
@@ -71,11 +71,11 @@ double HeldMemory(bool coloured) {
     if (coloured)
         document.ColouredLine(document.LineCount() - 1);
     malloc_trim(0);
-    return (bench::rss() - before) * 1e6 / bytes;
+    return (work::Resident() - before) * 1e6 / bytes;
 }
 
 double VectorMemory() {
-    const double before = bench::rss();
+    const double before = work::Resident();
     Vector lines;
     double bytes = 0;
     {
@@ -84,7 +84,7 @@ double VectorMemory() {
         SplitDirectly(raw, lines);
     }
     malloc_trim(0);
-    return (bench::rss() - before) * 1e6 / bytes;
+    return (work::Resident() - before) * 1e6 / bytes;
 }
 
 void MeasureFresh() {
@@ -95,24 +95,24 @@ void MeasureFresh() {
     Row(kLoadFirst, kUs, "ms", InChild([&] { return LoadOnce(raw); }));
     Row(kLoadFirst, kVector, "ms", InChild([&] {
             Vector lines;
-            const double begin = bench::now();
+            const double begin = bench::Now();
             SplitDirectly(raw, lines);
-            return (bench::now() - begin) / 1e6;
+            return (bench::Now() - begin) / 1e6;
         }));
 }
 
 void MeasureLoad(const std::string& raw) {
     std::unique_ptr<CSimEditDoc> document;
     Load(*(document = std::make_unique<CSimEditDoc>()), raw);
-    const auto ours = bench::runs(
+    const auto ours = bench::TimeOf(
         kReps, [&] { document = std::make_unique<CSimEditDoc>(); }, [&] { Load(*document, raw); });
-    Row(kLoadWarm, kUs, "ms", ours.med / 1e6);
+    Row(kLoadWarm, kUs, "ms", ours / 1e6);
     document.reset();
     std::unique_ptr<Vector> lines;
     SplitDirectly(raw, *(lines = std::make_unique<Vector>()));
-    const auto theirs = bench::runs(
+    const auto theirs = bench::TimeOf(
         kReps, [&] { lines = std::make_unique<Vector>(); }, [&] { SplitDirectly(raw, *lines); });
-    Row(kLoadWarm, kVector, "ms", theirs.med / 1e6);
+    Row(kLoadWarm, kVector, "ms", theirs / 1e6);
 }
 
 void MeasureColouring() {
@@ -123,13 +123,13 @@ void MeasureColouring() {
     const CSyntaxDscr& syntax = NetlistSyntax();
     document.SetSyntaxDscr(&syntax);
     std::size_t spans = 0;
-    const auto time = bench::runs(kReps, [&] {
+    const auto time = bench::TimeOf(kReps, [&] {
         document.Recolour(0, 0);
         document.ColouredLine(document.LineCount() - 1);
     });
     for (std::int32_t row = 0; row < document.LineCount(); ++row)
         spans += document.ColouredLine(row).Colors().ToVector().size();
-    Row(kColour, kUs, "us", time.med / 1e3 / document.LineCount());
+    Row(kColour, kUs, "us", time / 1e3 / document.LineCount());
     Row(kSpans, kUs, "spans", double(spans) / document.LineCount());
 
     // Linear in the length of a line: nanoseconds a character at two lengths.
@@ -138,9 +138,10 @@ void MeasureColouring() {
         text += lines[text.size() % lines.size()] + " ";
     for (const std::size_t length : {10'000u, 1'000'000u}) {
         const std::string_view part = std::string_view(text).substr(0, length);
-        const auto each = bench::per_call([&] { bench::keep(syntax.Colour(part, -1).spans); }, 7);
+        const auto each =
+            bench::TimeOfShort(7, [&] { bench::Keep(syntax.Colour(part, -1).spans); });
         Row("colour a character of a line of " + std::to_string(length), kUs, "ns",
-            each.med / double(length));
+            each / double(length));
     }
 }
 
@@ -162,10 +163,10 @@ void MeasureEdits(const std::string& raw) {
         kDeleteMedian, kDeleteWorst, kUs, [&](std::size_t) { document.DeleteLine(middle, 1, 1); },
         [](std::size_t) {});
     const std::string line = "M7 n1 n2 n3 0 nch w=3.20u l=0.18u m=2";
-    const double begin = bench::now();
+    const double begin = bench::Now();
     for (int i = 0; i < kManyLines; ++i)
         document.InsertLine(middle + i, 1, i == 0, line);
-    Row(kInsertMany, kUs, "ms", (bench::now() - begin) / 1e6);
+    Row(kInsertMany, kUs, "ms", (bench::Now() - begin) / 1e6);
 }
 
 void MeasureOut(const std::string& raw) {
@@ -174,32 +175,32 @@ void MeasureOut(const std::string& raw) {
     AString text;
     text.reserve(raw.size());
     document.GetText(text);
-    const auto out = bench::runs(
+    const auto out = bench::TimeOf(
         kReps, [&] { text.clear(); }, [&] { document.GetText(text); });
-    Row(kGetText, kUs, "ms", out.med / 1e6);
+    Row(kGetText, kUs, "ms", out / 1e6);
     std::string bytes;
     bytes.reserve(raw.size());
     const auto write = [&] {
-        CArchive archive(bytes);
+        CArchive archive(&bytes);
         document.SaveArchive(archive);
         archive.Close();
     };
     write();
-    const auto saved = bench::runs(
+    const auto saved = bench::TimeOf(
         kReps, [&] { bytes.clear(); }, write);
-    Row(kArchive, kUs, "ms", saved.med / 1e6);
+    Row(kArchive, kUs, "ms", saved / 1e6);
     if (bytes != raw.substr(0, bytes.size()) || bytes.size() + 2 < raw.size())
         std::exit(3); // the figures would be of something else
     const auto copied =
-        bench::runs(kReps, [&] { std::memcpy(bytes.data(), raw.data(), bytes.size()); });
-    Row(kArchive, "memcpy", "ms", copied.med / 1e6);
+        bench::TimeOf(kReps, [&] { std::memcpy(bytes.data(), raw.data(), bytes.size()); });
+    Row(kArchive, "memcpy", "ms", copied / 1e6);
 }
 
 } // namespace
 
 int main() {
     MeasureFresh();
-    bench::warm_heap();
+    work::WarmHeap();
     const std::string raw = Million();
     MeasureLoad(raw);
     MeasureOut(raw);

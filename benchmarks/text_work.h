@@ -5,6 +5,7 @@
 #include "peer_bench.h"
 
 #include <functional>
+#include <malloc.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -30,21 +31,31 @@ inline constexpr std::size_t kEdits = 10000;
 inline constexpr int kManyLines = 100000;
 inline constexpr int kReps = 7;
 
-inline void Row(const std::string& work, const std::string& who, const char* unit, double value) {
-    std::printf("%s\t%s\t%s\t%.6g\n", work.c_str(), who.c_str(), unit, value);
-    std::fflush(stdout);
-}
+using bench::Row;
 
 /// A generated netlist, whole.
-inline std::string Netlist(const char* name) {
-    const char* folder = std::getenv("QUOREL_BENCH_DATA");
-    return bench::slurp(std::string(folder ? folder : "data") + "/" + name);
-}
 inline std::string Million() {
-    return Netlist("netlist_1m.cir");
+    return bench::Input("netlist_1m.cir");
 }
 inline std::string Small() {
-    return Netlist("netlist_50k.cir");
+    return bench::Input("netlist_50k.cir");
+}
+
+/// The process's resident memory in megabytes.
+inline double Resident() {
+    std::ifstream status("/proc/self/status");
+    std::string line;
+    while (std::getline(status, line))
+        if (line.starts_with("VmRSS:"))
+            return std::atof(line.c_str() + 6) * 1024 / 1e6;
+    return 0;
+}
+
+/// From here on freed memory stays mapped, so that repeated runs see a warm heap.
+inline void WarmHeap() {
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, -1);
+    mallopt(M_TOP_PAD, 64 << 20);
 }
 
 /// The value that f gives in a process of its own, so that it sees a fresh heap.
@@ -76,9 +87,9 @@ void Edits(const std::string& median, const std::string& worst, const std::strin
            Undo undo) {
     std::vector<double> times(kEdits);
     for (std::size_t i = 0; i < kEdits; ++i) {
-        const double begin = bench::now();
+        const double begin = bench::Now();
         edit(i);
-        times[i] = bench::now() - begin;
+        times[i] = bench::Now() - begin;
         undo(i);
     }
     std::sort(times.begin(), times.end());

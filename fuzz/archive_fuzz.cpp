@@ -17,7 +17,7 @@ void Require(bool law) {
 
 std::string Save(const CSimEditDoc& document) {
     std::string bytes;
-    CArchive archive(bytes);
+    CArchive archive(&bytes);
     document.SaveArchive(archive);
     archive.Close();
     return bytes;

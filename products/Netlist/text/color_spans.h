@@ -80,25 +80,33 @@ public:
     class Encoder {
     public:
         void Start() {
-            m_bytes.clear();
+            m_size = 0;
             m_column = 0;
         }
         /// Columns start up to but not including behind; the colour by its palette number.
         void Add(std::uint32_t start, std::uint32_t behind, std::uint32_t paletteIndex) {
-            Put(start - m_column);
-            Put(behind - start);
-            Put(paletteIndex);
+            if (m_bytes.size() < m_size + kMostBytes)
+                m_bytes.resize(m_size * 2 + kMostBytes);
+            std::uint8_t* at = m_bytes.data() + m_size;
+            at = Put(at, start - m_column);
+            at = Put(at, behind - start);
+            at = Put(at, paletteIndex);
+            m_size = static_cast<std::size_t>(at - m_bytes.data());
             m_column = behind;
         }
-        std::span<const std::uint8_t> Bytes() const { return m_bytes; }
+        std::span<const std::uint8_t> Bytes() const { return {m_bytes.data(), m_size}; }
 
     private:
-        void Put(std::uint32_t number) {
+        static constexpr std::size_t kMostBytes = 15; ///< three numbers of five groups
+
+        static std::uint8_t* Put(std::uint8_t* at, std::uint32_t number) {
             for (; number >= 0x80; number >>= 7)
-                m_bytes.push_back(static_cast<std::uint8_t>(number | 0x80));
-            m_bytes.push_back(static_cast<std::uint8_t>(number));
+                *at++ = static_cast<std::uint8_t>(number | 0x80);
+            *at++ = static_cast<std::uint8_t>(number);
+            return at;
         }
         std::vector<std::uint8_t> m_bytes;
+        std::size_t m_size = 0;
         std::uint32_t m_column = 0;
     };
 

@@ -5,8 +5,8 @@
 
 namespace {
 
-/// Tokens that go through the filter at the most; its tables take 96 bytes for each.
-constexpr std::size_t kMostFiltered = 4096;
+/// Tokens that are found together at the most.
+constexpr std::size_t kMostTogether = 4096;
 /// Buffers that a very long line has left behind are given back above this many candidates.
 constexpr std::size_t kKeptCandidates = 65536;
 
@@ -22,14 +22,25 @@ LineScanner::LineScanner(const CSyntaxDscr& syntax) : m_subject(std::string_view
     std::vector<TokenTraits> traits;
     for (const auto& token : syntax.Tokens())
         AddToken(*token, traits);
-    m_filter = std::make_unique<TokenFilter>(traits);
+    m_automaton = std::make_unique<TokenAutomaton>(traits);
     m_chains.resize(traits.size());
-    m_touched.resize(m_filter->Words());
+    m_touched.resize((traits.size() + 63) / 64);
 }
 
 void LineScanner::AddRange(const CColorRange& range) {
     const RegFacts facts = range.Open.Facts();
-    m_openBytes |= facts.canBeEmpty ? ByteSet::All() : facts.firstBytes;
+    const std::uint32_t bit = std::uint32_t{1} << (m_ranges.size() % 31);
+    for (unsigned value = 0; value < 256; ++value) {
+        const auto byte = static_cast<unsigned char>(value);
+        if (facts.canBeEmpty || facts.firstBytes.Has(byte))
+            m_opensFrom[value] |= bit;
+        if (facts.canBeEmpty || facts.canBeOneByte || facts.secondBytes.Has(byte))
+            m_opensOn[value] |= bit;
+    }
+    if (facts.canBeEmpty || facts.canBeOneByte)
+        m_opensOn[kLineEnd] |= bit;
+    if (!range.Open.Anchored())
+        m_opensAnywhere |= bit;
     m_ranges.push_back({.open = &range.Open,
                         .close = &range.Close,
                         .paletteIndex = ColorPalette::IndexOf(range.Color),
@@ -41,21 +52,22 @@ const Separator* LineScanner::SeparatorOf(const CRegExp& expression) {
 }
 
 void LineScanner::AddToken(const CColorToken& token, std::vector<TokenTraits>& traits) {
-    RegFacts facts = token.Token.Facts();
+    const RegFacts facts = token.Token.Facts();
     Token entry{.expression = &token.Token,
-                .fixedSequence = std::move(facts.fixedSequence),
                 .startSeparator = SeparatorOf(*token.StartSep),
                 .stopSeparator = SeparatorOf(*token.StopSep),
                 .paletteIndex = ColorPalette::IndexOf(token.Color)};
     const ByteSet& before = entry.startSeparator->Bytes();
     entry.separable = entry.startSeparator->IsSet() && !facts.alphabet.Intersects(before);
-    const bool isFree = !facts.canBeEmpty && !facts.hasBol && !facts.hasWordStart;
-    if (isFree && traits.size() < kMostFiltered) {
-        entry.filterNumber = traits.size();
-        m_filtered.push_back(m_tokens.size());
-        traits.push_back({.first = facts.firstBytes,
-                          .second = facts.secondBytes,
-                          .canBeOne = facts.canBeOneByte,
+    // A separator that never holds leaves the line's first column alone, where every scan begins.
+    const bool isFirstColumnOnly = entry.startSeparator->IsSet() && before.Empty();
+    const bool dependsOnStart = (facts.hasBol || facts.hasWordStart) && !isFirstColumnOnly;
+    const bool isFree = !facts.canBeEmpty && !dependsOnStart;
+    if (isFree && traits.size() < kMostTogether) {
+        entry.number = traits.size();
+        m_together.push_back(m_tokens.size());
+        traits.push_back({.expression = &token.Token,
+                          .first = facts.firstBytes,
                           .startSeparator = before,
                           .separable = entry.separable});
     }
@@ -144,11 +156,16 @@ std::int32_t LineScanner::ScanRanges(std::size_t column) {
     return -1;
 }
 
-/// Whether a byte with which a range can open stands at or behind column.
+/// Whether some range can open at or behind column, by the first two bytes that this takes.
 bool LineScanner::CanOpenBehind(std::size_t column) const {
-    while (column < m_text.size() && !m_openBytes.Has(ByteOf(m_text[column])))
-        ++column;
-    return column < m_text.size();
+    std::uint32_t ranges = ~std::uint32_t{0};
+    for (; column < m_text.size(); ++column) {
+        const std::size_t next = column + 1 < m_text.size() ? ByteOf(m_text[column + 1]) : kLineEnd;
+        if ((m_opensFrom[ByteOf(m_text[column])] & m_opensOn[next] & ranges) != 0)
+            return true;
+        ranges = m_opensAnywhere;
+    }
+    return false;
 }
 
 /// The range that opens first at or behind column, the one with the highest index on equal starts.
@@ -173,9 +190,8 @@ LineScanner::Match LineScanner::NextOpen(Range& range, std::size_t column) {
 }
 
 void LineScanner::ScanTokens() {
-    if (!m_hasNul)
-        GatherCandidates();
-    if (!m_hasNul && m_filtered.size() == m_tokens.size()) {
+    const bool together = !m_hasNul && GatherCandidates();
+    if (together && m_together.size() == m_tokens.size()) {
         for (std::size_t word = 0; word < m_touched.size(); ++word)
             for (std::uint64_t bits = m_touched[word]; bits != 0; bits &= bits - 1)
                 ScanCandidates(
@@ -183,59 +199,57 @@ void LineScanner::ScanTokens() {
         return;
     }
     for (const Token& token : m_tokens)
-        if (m_hasNul || token.filterNumber == kNone)
+        if (!together || token.number == kNone)
             SearchToken(token);
-        else if (IsTouched(token.filterNumber))
+        else if (IsTouched(token.number))
             ScanCandidates(token);
 }
 
-void LineScanner::GatherCandidates() {
+/// Chains the matches of each token. @return false if the slow way must be taken for this line
+bool LineScanner::GatherCandidates() {
     if (m_candidates.capacity() > kKeptCandidates)
         m_candidates.shrink_to_fit();
     m_candidates.clear();
     std::fill(m_touched.begin(), m_touched.end(), 0);
-    m_filter->ForEachCandidate(
+    m_lastSeparable = {kNone, kNone};
+    return m_automaton->ForEachMatch(
         m_text, [this](std::size_t column) { return m_canvas.IsCovered(column); },
-        [this](std::size_t token, std::size_t column) {
-            const std::size_t index = m_candidates.size();
-            if (IsTouched(token))
-                m_candidates[m_chains[token].last].next = index;
-            else
-                m_chains[token].first = index;
-            m_chains[token].last = index;
-            m_touched[token / 64] |= std::uint64_t{1} << (token % 64);
-            m_candidates.push_back({column, kNone});
+        [this](std::size_t number, std::size_t column, std::size_t length) {
+            AddCandidate(number, {column, column + length});
         });
+}
+
+void LineScanner::AddCandidate(std::size_t number, Match match) {
+    const Token& token = m_tokens[m_together[number]];
+    if (token.separable) {
+        // Behind an earlier token of the same place and length, this one never finds it free.
+        if (match == m_lastSeparable || !HoldsAt(*token.stopSeparator, match.behind))
+            return;
+        m_lastSeparable = match;
+    }
+    const std::size_t index = m_candidates.size();
+    if (IsTouched(number))
+        m_candidates[m_chains[number].last].next = index;
+    else
+        m_chains[number].first = index;
+    m_chains[number].last = index;
+    m_touched[number / 64] |= std::uint64_t{1} << (number % 64);
+    m_candidates.push_back({match, kNone});
 }
 
 /// The occurrences of a token among its candidates, each search going on one column behind the
 /// column that follows an occurrence.
 void LineScanner::ScanCandidates(const Token& token) {
     std::size_t column = 0;
-    for (std::size_t i = m_chains[token.filterNumber].first; i != kNone; i = m_candidates[i].next) {
-        const std::size_t start = m_candidates[i].column;
-        if (start < column || (token.separable && m_canvas.IsCovered(start)))
+    for (std::size_t i = m_chains[token.number].first; i != kNone; i = m_candidates[i].next) {
+        const auto [start, behind] = m_candidates[i].match;
+        if (start < column)
             continue;
-        const std::ptrdiff_t length = LengthAt(token, start);
-        if (length < 0)
-            continue;
-        const std::size_t behind = start + static_cast<std::size_t>(length);
         column = behind + 1;
-        if (HasSeparators(token, start, behind) && m_canvas.IsFree(start, behind))
+        if ((token.separable || HasSeparators(token, start, behind)) &&
+            m_canvas.IsFree(start, behind))
             m_canvas.Lay(start, behind, token.paletteIndex);
     }
-}
-
-std::ptrdiff_t LineScanner::LengthAt(const Token& token, std::size_t column) const {
-    if (token.fixedSequence.empty())
-        return token.expression->MatchAt(m_subject, column, 0);
-    if (m_text.size() - column < token.fixedSequence.size())
-        return -1;
-    std::size_t at = column;
-    for (const ByteSet& bytes : token.fixedSequence)
-        if (!bytes.Has(ByteOf(m_text[at++])))
-            return -1;
-    return static_cast<std::ptrdiff_t>(token.fixedSequence.size());
 }
 
 /// The slow way: the leftmost match in each tail.

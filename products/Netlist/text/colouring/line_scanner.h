@@ -6,8 +6,9 @@
 #include "separator.h"
 #include "span_canvas.h"
 #include "syntax_dscr.h"
-#include "token_filter.h"
+#include "token_automaton.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -20,7 +21,7 @@
 ///
 /// A text that holds a NUL is, for an expression, several: each ends at the next NUL. Such lines,
 /// and tokens whose occurrences depend on where a scan begins, take the slow way: each token is
-/// searched from column to column. All others go through the filter.
+/// searched from column to column. All others are found together by an automaton.
 class LineScanner {
 public:
     explicit LineScanner(const CSyntaxDscr& syntax);
@@ -34,6 +35,7 @@ private:
     struct Match {
         std::size_t start;
         std::size_t behind;
+        friend bool operator==(const Match&, const Match&) = default;
     };
 
     struct Range {
@@ -49,17 +51,16 @@ private:
 
     struct Token {
         const CRegExp* expression;
-        std::vector<ByteSet> fixedSequence; ///< empty: ask the expression
         const Separator* startSeparator;
         const Separator* stopSeparator;
         std::uint32_t paletteIndex;
         bool separable = false;
-        std::size_t filterNumber = kNone; ///< kNone: takes the slow way
+        std::size_t number = kNone; ///< in the automaton; kNone: takes the slow way
     };
 
-    /// A column at which a token may occur; those of a token are chained in order.
+    /// A match of a token; those of a token are chained in order.
     struct Candidate {
-        std::size_t column;
+        Match match;
         std::size_t next;
     };
     struct Chain {
@@ -84,22 +85,27 @@ private:
     Match NextOpen(Range& range, std::size_t column);
 
     void ScanTokens();
-    void GatherCandidates();
-    bool IsTouched(std::size_t filterNumber) const {
-        return (m_touched[filterNumber / 64] >> (filterNumber % 64) & 1) != 0;
+    bool GatherCandidates();
+    void AddCandidate(std::size_t number, Match match);
+    bool IsTouched(std::size_t number) const {
+        return (m_touched[number / 64] >> (number % 64) & 1) != 0;
     }
     void ScanCandidates(const Token& token);
     void SearchToken(const Token& token);
-    std::ptrdiff_t LengthAt(const Token& token, std::size_t column) const;
     bool HasSeparators(const Token& token, std::size_t start, std::size_t behind);
     bool HoldsAt(const Separator& separator, std::size_t column);
 
     std::vector<Range> m_ranges;
-    ByteSet m_openBytes; ///< the bytes with which a range can open
+    // Ranges as bits: those that can open with a byte, those that can go on with it, and those
+    // that can open elsewhere than where a scan begins. Ranges beyond the bits share them.
+    static constexpr std::size_t kLineEnd = 256;
+    std::array<std::uint32_t, 257> m_opensFrom{};
+    std::array<std::uint32_t, 257> m_opensOn{};
+    std::uint32_t m_opensAnywhere = 0;
     std::unordered_map<const CRegExp*, Separator> m_separators;
     std::vector<Token> m_tokens;
-    std::vector<std::size_t> m_filtered; ///< the tokens by their number in the filter
-    std::unique_ptr<TokenFilter> m_filter;
+    std::vector<std::size_t> m_together; ///< the tokens by their number in the automaton
+    std::unique_ptr<TokenAutomaton> m_automaton;
 
     // The line at hand.
     std::string_view m_text;
@@ -109,6 +115,7 @@ private:
     SpanCanvas m_canvas;
     ColorSpans::Encoder m_encoder;
     std::vector<Candidate> m_candidates;
-    std::vector<Chain> m_chains;          ///< by number in the filter; good where m_touched
-    std::vector<std::uint64_t> m_touched; ///< a bit for each filtered token with a candidate
+    Match m_lastSeparable{0, 0};          ///< the last candidate of a separable token
+    std::vector<Chain> m_chains;          ///< by number in the automaton; good where m_touched
+    std::vector<std::uint64_t> m_touched; ///< by number: a bit for each token with a candidate
 };

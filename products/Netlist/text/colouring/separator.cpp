@@ -12,8 +12,16 @@ constexpr std::array<std::string_view, 3> kFollowers{"", "a", " "};
 } // namespace
 
 Separator::Separator(const CRegExp& expression) : m_expression(&expression) {
-    if (!expression.Facts().secondBytes.Empty())
-        return; // it may take more than one character
+    m_isSet = expression.Facts().secondBytes.Empty() && FindSet();
+    if (m_isSet)
+        return;
+    TokenTraits traits;
+    traits.expression = &expression;
+    m_automaton = std::make_unique<TokenAutomaton>(std::vector{traits});
+}
+
+/// Tries each byte. @return whether the bytes behind it make no difference
+bool Separator::FindSet() {
     m_holdsAtEnd = HoldsFor("");
     for (unsigned byte = 1; byte < 256; ++byte) {
         std::array<bool, kFollowers.size()> holds{};
@@ -22,9 +30,18 @@ Separator::Separator(const CRegExp& expression) : m_expression(&expression) {
             holds[i] = HoldsFor(tail += kFollowers[i]);
         }
         if (holds[0] != holds[1] || holds[0] != holds[2])
-            return;
+            return false;
         if (holds[0])
             m_bytes.Add(static_cast<unsigned char>(byte));
     }
-    m_isSet = true;
+    return true;
+}
+
+bool Separator::Matches(const RegSubject& text, std::size_t at) const {
+    if (m_automaton) {
+        const auto known = m_automaton->MatchesAt(text.Text(), at);
+        if (known)
+            return *known;
+    }
+    return m_expression->MatchAt(text, at, at) >= 0;
 }

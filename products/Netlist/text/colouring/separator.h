@@ -4,8 +4,10 @@
 #include "byte_set.h"
 #include "reg_exp.h"
 #include "reg_subject.h"
+#include "token_automaton.h"
 
 #include <cstddef>
+#include <memory>
 #include <string_view>
 
 /// A separator expression, tested on the tail of a text from some column on: it holds when it
@@ -28,12 +30,12 @@ public:
     const ByteSet& Bytes() const { return m_bytes; }
 
 private:
-    bool Matches(const RegSubject& text, std::size_t at) const {
-        return m_expression->MatchAt(text, at, at) >= 0;
-    }
+    bool FindSet();
+    bool Matches(const RegSubject& text, std::size_t at) const;
     bool HoldsFor(std::string_view tail) const { return Matches(RegSubject(tail), 0); }
 
     const CRegExp* m_expression;
+    std::unique_ptr<TokenAutomaton> m_automaton; ///< of the one expression, where it isn't a set
     ByteSet m_bytes;
     bool m_holdsAtEnd = false;
     bool m_isSet = false;

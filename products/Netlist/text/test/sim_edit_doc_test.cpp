@@ -21,7 +21,7 @@ protected:
     }
     static std::string Saved(const CSimEditDoc& doc) {
         std::string bytes;
-        CArchive archive(bytes);
+        CArchive archive(&bytes);
         doc.SaveArchive(archive);
         archive.Close();
         return bytes;

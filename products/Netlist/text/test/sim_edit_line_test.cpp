@@ -37,6 +37,8 @@ public:
         m_raw.insert(IndexAt(column), text);
     }
     void Erase(std::size_t column, std::size_t end) {
+        if (column == end)
+            return;
         const std::size_t last = IndexAt(end);
         const std::size_t first = IndexAt(column);
         m_raw.erase(first, IndexAt(end) == last ? last - first : IndexAt(end) - first);
