@@ -26,21 +26,18 @@ struct ByteSet {
 
     /// Adds `first` to `last`, both included; nothing if `first` is the greater.
     constexpr void AddRange(unsigned char first, unsigned char last) {
-        for (unsigned i = 0; i < 4; ++i) {
+        for (unsigned i = 0; i < 4; ++i)
             words[i] |= Below(last + 1U, i) & ~Below(first, i);
-        }
     }
 
     constexpr ByteSet& operator|=(const ByteSet& set) {
-        for (unsigned i = 0; i < 4; ++i) {
+        for (unsigned i = 0; i < 4; ++i)
             words[i] |= set.words[i];
-        }
         return *this;
     }
     constexpr ByteSet& operator&=(const ByteSet& set) {
-        for (unsigned i = 0; i < 4; ++i) {
+        for (unsigned i = 0; i < 4; ++i)
             words[i] &= set.words[i];
-        }
         return *this;
     }
     friend constexpr ByteSet operator|(ByteSet a, const ByteSet& b) { return a |= b; }
@@ -60,20 +57,17 @@ struct ByteSet {
 
     /// The smallest member that is at least `from`, 256 if there is none.
     constexpr unsigned Next(unsigned from) const {
-        for (unsigned i = from >> 6; i < 4; ++i) {
-            if (const std::uint64_t rest = words[i] & ~Below(from, i)) {
+        for (unsigned i = from >> 6; i < 4; ++i)
+            if (const std::uint64_t rest = words[i] & ~Below(from, i))
                 return i * 64 + static_cast<unsigned>(std::countr_zero(rest));
-            }
-        }
         return 256;
     }
 
 private:
     /// The values below `bound` in word `i`.
     static constexpr std::uint64_t Below(unsigned bound, unsigned i) {
-        if (bound >= (i + 1) * 64) {
+        if (bound >= (i + 1) * 64)
             return ~0ULL;
-        }
         return bound <= i * 64 ? 0 : (1ULL << (bound & 63)) - 1;
     }
 };

@@ -29,15 +29,15 @@ public:
 
     /// The text of the last error, empty if there was none.
     const char* LastError() const {
-        return error_ == RegError::None ? "" : ErrorText(LastErrorCode());
+        return m_error == RegError::None ? "" : ErrorText(LastErrorCode());
     }
 
     /// The code of the last error, 0 if there was none.
-    int LastErrorCode() const { return static_cast<int>(error_); }
+    int LastErrorCode() const { return static_cast<int>(m_error); }
 
-    bool HasError() const { return error_ != RegError::None; }
-    void SetError(RegError error) { error_ = error; }
+    bool HasError() const { return m_error != RegError::None; }
+    void SetError(RegError error) { m_error = error; }
 
 private:
-    RegError error_ = RegError::None;
+    RegError m_error = RegError::None;
 };

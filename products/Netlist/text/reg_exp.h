@@ -12,6 +12,7 @@
 #include <string>
 #include <string_view>
 
+class RegCode;
 struct RegEngine;
 
 /// Bounds of the matcher's work and memory. The defaults suit everyone; tests make them tiny.
@@ -53,8 +54,8 @@ public:
 
     /// The last error's text and code, empty and 0 without any: what kept the expression from
     /// compiling, or 1 after a match on a null pointer.
-    const char* LastError() const { return errors_.LastError(); }
-    int LastErrorCode() const { return errors_.LastErrorCode(); }
+    const char* LastError() const { return m_errors.LastError(); }
+    int LastErrorCode() const { return m_errors.LastErrorCode(); }
 
     /// Finds the leftmost match in `subject`, which ends at its first NUL, and stores it with its
     /// groups.
@@ -93,6 +94,9 @@ public:
     /// Facts for scanners, worked out anew with each call. All empty for an invalid expression.
     RegFacts Facts() const;
 
+    /// The compiled program, for those who put several together. Empty for an invalid expression.
+    const RegCode& Code() const;
+
     /// The program, one word a node: `index:NAME operand>next`. Empty for an invalid expression.
     std::string Dump() const;
 
@@ -104,7 +108,7 @@ public:
 private:
     void Compile(std::string_view expression, bool ignoreCase);
 
-    CRegErrorHandler errors_;
-    const char* subject_ = nullptr;
-    std::unique_ptr<RegEngine> engine_;
+    CRegErrorHandler m_errors;
+    const char* m_subject = nullptr;
+    std::unique_ptr<RegEngine> m_engine;
 };

@@ -18,16 +18,16 @@ public:
     /// Ends `text` at its first NUL. Costs one pass of a fast byte search.
     QUOREL_API explicit RegSubject(std::string_view text);
 
-    const char* Begin() const { return begin_; }
-    const char* End() const { return begin_ + length_; }
-    std::size_t Length() const { return length_; }
-    std::string_view Text() const { return {begin_, length_}; }
-    std::uint64_t Serial() const { return serial_; }
+    const char* Begin() const { return m_begin; }
+    const char* End() const { return m_begin + m_length; }
+    std::size_t Length() const { return m_length; }
+    std::string_view Text() const { return {m_begin, m_length}; }
+    std::uint64_t Serial() const { return m_serial; }
 
 private:
-    const char* begin_;
-    std::size_t length_;
-    std::uint64_t serial_;
+    const char* m_begin;
+    std::size_t m_length;
+    std::uint64_t m_serial;
 };
 
 /// Where a match stands in its subject.

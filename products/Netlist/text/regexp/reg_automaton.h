@@ -39,34 +39,34 @@ public:
     RegAutomaton(const RegPlaces& places, std::size_t cacheBytes);
 
     /// Whether an assertion looks at the character before.
-    bool AsksBehind() const { return asksBehind_; }
+    bool AsksBehind() const { return m_asksBehind; }
     /// Number of 64-bit words of a set of eaters.
-    std::size_t Words() const { return words_; }
+    std::size_t Words() const { return m_words; }
 
     /// The state with these eaters before a character of the kind `next`.
     State Find(const std::uint64_t* eaters, RegContext::Next next);
     /// The state of the position whose character is `byte`, from that of the one behind it.
     State Step(State state, unsigned char byte) {
-        const State known = (steps_.data() + classes_[byte])[state];
+        const State known = (m_steps.data() + m_classes[byte])[state];
         return known != kUnknown ? known : MakeStep(state, byte);
     }
-    const std::uint64_t* Eaters(State state) const { return &sets_[IndexOf(state) * words_]; }
-    std::uint8_t StartsOf(State state) const { return starts_[IndexOf(state)]; }
-    RegContext::Next NextOf(State state) const { return nexts_[IndexOf(state)]; }
+    const std::uint64_t* Eaters(State state) const { return &m_sets[IndexOf(state) * m_words]; }
+    std::uint8_t StartsOf(State state) const { return m_starts[IndexOf(state)]; }
+    RegContext::Next NextOf(State state) const { return m_nexts[IndexOf(state)]; }
 
-    std::size_t StateCount() const { return nexts_.size(); }
+    std::size_t StateCount() const { return m_nexts.size(); }
     /// A state's number, below their count.
-    std::size_t IndexOf(State state) const { return state >> shift_; }
+    std::size_t IndexOf(State state) const { return state >> m_shift; }
     /// Bytes that a state takes.
     std::size_t StateSize() const {
-        return (sizeof(State) << shift_) + words_ * sizeof(std::uint64_t) + 4 * sizeof(State);
+        return (sizeof(State) << m_shift) + m_words * sizeof(std::uint64_t) + 4 * sizeof(State);
     }
 
     /// Forgets all states if they take more than the cache. Returns whether it did.
     bool Trim();
 
     /// Nodes looked at to make states.
-    std::uint64_t Work() const { return work_; }
+    std::uint64_t Work() const { return m_work; }
 
 private:
     static constexpr State kUnknown = ~0U;
@@ -79,21 +79,21 @@ private:
     void Evaluate(const std::uint64_t* eaters, const RegContext& context);
     bool Follows(std::size_t eater, const std::uint64_t* eaters) const;
 
-    const RegPlaces& places_;
-    std::size_t words_;
-    std::size_t cacheBytes_;
-    bool asksAhead_ = false;                  ///< an assertion looks at the next character
-    bool asksBehind_ = false;                 ///< one looks at the character before
-    std::array<std::uint8_t, 256> classes_{}; ///< bytes that no node tells apart share a number
-    unsigned shift_ = 0;                      ///< 2 to this power is at least the number of classes
-    std::vector<std::uint64_t> takers_;       ///< the eaters that take a byte of a class, by class
+    const RegPlaces& m_places;
+    std::size_t m_words;
+    std::size_t m_cacheBytes;
+    bool m_asksAhead = false;                  ///< an assertion looks at the next character
+    bool m_asksBehind = false;                 ///< one looks at the character before
+    std::array<std::uint8_t, 256> m_classes{}; ///< bytes that no node tells apart share a number
+    unsigned m_shift = 0;                ///< 2 to this power is at least the number of classes
+    std::vector<std::uint64_t> m_takers; ///< the eaters that take a byte of a class, by class
 
-    std::vector<State> steps_;
-    std::vector<std::uint64_t> sets_;
-    std::vector<RegContext::Next> nexts_;
-    std::vector<std::uint8_t> starts_;
-    std::vector<std::uint32_t> slots_; ///< hash table of indices + 1
-    std::vector<std::uint64_t> made_;  ///< scratch of a step
-    std::vector<std::uint8_t> viable_; ///< scratch: nodes from which the end can be reached
-    std::uint64_t work_ = 0;
+    std::vector<State> m_steps;
+    std::vector<std::uint64_t> m_sets;
+    std::vector<RegContext::Next> m_nexts;
+    std::vector<std::uint8_t> m_starts;
+    std::vector<std::uint32_t> m_slots; ///< hash table of indices + 1
+    std::vector<std::uint64_t> m_made;  ///< scratch of a step
+    std::vector<std::uint8_t> m_viable; ///< scratch: nodes from which the end can be reached
+    std::uint64_t m_work = 0;
 };

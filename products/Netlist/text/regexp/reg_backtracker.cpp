@@ -29,14 +29,12 @@ const char* RegRunEnd(const RegCode& code, const RegNode& loop, const RegTail& t
                       const char* at) {
     if (loop.run == RegRun::Members) {
         const ByteSet& set = code.Set(loop.operand);
-        while (at < tail.end && set.Has(static_cast<unsigned char>(*at))) {
+        while (at < tail.end && set.Has(static_cast<unsigned char>(*at)))
             ++at;
-        }
         return at;
     }
-    if (loop.run == RegRun::ToEnd) {
+    if (loop.run == RegRun::ToEnd)
         return tail.end;
-    }
     const auto rest = static_cast<std::size_t>(tail.end - at);
     const void* found = rest == 0 ? nullptr : std::memchr(at, loop.value, rest);
     return found == nullptr ? tail.end : static_cast<const char*>(found);
@@ -72,11 +70,10 @@ struct Attempt {
     }
 
     void Push(const Choice& choice) {
-        if (top == limit) {
+        if (top == limit)
             left = 0; // the next step gives up
-        } else {
+        else
             *top++ = choice;
-        }
     }
 
     bool Go(const RegNode& node) {
@@ -85,9 +82,8 @@ struct Attempt {
     }
 
     bool Character(const RegNode& node) {
-        if (!code.Set(node.operand).Has(tail.At(at))) {
+        if (!code.Set(node.operand).Has(tail.At(at)))
             return false;
-        }
         ++at;
         return Go(node);
     }
@@ -95,17 +91,15 @@ struct Attempt {
     bool Text(const RegNode& node) {
         const std::size_t length = node.length;
         if (tail.At(at) != node.value || static_cast<std::size_t>(tail.end - at) < length ||
-            (length > 1 && std::memcmp(at, code.Text(node), length) != 0)) {
+            (length > 1 && std::memcmp(at, code.Text(node), length) != 0))
             return false;
-        }
         at += length;
         return Go(node);
     }
 
     bool Branch(const RegNode& node) {
-        if (node.other == kNoWay || !LeadsOn(node.other, at)) {
+        if (node.other == kNoWay || !LeadsOn(node.other, at))
             return LeadsOn(node.go, at) && Go(node);
-        }
         if (!LeadsOn(node.go, at)) {
             place = node.other;
             return true;
@@ -117,24 +111,20 @@ struct Attempt {
     bool Loop(const RegNode& node) {
         const char* const end = RegRunEnd(code, node, tail, at);
         const bool once = node.op == RegOp::Plus;
-        if (once && end == at) {
+        if (once && end == at)
             return false;
-        }
         const char* const least = once ? at + 1 : at;
         left -= (end - at) / kRunStep;
         at = end;
         place = node.go;
-        if (node.possessive || end == least) {
+        if (node.possessive || end == least)
             return true;
-        }
         Choice shorter{end, least, nullptr, place};
-        if (!LeadsOn(place, at) && !Shorten(shorter)) {
+        if (!LeadsOn(place, at) && !Shorten(shorter))
             return false;
-        }
         at = shorter.at;
-        if (at != least) {
+        if (at != least)
             Push(shorter);
-        }
         return true;
     }
 
@@ -206,15 +196,12 @@ RegTry TryRegProgram(const RegCode& code, const RegTail& tail, const char* at,
     Choice* const limit = choices + std::min(allowance.depth, kMaxRegDepth);
     Attempt attempt{code, tail, groups, choices, limit, choices, at, allowance.steps, code.Entry()};
     for (;;) {
-        if (--attempt.left < 0) {
+        if (--attempt.left < 0)
             return {RegTry::GaveUp, at, attempt.left};
-        }
         const RegNode& node = code.Node(attempt.place);
-        if (node.op == RegOp::End) {
+        if (node.op == RegOp::End)
             return {RegTry::Matched, attempt.at, attempt.left};
-        }
-        if (!attempt.Step(node) && !attempt.Resume()) {
+        if (!attempt.Step(node) && !attempt.Resume())
             return {RegTry::Failed, at, attempt.left};
-        }
     }
 }

@@ -6,7 +6,7 @@
 #include <algorithm>
 
 void CRegCompiler::EmitByte(unsigned char byte) {
-    RegNode& node = NodeAt(nodes_ - 1);
+    RegNode& node = NodeAt(m_nodes - 1);
     if (node.op != RegOp::Exactly) {
         ByteSet& set = Code().Set(node.operand);
         if (byte != 0) {
@@ -18,62 +18,57 @@ void CRegCompiler::EmitByte(unsigned char byte) {
     } else if (byte != 0) {
         node.value = node.length == 0 ? byte : node.value;
         ++node.length;
-        Code().Letters()[letters_++] = static_cast<char>(byte);
+        Code().Letters()[m_letters++] = static_cast<char>(byte);
     }
 }
 
 ByteSet& CRegCompiler::NewSet(RegNode& node) {
-    node.operand = sets_++;
+    node.operand = m_sets++;
     return Code().Set(node.operand);
 }
 
 RegPlace CRegCompiler::EmitNode(RegOp op, int group) {
-    RegNode& node = NodeAt(nodes_);
+    RegNode& node = NodeAt(m_nodes);
     node.op = op;
     node.value = static_cast<std::uint8_t>(group);
-    if (op == RegOp::Any) {
+    if (op == RegOp::Any)
         NewSet(node).AddRange(1, 255);
-    } else if (op == RegOp::AnyOf || op == RegOp::AnyBut) {
+    else if (op == RegOp::AnyOf || op == RegOp::AnyBut)
         NewSet(node);
-    } else if (op == RegOp::Exactly) {
-        node.operand = letters_;
-    }
-    return nodes_++;
+    else if (op == RegOp::Exactly)
+        node.operand = m_letters;
+    return m_nodes++;
 }
 
 void CRegCompiler::InsertNode(RegOp op, RegPlace place) {
     RegNode* const at = &NodeAt(place);
-    std::move_backward(at, at + (nodes_ - place), at + (nodes_ - place) + 1);
-    ++nodes_;
+    std::move_backward(at, at + (m_nodes - place), at + (m_nodes - place) + 1);
+    ++m_nodes;
     *at = RegNode{};
     at->op = op;
-    if (op == RegOp::Branch) {
+    if (op == RegOp::Branch)
         return;
-    }
     const RegNode& repeated = at[1];
-    if (repeated.op == RegOp::Exactly) {
+    if (repeated.op == RegOp::Exactly)
         NewSet(*at).Add(repeated.value);
-    } else {
+    else
         at->operand = repeated.operand;
-    }
 }
 
 void CRegCompiler::SetNext(RegPlace place, RegPlace target) {
     RegPlace last = place;
-    for (RegPlace next = NextOf(last); next != kNoPlace; next = NextOf(last)) {
+    for (RegPlace next = NextOf(last); next != kNoPlace; next = NextOf(last))
         last = next;
-    }
     NodeAt(last).next = static_cast<std::int16_t>(target - last);
 }
 
 void CRegCompiler::SetOperandNext(RegPlace place, RegPlace target) {
-    if (NodeAt(place).op == RegOp::Branch) {
+    if (NodeAt(place).op == RegOp::Branch)
         SetNext(place + 1, target);
-    }
 }
 
 void CRegCompiler::EmitRange(unsigned char first, unsigned char last) {
-    Code().Set(NodeAt(nodes_ - 1).operand).AddRange(first, last);
+    Code().Set(NodeAt(m_nodes - 1).operand).AddRange(first, last);
 }
 
 namespace {
@@ -89,14 +84,12 @@ constexpr bool IsLetter(char c) {
 /// leads past all groups and alternatives, so each EXACTLY on it is part of any match.
 void FindHints(CRegProgram& program, bool beginsWithLoop) {
     const auto nodes = program.Program.Nodes();
-    if (nodes[static_cast<std::size_t>(nodes[0].next)].op != RegOp::End) {
+    if (nodes[static_cast<std::size_t>(nodes[0].next)].op != RegOp::End)
         return;
-    }
     program.FirstChar = nodes[1].op == RegOp::Exactly ? nodes[1].value : std::uint8_t{0};
     program.Anchored = nodes[1].op == RegOp::Bol;
-    if (!beginsWithLoop) {
+    if (!beginsWithLoop)
         return;
-    }
     for (const RegNode* node = &nodes[1]; node->op != RegOp::End; node += node->next) {
         if (node->op == RegOp::Exactly && node->length >= program.MustLength) {
             program.MustHave = program.Program.Text(*node);
@@ -109,9 +102,8 @@ void FindHints(CRegProgram& program, bool beginsWithLoop) {
 
 RegError CompileRegProgram(std::string_view expression, CRegProgram& program) {
     CRegValidator validator(expression);
-    if (!validator.Validate()) {
+    if (!validator.Validate())
         return static_cast<RegError>(validator.LastErrorCode());
-    }
     program.Program = RegCode(validator.Counts());
     program.Size = validator.Counts().size;
     CRegCompiler compiler(expression, program.Program);

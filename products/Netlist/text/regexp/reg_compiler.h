@@ -19,9 +19,9 @@ private:
 
     ByteSet& NewSet(RegNode& node);
 
-    RegPlace nodes_ = 0;
-    std::uint32_t sets_ = 0;
-    std::uint32_t letters_ = 0;
+    RegPlace m_nodes = 0;
+    std::uint32_t m_sets = 0;
+    std::uint32_t m_letters = 0;
 };
 
 /// Compiles `expression`, which holds no NUL, into `program`. Gives the error, and an invalid

@@ -6,9 +6,8 @@ namespace {
 
 constexpr ByteSet SetOf(std::string_view bytes) {
     ByteSet set;
-    for (const char byte : bytes) {
+    for (const char byte : bytes)
         set.Add(static_cast<unsigned char>(byte));
-    }
     return set;
 }
 
@@ -19,12 +18,12 @@ constexpr ByteSet kSpecial = SetOf("^$.[()|?+*\\");
 } // namespace
 
 CRegCompilerBase::CRegCompilerBase(std::string_view text, RegCode* code)
-    : CRegProgramAccessor(code), text_(text) {}
+    : CRegProgramAccessor(code), m_text(text) {}
 
 bool CRegCompilerBase::Parse() {
     Traits traits;
     const bool parsed = ParseExpression(false, traits) != kNoPlace;
-    beginsWithLoop_ = traits.loop;
+    m_beginsWithLoop = traits.loop;
     return parsed;
 }
 
@@ -37,23 +36,20 @@ RegPlace CRegCompilerBase::ParseExpression(bool inGroup, Traits& traits) {
     RegPlace open = kNoPlace;
     int group = 0;
     if (inGroup) {
-        if (groups_ == kMaxGroups) {
+        if (m_groups == kMaxGroups)
             return Fail(RegError::TooManyGroups);
-        }
-        group = ++groups_;
+        group = ++m_groups;
         open = EmitNode(RegOp::Open, group);
     }
     RegPlace last = open;
     const RegPlace first = ParseBranches(traits, last);
-    if (first == kNoPlace || !CheckEnd(inGroup)) {
+    if (first == kNoPlace || !CheckEnd(inGroup))
         return kNoPlace;
-    }
     traits.loop = traits.loop && !inGroup;
     const RegPlace end = EmitNode(inGroup ? RegOp::Close : RegOp::End, group);
     SetNext(last, end);
-    for (RegPlace branch = first; branch != kNoPlace && branch != end; branch = NextOf(branch)) {
+    for (RegPlace branch = first; branch != kNoPlace && branch != end; branch = NextOf(branch))
         SetOperandNext(branch, end);
-    }
     return inGroup ? open : first;
 }
 
@@ -63,20 +59,17 @@ RegPlace CRegCompilerBase::ParseBranches(Traits& traits, RegPlace& last) {
     for (;;) {
         Traits latest;
         const RegPlace branch = ParseBranch(latest);
-        if (branch == kNoPlace) {
+        if (branch == kNoPlace)
             return kNoPlace;
-        }
         traits.hasWidth = traits.hasWidth && latest.hasWidth;
         traits.loop = latest.loop;
-        if (last != kNoPlace) {
+        if (last != kNoPlace)
             SetNext(last, branch);
-        }
         first = first == kNoPlace ? branch : first;
         last = branch;
-        if (Peek() != '|') {
+        if (Peek() != '|')
             return first;
-        }
-        ++at_;
+        ++m_at;
     }
 }
 
@@ -86,7 +79,7 @@ bool CRegCompilerBase::CheckEnd(bool inGroup) {
         Fail(inGroup ? RegError::UnterminatedGroup : RegError::UnmatchedGroup);
         return false;
     }
-    at_ += inGroup ? 1 : 0;
+    m_at += inGroup ? 1 : 0;
     return true;
 }
 
@@ -96,35 +89,30 @@ RegPlace CRegCompilerBase::ParseBranch(Traits& traits) {
     for (unsigned char c = Peek(); c != 0 && c != '|' && c != ')'; c = Peek()) {
         Traits piece;
         const RegPlace latest = ParsePiece(piece);
-        if (latest == kNoPlace) {
+        if (latest == kNoPlace)
             return kNoPlace;
-        }
         traits.hasWidth = traits.hasWidth || piece.hasWidth;
-        if (chain != kNoPlace) {
+        if (chain != kNoPlace)
             SetNext(chain, latest);
-        } else {
+        else
             traits.loop = piece.loop;
-        }
         chain = latest;
     }
-    if (chain == kNoPlace) {
+    if (chain == kNoPlace)
         EmitNode(RegOp::Nothing);
-    }
     return branch;
 }
 
 RegPlace CRegCompilerBase::ParsePiece(Traits& traits) {
     const RegPlace atom = ParseAtom(traits);
     const unsigned char op = Peek();
-    if (atom == kNoPlace || !kRepeats.Has(op)) {
+    if (atom == kNoPlace || !kRepeats.Has(op))
         return atom;
-    }
-    if (!traits.hasWidth && op != '?') {
+    if (!traits.hasWidth && op != '?')
         return Fail(RegError::EmptyOperand);
-    }
     EmitRepeat(op, atom, traits.simple);
     traits = {.hasWidth = op == '+', .loop = op != '?'};
-    ++at_;
+    ++m_at;
     return kRepeats.Has(Peek()) ? Fail(RegError::NestedRepeat) : atom;
 }
 
@@ -154,10 +142,9 @@ void CRegCompilerBase::EmitRepeat(unsigned char op, RegPlace atom, bool simple) 
 
 RegPlace CRegCompilerBase::ParseAtom(Traits& traits) {
     const unsigned char c = Peek();
-    if (!kSpecial.Has(c)) {
+    if (!kSpecial.Has(c))
         return ParseRun(traits);
-    }
-    ++at_;
+    ++m_at;
     switch (c) {
     case '(':
         return ParseExpression(true, traits);
@@ -180,28 +167,24 @@ RegPlace CRegCompilerBase::ParseAtom(Traits& traits) {
 
 RegPlace CRegCompilerBase::ParseEscape(Traits& traits) {
     const unsigned char c = Peek();
-    if (c == 0) {
+    if (c == 0)
         return Fail(RegError::TrailingBackslash);
-    }
-    ++at_;
-    if (c == '<' || c == '>') {
+    ++m_at;
+    if (c == '<' || c == '>')
         return EmitNode(c == '<' ? RegOp::WordA : RegOp::WordZ);
-    }
     traits = {.hasWidth = true, .simple = true};
-    return EmitText(text_.substr(at_ - 1, 1));
+    return EmitText(m_text.substr(m_at - 1, 1));
 }
 
 RegPlace CRegCompilerBase::ParseClass() {
     const bool complement = Peek() == '^';
-    at_ += complement ? 1 : 0;
+    m_at += complement ? 1 : 0;
     const RegPlace place = EmitNode(complement ? RegOp::AnyBut : RegOp::AnyOf);
-    if (!ParseClassMembers()) {
+    if (!ParseClassMembers())
         return kNoPlace;
-    }
-    if (Peek() != ']') {
+    if (Peek() != ']')
         return Fail(RegError::UnmatchedClass);
-    }
-    ++at_;
+    ++m_at;
     EmitByte(0);
     return place;
 }
@@ -209,47 +192,43 @@ RegPlace CRegCompilerBase::ParseClass() {
 bool CRegCompilerBase::ParseClassMembers() {
     if (Peek() == ']' || Peek() == '-') {
         EmitByte(Peek());
-        ++at_;
+        ++m_at;
     }
     for (unsigned char c = Peek(); c != 0 && c != ']'; c = Peek()) {
         const unsigned char upper = Peek(1);
-        ++at_;
+        ++m_at;
         if (c != '-' || upper == ']' || upper == 0) {
             EmitByte(c);
             continue;
         }
         // The member before the "-" bounds the range, even if it bounds another one already.
-        const auto lower = static_cast<unsigned char>(text_[at_ - 2]);
+        const auto lower = static_cast<unsigned char>(m_text[m_at - 2]);
         if (lower > upper) {
             Fail(RegError::InvalidRange);
             return false;
         }
-        if (lower < upper) {
+        if (lower < upper)
             EmitRange(static_cast<unsigned char>(lower + 1), upper);
-        }
-        ++at_;
+        ++m_at;
     }
     return true;
 }
 
 RegPlace CRegCompilerBase::ParseRun(Traits& traits) {
     std::size_t length = 1;
-    while (Peek(length) != 0 && !kSpecial.Has(Peek(length))) {
+    while (Peek(length) != 0 && !kSpecial.Has(Peek(length)))
         ++length;
-    }
-    if (length > 1 && kRepeats.Has(Peek(length))) {
+    if (length > 1 && kRepeats.Has(Peek(length)))
         --length; // the last one is an atom of its own
-    }
     traits = {.hasWidth = true, .simple = length == 1};
-    at_ += length;
-    return EmitText(text_.substr(at_ - length, length));
+    m_at += length;
+    return EmitText(m_text.substr(m_at - length, length));
 }
 
 RegPlace CRegCompilerBase::EmitText(std::string_view text) {
     const RegPlace place = EmitNode(RegOp::Exactly);
-    for (const char c : text) {
+    for (const char c : text)
         EmitByte(static_cast<unsigned char>(c));
-    }
     EmitByte(0);
     return place;
 }

@@ -21,9 +21,9 @@ public:
 
     /// After parsing: whether the last branch of the top level begins with a piece that ends in `*`
     /// or `+`.
-    bool BeginsWithLoop() const { return beginsWithLoop_; }
+    bool BeginsWithLoop() const { return m_beginsWithLoop; }
     /// The number of groups, that is of opening parentheses.
-    int GroupCount() const { return groups_; }
+    int GroupCount() const { return m_groups; }
 
 protected:
     /// `text` holds no NUL and stays alive; `code` is null for a pass that only counts.
@@ -67,11 +67,11 @@ private:
 
     /// The character `ahead` places on, 0 behind the end.
     unsigned char Peek(std::size_t ahead = 0) const {
-        return at_ + ahead < text_.size() ? static_cast<unsigned char>(text_[at_ + ahead]) : 0;
+        return m_at + ahead < m_text.size() ? static_cast<unsigned char>(m_text[m_at + ahead]) : 0;
     }
 
-    std::string_view text_;
-    std::size_t at_ = 0;
-    int groups_ = 0;
-    bool beginsWithLoop_ = false;
+    std::string_view m_text;
+    std::size_t m_at = 0;
+    int m_groups = 0;
+    bool m_beginsWithLoop = false;
 };

@@ -8,11 +8,10 @@ namespace {
 void AppendByte(std::string& text, unsigned byte, std::string_view special) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
     const auto c = static_cast<char>(byte);
-    if (byte < ' ' || byte > '~' || special.find(c) != std::string_view::npos) {
+    if (byte < ' ' || byte > '~' || special.find(c) != std::string_view::npos)
         text += {'\\', 'x', kDigits[byte >> 4], kDigits[byte & 15]};
-    } else {
+    else
         text += c;
-    }
 }
 
 std::string SetText(const ByteSet& set) {
@@ -36,9 +35,8 @@ std::string OperandText(const RegCode& code, const RegNode& node, RegOperand ope
     case RegOperand::Set:
         return SetText(code.Set(node.operand));
     case RegOperand::Text:
-        for (const char c : std::string_view(code.Text(node), node.length)) {
+        for (const char c : std::string_view(code.Text(node), node.length))
             AppendByte(text, static_cast<unsigned char>(c), "\"\\");
-        }
         return "\"" + text + "\"";
     case RegOperand::Group:
         return std::to_string(node.value);
@@ -58,9 +56,8 @@ std::string DumpRegProgram(const RegCode& code) {
             kRegOps.begin(), kRegOps.end(), [&node](const RegOpRow& r) { return r.op == node.op; });
         text += (place == 0 ? "" : " ") + std::to_string(place) + ":" + row->name +
                 OperandText(code, node, row->operand);
-        if (node.next != 0) {
+        if (node.next != 0)
             text += ">" + std::to_string(static_cast<long>(place) + node.next);
-        }
     }
     return text;
 }

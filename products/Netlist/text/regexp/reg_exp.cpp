@@ -25,8 +25,8 @@ std::atomic<std::uint64_t> lastSerial{0};
 } // namespace
 
 RegSubject::RegSubject(std::string_view text)
-    : begin_(text.data() == nullptr ? "" : text.data()), length_(BeforeNul(text).size()),
-      serial_(lastSerial.fetch_add(1, std::memory_order_relaxed) + 1) {}
+    : m_begin(text.data() == nullptr ? "" : text.data()), m_length(BeforeNul(text).size()),
+      m_serial(lastSerial.fetch_add(1, std::memory_order_relaxed) + 1) {}
 
 /// The program, and what finds its matches.
 struct RegEngine {
@@ -34,16 +34,16 @@ struct RegEngine {
     std::optional<RegSearcher> searcher; ///< set if the program is valid
 };
 
-CRegExp::CRegExp(const char* expression, bool ignoreCase) : engine_(std::make_unique<RegEngine>()) {
-    if (expression == nullptr) {
-        errors_.SetError(RegError::NullExpression);
-    } else {
+CRegExp::CRegExp(const char* expression, bool ignoreCase)
+    : m_engine(std::make_unique<RegEngine>()) {
+    if (expression == nullptr)
+        m_errors.SetError(RegError::NullExpression);
+    else
         Compile(expression, ignoreCase);
-    }
 }
 
 CRegExp::CRegExp(std::string_view expression, bool ignoreCase)
-    : engine_(std::make_unique<RegEngine>()) {
+    : m_engine(std::make_unique<RegEngine>()) {
     Compile(BeforeNul(expression), ignoreCase);
 }
 
@@ -52,42 +52,39 @@ CRegExp& CRegExp::operator=(CRegExp&&) noexcept = default;
 CRegExp::~CRegExp() = default;
 
 void CRegExp::Compile(std::string_view expression, bool ignoreCase) {
-    CRegProgram& program = engine_->program;
-    errors_.SetError(ignoreCase ? CompileRegProgram(FoldRegCase(expression), program)
-                                : CompileRegProgram(expression, program));
-    if (program.Valid) {
-        engine_->searcher.emplace(program);
-    }
+    CRegProgram& program = m_engine->program;
+    m_errors.SetError(ignoreCase ? CompileRegProgram(FoldRegCase(expression), program)
+                                 : CompileRegProgram(expression, program));
+    if (program.Valid)
+        m_engine->searcher.emplace(program);
 }
 
 bool CRegExp::IsValid() const {
-    return engine_->program.Valid;
+    return m_engine->program.Valid;
 }
 
 bool CRegExp::Match(const char* subject) {
     if (subject == nullptr) {
-        errors_.SetError(RegError::NullSubject);
-        engine_->program.ClearPointers();
+        m_errors.SetError(RegError::NullSubject);
+        m_engine->program.ClearPointers();
         return false;
     }
     return Match(std::string_view(subject));
 }
 
 bool CRegExp::Match(std::string_view subject) {
-    CRegProgram& program = engine_->program;
+    CRegProgram& program = m_engine->program;
     program.ClearPointers();
     const RegSubject whole(subject);
-    subject_ = whole.Begin();
-    if (!program.Valid) {
+    m_subject = whole.Begin();
+    if (!program.Valid)
         return false;
-    }
     const RegGroups groups =
         program.HasGroups ? RegGroups{&program.StartPointers, &program.EndPointers} : RegGroups{};
-    const RegSpan span = engine_->searcher->Find(whole, 0, groups);
-    if (!span.Found()) {
+    const RegSpan span = m_engine->searcher->Find(whole, 0, groups);
+    if (!span.Found())
         return false;
-    }
-    program.StartPointers[0] = subject_ + span.start;
+    program.StartPointers[0] = m_subject + span.start;
     program.EndPointers[0] = program.StartPointers[0] + span.length;
     program.CountGroups();
     return true;
@@ -95,64 +92,65 @@ bool CRegExp::Match(std::string_view subject) {
 
 std::ptrdiff_t CRegExp::SubStart(int index) const {
     const char* const start =
-        engine_->program.StartPointers[static_cast<std::size_t>(std::clamp(index, 0, kMaxGroup))];
-    return start == nullptr ? -1 : start - subject_;
+        m_engine->program.StartPointers[static_cast<std::size_t>(std::clamp(index, 0, kMaxGroup))];
+    return start == nullptr ? -1 : start - m_subject;
 }
 
 std::ptrdiff_t CRegExp::SubLength(int index) const {
     const auto group = static_cast<std::size_t>(std::clamp(index, 0, kMaxGroup));
-    return engine_->program.EndPointers[group] - engine_->program.StartPointers[group];
+    return m_engine->program.EndPointers[group] - m_engine->program.StartPointers[group];
 }
 
 int CRegExp::GroupCount() const {
-    return engine_->program.GroupCount;
+    return m_engine->program.GroupCount;
 }
 
 RegSpan CRegExp::MatchFrom(const RegSubject& subject, std::size_t tailStart) const {
-    if (!IsValid() || tailStart > subject.Length()) {
+    if (!IsValid() || tailStart > subject.Length())
         return {};
-    }
-    return engine_->searcher->Find(subject, tailStart, {});
+    return m_engine->searcher->Find(subject, tailStart, {});
 }
 
 std::ptrdiff_t CRegExp::MatchAt(const RegSubject& subject, std::size_t at,
                                 std::size_t tailStart) const {
-    if (!IsValid() || tailStart > at || at > subject.Length()) {
+    if (!IsValid() || tailStart > at || at > subject.Length())
         return -1;
-    }
-    return engine_->searcher->LengthAt(subject, at, tailStart);
+    return m_engine->searcher->LengthAt(subject, at, tailStart);
 }
 
 unsigned char CRegExp::FirstChar() const {
-    return engine_->program.FirstChar;
+    return m_engine->program.FirstChar;
 }
 
 bool CRegExp::Anchored() const {
-    return engine_->program.Anchored;
+    return m_engine->program.Anchored;
 }
 
 std::string_view CRegExp::MustHave() const {
-    return {engine_->program.MustHave, engine_->program.MustLength};
+    return {m_engine->program.MustHave, m_engine->program.MustLength};
 }
 
 std::size_t CRegExp::Size() const {
-    return engine_->program.Size;
+    return m_engine->program.Size;
 }
 
 RegFacts CRegExp::Facts() const {
-    return IsValid() ? FindRegFacts(engine_->program.Program) : RegFacts{};
+    return IsValid() ? FindRegFacts(m_engine->program.Program) : RegFacts{};
+}
+
+const RegCode& CRegExp::Code() const {
+    return m_engine->program.Program;
 }
 
 std::string CRegExp::Dump() const {
-    return DumpRegProgram(engine_->program.Program);
+    return DumpRegProgram(m_engine->program.Program);
 }
 
 std::uint64_t CRegExp::Steps() const {
-    return IsValid() ? engine_->searcher->Steps() : 0;
+    return IsValid() ? m_engine->searcher->Steps() : 0;
 }
 
 void CRegExp::SetLimits(const RegLimits& limits) {
-    if (IsValid()) {
-        engine_->searcher->SetLimits(limits);
-    }
+    if (IsValid())
+        m_engine->searcher->SetLimits(limits);
 }

@@ -6,22 +6,20 @@ namespace {
 class Reach {
 public:
     explicit Reach(const RegPlaces& places)
-        : places_(places), seen_(places.Code().Nodes().size()), has_(places.Count()) {}
+        : m_places(places), m_seen(places.Code().Nodes().size()), m_has(places.Count()) {}
 
     void From(std::uint16_t root) {
         std::vector<std::uint16_t> stack{root};
         while (!stack.empty()) {
             const std::uint16_t place = stack.back();
             stack.pop_back();
-            if (place == kNoWay || seen_[place] != 0) {
+            if (place == kNoWay || m_seen[place] != 0)
                 continue;
-            }
-            seen_[place] = 1;
-            const RegNode& node = places_.Code().Node(place);
-            toEnd_ = toEnd_ || node.op == RegOp::End;
-            if (node.op != RegOp::End && (RegPlaces::IsBarrier(node) || RegPlaces::IsLoop(node))) {
-                Add(places_.Base(place));
-            }
+            m_seen[place] = 1;
+            const RegNode& node = m_places.Code().Node(place);
+            m_toEnd = m_toEnd || node.op == RegOp::End;
+            if (node.op != RegOp::End && (RegPlaces::IsBarrier(node) || RegPlaces::IsLoop(node)))
+                Add(m_places.Base(place));
             if (!RegPlaces::IsBarrier(node)) {
                 stack.push_back(node.other);
                 stack.push_back(node.go);
@@ -31,40 +29,38 @@ public:
 
     /// Goes on behind an eater that took a character.
     void Behind(std::size_t eater) {
-        if (places_.HasSuccessor(eater)) {
+        if (m_places.HasSuccessor(eater)) {
             Add(eater + 1);
             return;
         }
-        if (RegPlaces::IsLoop(places_.NodeOf(eater))) {
+        if (RegPlaces::IsLoop(m_places.NodeOf(eater)))
             Add(eater);
-        }
-        From(places_.NodeOf(eater).go);
+        From(m_places.NodeOf(eater).go);
     }
 
-    bool ToEnd() const { return toEnd_; }
-    const std::vector<std::size_t>& Eaters() const { return eaters_; }
+    bool ToEnd() const { return m_toEnd; }
+    const std::vector<std::size_t>& Eaters() const { return m_eaters; }
 
     ByteSet Bytes() const {
         ByteSet bytes;
-        for (const std::size_t eater : eaters_) {
-            bytes |= places_.BytesOf(eater);
-        }
+        for (const std::size_t eater : m_eaters)
+            bytes |= m_places.BytesOf(eater);
         return bytes;
     }
 
 private:
     void Add(std::size_t eater) {
-        if (has_[eater] == 0) {
-            has_[eater] = 1;
-            eaters_.push_back(eater);
+        if (m_has[eater] == 0) {
+            m_has[eater] = 1;
+            m_eaters.push_back(eater);
         }
     }
 
-    const RegPlaces& places_;
-    std::vector<std::uint8_t> seen_;
-    std::vector<std::uint8_t> has_;
-    std::vector<std::size_t> eaters_;
-    bool toEnd_ = false;
+    const RegPlaces& m_places;
+    std::vector<std::uint8_t> m_seen;
+    std::vector<std::uint8_t> m_has;
+    std::vector<std::size_t> m_eaters;
+    bool m_toEnd = false;
 };
 
 void FindSequence(const RegPlaces& places, RegFacts& facts) {
@@ -74,12 +70,10 @@ void FindSequence(const RegPlaces& places, RegFacts& facts) {
     std::uint16_t place = code.Entry();
     for (; code.Node(place).op != RegOp::End; place = code.Node(place).go) {
         const RegNode& node = code.Node(place);
-        if (IsRegGroupBound(node.op)) {
+        if (IsRegGroupBound(node.op))
             continue;
-        }
-        if (!RegPlaces::IsBarrier(node) || node.op == RegOp::Plus) {
+        if (!RegPlaces::IsBarrier(node) || node.op == RegOp::Plus)
             return;
-        }
         const std::size_t count = node.op == RegOp::Exactly ? node.length : 1;
         for (std::size_t offset = 0; offset < count; ++offset) {
             const ByteSet set = places.BytesOf(places.Base(place) + offset);
@@ -99,17 +93,15 @@ RegFacts FindRegFacts(const RegCode& code) {
     Reach first(places);
     first.From(code.Entry());
     Reach second(places);
-    for (const std::size_t eater : first.Eaters()) {
+    for (const std::size_t eater : first.Eaters())
         second.Behind(eater);
-    }
     // The linker's set knows of assertions, the reach doesn't.
     facts.firstBytes = first.Bytes() & code.First(code.Entry());
     facts.secondBytes = second.Bytes();
     facts.canBeEmpty = first.ToEnd();
     facts.canBeOneByte = second.ToEnd();
-    for (std::size_t eater = 0; eater < places.Count(); ++eater) {
+    for (std::size_t eater = 0; eater < places.Count(); ++eater)
         facts.alphabet |= places.BytesOf(eater);
-    }
     for (const std::uint16_t place : places.Order()) {
         const RegOp op = code.Node(place).op;
         facts.hasBol = facts.hasBol || op == RegOp::Bol;

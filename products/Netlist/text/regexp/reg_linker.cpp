@@ -7,73 +7,66 @@ constexpr ByteSet kEnd = ByteSet::Of(0);
 
 class Linker {
 public:
-    explicit Linker(RegCode& code) : code_(code), nodes_(code.Nodes()) {}
+    explicit Linker(RegCode& code) : m_code(code), m_nodes(code.Nodes()) {}
 
     void Run() {
-        for (std::size_t place = 0; place < nodes_.size(); ++place) {
+        for (std::size_t place = 0; place < m_nodes.size(); ++place)
             Link(place);
-        }
-        code_.SetEntry(Resolve(0));
+        m_code.SetEntry(Resolve(0));
         // A way back leads to a set that is not known yet; all bytes stand for it the first time.
         FindFirsts();
-        if (hasWayBack_) {
+        if (m_hasWayBack)
             FindFirsts();
-        }
-        for (RegNode& node : nodes_) {
-            if (node.op == RegOp::Star || node.op == RegOp::Plus) {
+        for (RegNode& node : m_nodes)
+            if (node.op == RegOp::Star || node.op == RegOp::Plus)
                 ChooseRun(node);
-            }
-        }
     }
 
 private:
     /// The first node at or behind `place` at which something happens.
     std::uint16_t Resolve(std::size_t place) const {
         for (;;) {
-            const RegNode& node = nodes_[place];
-            if (node.op == RegOp::Nothing || node.op == RegOp::Back) {
+            const RegNode& node = m_nodes[place];
+            if (node.op == RegOp::Nothing || node.op == RegOp::Back)
                 place = Behind(place);
-            } else if (node.op == RegOp::Branch && nodes_[Behind(place)].op != RegOp::Branch) {
+            else if (node.op == RegOp::Branch && m_nodes[Behind(place)].op != RegOp::Branch)
                 ++place;
-            } else {
+            else
                 return static_cast<std::uint16_t>(place);
-            }
         }
     }
 
     std::size_t Behind(std::size_t place) const {
-        return place + static_cast<std::size_t>(std::ptrdiff_t{nodes_[place].next});
+        return place + static_cast<std::size_t>(std::ptrdiff_t{m_nodes[place].next});
     }
 
     void Link(std::size_t place) {
-        RegNode& node = nodes_[place];
+        RegNode& node = m_nodes[place];
         if (node.op == RegOp::Branch) {
             node.go = Resolve(place + 1);
             node.other =
-                nodes_[Behind(place)].op == RegOp::Branch ? Resolve(Behind(place)) : kNoWay;
+                m_nodes[Behind(place)].op == RegOp::Branch ? Resolve(Behind(place)) : kNoWay;
         } else if (node.next != 0) {
             node.go = Resolve(Behind(place));
-            hasWayBack_ = hasWayBack_ || node.go <= place;
+            m_hasWayBack = m_hasWayBack || node.go <= place;
         }
     }
 
     void FindFirsts() {
-        for (std::size_t place = nodes_.size(); place-- > 0;) {
-            code_.First(place) = FirstOf(place);
-        }
-        wayBackKnown_ = true;
+        for (std::size_t place = m_nodes.size(); place-- > 0;)
+            m_code.First(place) = FirstOf(place);
+        m_wayBackKnown = true;
     }
 
     ByteSet FirstBehind(std::size_t place) const {
-        const std::uint16_t go = nodes_[place].go;
-        if (go == kNoWay || (go <= place && !wayBackKnown_)) {
+        const std::uint16_t go = m_nodes[place].go;
+        if (go == kNoWay || (go <= place && !m_wayBackKnown))
             return ByteSet::All();
-        }
-        return code_.First(go);
+        return m_code.First(go);
     }
 
     ByteSet FirstOf(std::size_t place) const {
-        const RegNode& node = nodes_[place];
+        const RegNode& node = m_nodes[place];
         switch (node.op) {
         case RegOp::End:
             return ByteSet::All();
@@ -87,22 +80,22 @@ private:
         case RegOp::AnyOf:
         case RegOp::AnyBut:
         case RegOp::Plus:
-            return code_.Set(node.operand);
+            return m_code.Set(node.operand);
         case RegOp::Exactly:
             return ByteSet::Of(node.value);
         case RegOp::Star:
-            return code_.Set(node.operand) | FirstBehind(place);
+            return m_code.Set(node.operand) | FirstBehind(place);
         case RegOp::Branch:
             return node.other == kNoWay ? FirstBehind(place)
-                                        : FirstBehind(place) | code_.First(node.other);
+                                        : FirstBehind(place) | m_code.First(node.other);
         default:
             return FirstBehind(place);
         }
     }
 
     void ChooseRun(RegNode& node) const {
-        const ByteSet& set = code_.Set(node.operand);
-        node.possessive = !set.Intersects(code_.First(node.go));
+        const ByteSet& set = m_code.Set(node.operand);
+        node.possessive = !set.Intersects(m_code.First(node.go));
         ByteSet lacking = ~set;
         lacking.Remove(0);
         if (lacking.Empty()) {
@@ -113,10 +106,10 @@ private:
         }
     }
 
-    RegCode& code_;
-    std::span<RegNode> nodes_;
-    bool hasWayBack_ = false;
-    bool wayBackKnown_ = false;
+    RegCode& m_code;
+    std::span<RegNode> m_nodes;
+    bool m_hasWayBack = false;
+    bool m_wayBackKnown = false;
 };
 
 } // namespace

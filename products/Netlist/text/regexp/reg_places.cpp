@@ -1,14 +1,13 @@
 #include "reg_places.h"
 
-RegPlaces::RegPlaces(const RegCode& code) : code_(code), bases_(code.Nodes().size()) {
+RegPlaces::RegPlaces(const RegCode& code) : m_code(code), m_bases(code.Nodes().size()) {
     std::vector<std::uint8_t> seen(code.Nodes().size());
     SortFrom(code.Entry(), seen);
     // Ways on from places that take characters add nodes, whose own ways on must be followed too.
-    for (std::size_t done = 0; done < order_.size(); ++done) {
-        const RegNode& node = code_.Node(order_[done]);
-        if (IsBarrier(node) && node.go != kNoWay) {
+    for (std::size_t done = 0; done < m_order.size(); ++done) {
+        const RegNode& node = m_code.Node(m_order[done]);
+        if (IsBarrier(node) && node.go != kNoWay)
             SortFrom(node.go, seen);
-        }
     }
     NumberEaters();
 }
@@ -36,42 +35,37 @@ void RegPlaces::SortFrom(std::uint16_t root, std::vector<std::uint8_t>& seen) {
             stack.pop_back();
             if (seen[place] == Open) {
                 seen[place] = Done;
-                order_.push_back(place);
+                m_order.push_back(place);
             }
             continue;
         }
         seen[place] = Open;
-        const RegNode& node = code_.Node(place);
+        const RegNode& node = m_code.Node(place);
         if (!IsBarrier(node)) {
-            for (const std::uint16_t way : {node.other, node.go}) {
-                if (way != kNoWay && seen[way] == Unseen) {
+            for (const std::uint16_t way : {node.other, node.go})
+                if (way != kNoWay && seen[way] == Unseen)
                     stack.push_back(way);
-                }
-            }
         }
     }
 }
 
 void RegPlaces::NumberEaters() {
-    for (const std::uint16_t place : order_) {
-        const RegNode& node = code_.Node(place);
-        if ((!IsBarrier(node) && !IsLoop(node)) || node.op == RegOp::End) {
+    for (const std::uint16_t place : m_order) {
+        const RegNode& node = m_code.Node(place);
+        if ((!IsBarrier(node) && !IsLoop(node)) || node.op == RegOp::End)
             continue;
-        }
-        bases_[place] = static_cast<std::uint32_t>(eaters_.size());
+        m_bases[place] = static_cast<std::uint32_t>(m_eaters.size());
         const std::size_t count = node.op == RegOp::Exactly ? node.length : 1;
-        for (std::size_t offset = 0; offset < count; ++offset) {
-            eaters_.push_back({place, static_cast<std::uint16_t>(offset)});
-        }
+        for (std::size_t offset = 0; offset < count; ++offset)
+            m_eaters.push_back({place, static_cast<std::uint16_t>(offset)});
     }
 }
 
 ByteSet RegPlaces::BytesOf(std::size_t eater) const {
     const RegNode& node = NodeOf(eater);
-    if (node.op == RegOp::Exactly) {
-        return ByteSet::Of(static_cast<unsigned char>(code_.Text(node)[At(eater).offset]));
-    }
-    return code_.Set(node.operand);
+    if (node.op == RegOp::Exactly)
+        return ByteSet::Of(static_cast<unsigned char>(m_code.Text(node)[At(eater).offset]));
+    return m_code.Set(node.operand);
 }
 
 bool RegPlaces::HasSuccessor(std::size_t eater) const {

@@ -27,13 +27,13 @@ public:
     /// Linear in the program. The program must outlive the object.
     explicit RegPlaces(const RegCode& code);
 
-    const RegCode& Code() const { return code_; }
-    std::size_t Count() const { return eaters_.size(); }
-    const Eater& At(std::size_t eater) const { return eaters_[eater]; }
-    const RegNode& NodeOf(std::size_t eater) const { return code_.Node(eaters_[eater].node); }
+    const RegCode& Code() const { return m_code; }
+    std::size_t Count() const { return m_eaters.size(); }
+    const Eater& At(std::size_t eater) const { return m_eaters[eater]; }
+    const RegNode& NodeOf(std::size_t eater) const { return m_code.Node(m_eaters[eater].node); }
 
     /// The first eater of a node; valid for nodes that take characters.
-    std::size_t Base(std::size_t node) const { return bases_[node]; }
+    std::size_t Base(std::size_t node) const { return m_bases[node]; }
 
     /// The bytes that an eater takes.
     ByteSet BytesOf(std::size_t eater) const;
@@ -42,7 +42,7 @@ public:
 
     /// The nodes that can be reached, each behind those to which it leads without taking a
     /// character.
-    const std::vector<std::uint16_t>& Order() const { return order_; }
+    const std::vector<std::uint16_t>& Order() const { return m_order; }
 
     static bool IsLoop(const RegNode& node) {
         return node.op == RegOp::Star || node.op == RegOp::Plus;
@@ -54,8 +54,8 @@ private:
     void NumberEaters();
     void SortFrom(std::uint16_t root, std::vector<std::uint8_t>& seen);
 
-    const RegCode& code_;
-    std::vector<Eater> eaters_;
-    std::vector<std::uint32_t> bases_;
-    std::vector<std::uint16_t> order_;
+    const RegCode& m_code;
+    std::vector<Eater> m_eaters;
+    std::vector<std::uint32_t> m_bases;
+    std::vector<std::uint16_t> m_order;
 };

@@ -3,16 +3,16 @@
 #include <algorithm>
 #include <new>
 
-RegCode::RegCode(const RegCounts& counts) : counts_(counts) {
+RegCode::RegCode(const RegCounts& counts) : m_counts(counts) {
     const std::size_t sets = counts.sets * sizeof(ByteSet);
     const std::size_t firsts = counts.nodes * sizeof(ByteSet);
     const std::size_t nodes = counts.nodes * sizeof(RegNode);
-    memory_ = std::make_unique_for_overwrite<std::byte[]>(sets + firsts + nodes + counts.letters);
-    std::byte* place = memory_.get();
-    sets_ = new (place) ByteSet[counts.sets];
-    firsts_ = new (place += sets) ByteSet[counts.nodes];
-    nodes_ = new (place += firsts) RegNode[counts.nodes];
-    letters_ = new (place += nodes) char[counts.letters];
+    m_memory = std::make_unique_for_overwrite<std::byte[]>(sets + firsts + nodes + counts.letters);
+    std::byte* place = m_memory.get();
+    m_sets = new (place) ByteSet[counts.sets];
+    m_firsts = new (place += sets) ByteSet[counts.nodes];
+    m_nodes = new (place += firsts) RegNode[counts.nodes];
+    m_letters = new (place += nodes) char[counts.letters];
 }
 
 void CRegProgram::ClearPointers() {
@@ -27,9 +27,8 @@ void CRegProgram::CountGroups() {
 }
 
 RegPlace CRegProgramAccessor::NextOf(RegPlace place) {
-    if (!HasCode()) {
+    if (!HasCode())
         return kNoPlace;
-    }
     const RegPlace distance = NodeAt(place).next;
     return distance == 0 ? kNoPlace : place + distance;
 }

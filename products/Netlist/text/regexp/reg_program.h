@@ -26,32 +26,32 @@ public:
     /// Nodes and sets begin in their default state, texts are left undefined.
     explicit RegCode(const RegCounts& counts);
 
-    std::span<RegNode> Nodes() { return {nodes_, counts_.nodes}; }
-    std::span<const RegNode> Nodes() const { return {nodes_, counts_.nodes}; }
-    ByteSet& Set(std::size_t index) { return sets_[index]; }
-    const ByteSet& Set(std::size_t index) const { return sets_[index]; }
-    char* Letters() { return letters_; }
+    std::span<RegNode> Nodes() { return {m_nodes, m_counts.nodes}; }
+    std::span<const RegNode> Nodes() const { return {m_nodes, m_counts.nodes}; }
+    ByteSet& Set(std::size_t index) { return m_sets[index]; }
+    const ByteSet& Set(std::size_t index) const { return m_sets[index]; }
+    char* Letters() { return m_letters; }
 
-    const RegNode& Node(std::size_t place) const { return nodes_[place]; }
-    const char* Text(const RegNode& exactly) const { return letters_ + exactly.operand; }
+    const RegNode& Node(std::size_t place) const { return m_nodes[place]; }
+    const char* Text(const RegNode& exactly) const { return m_letters + exactly.operand; }
 
     /// The bytes that can stand next in the subject if a match is to go on from a place. NUL stands
     /// for the subject's end. Each place has one, all known after linking.
-    ByteSet& First(std::size_t place) { return firsts_[place]; }
-    const ByteSet& First(std::size_t place) const { return firsts_[place]; }
+    ByteSet& First(std::size_t place) { return m_firsts[place]; }
+    const ByteSet& First(std::size_t place) const { return m_firsts[place]; }
 
     /// Where a try begins, known after linking.
-    std::uint16_t Entry() const { return entry_; }
-    void SetEntry(std::uint16_t entry) { entry_ = entry; }
+    std::uint16_t Entry() const { return m_entry; }
+    void SetEntry(std::uint16_t entry) { m_entry = entry; }
 
 private:
-    RegCounts counts_;
-    std::unique_ptr<std::byte[]> memory_;
-    ByteSet* firsts_ = nullptr;
-    ByteSet* sets_ = nullptr;
-    RegNode* nodes_ = nullptr;
-    char* letters_ = nullptr;
-    std::uint16_t entry_ = 0;
+    RegCounts m_counts;
+    std::unique_ptr<std::byte[]> m_memory;
+    ByteSet* m_firsts = nullptr;
+    ByteSet* m_sets = nullptr;
+    RegNode* m_nodes = nullptr;
+    char* m_letters = nullptr;
+    std::uint16_t m_entry = 0;
 };
 
 /// One compiled expression with the pointers of its last match.
@@ -87,16 +87,16 @@ std::string DumpRegProgram(const RegCode& code);
 /// are no nodes and no ways on.
 class CRegProgramAccessor {
 protected:
-    explicit CRegProgramAccessor(RegCode* code) : code_(code) {}
+    explicit CRegProgramAccessor(RegCode* code) : m_code(code) {}
     ~CRegProgramAccessor() = default;
 
-    bool HasCode() const { return code_ != nullptr; }
-    RegCode& Code() { return *code_; }
-    RegNode& NodeAt(RegPlace place) { return code_->Nodes()[static_cast<std::size_t>(place)]; }
+    bool HasCode() const { return m_code != nullptr; }
+    RegCode& Code() { return *m_code; }
+    RegNode& NodeAt(RegPlace place) { return m_code->Nodes()[static_cast<std::size_t>(place)]; }
 
     /// The node behind `place`, `kNoPlace` if there is none.
     RegPlace NextOf(RegPlace place);
 
 private:
-    RegCode* code_;
+    RegCode* m_code;
 };

@@ -23,7 +23,7 @@ public:
     /// The length of the match at `at`, -1 if there is none.
     std::ptrdiff_t LengthAt(const RegSubject& subject, std::size_t at, std::size_t tailStart);
 
-    std::uint64_t Steps() const { return steps_ + (thorough_ ? thorough_->Steps() : 0); }
+    std::uint64_t Steps() const { return m_steps + (m_thorough ? m_thorough->Steps() : 0); }
 
 private:
     bool LacksMustHave(const RegTail& tail) const;
@@ -34,12 +34,12 @@ private:
     RegViability& Thorough(const RegSubject& subject);
     RegSpan FindThoroughly(const RegSubject& subject, const RegTail& tail, const RegGroups& groups);
 
-    const CRegProgram& program_;
-    RegLimits limits_;
-    ByteSet firsts_;           ///< bytes that can begin a match; NUL for an empty one at the end
-    int onlyFirst_ = -1;       ///< the one member of `firsts_`, if it has one alone
-    std::uint64_t serial_ = 0; ///< of the subject that `waste_` is counted on
-    std::ptrdiff_t waste_ = 0; ///< steps in vain that are still allowed; 0: the thorough way
-    std::unique_ptr<RegViability> thorough_;
-    std::uint64_t steps_ = 0;
+    const CRegProgram& m_program;
+    RegLimits m_limits;
+    ByteSet m_firsts;           ///< bytes that can begin a match; NUL for an empty one at the end
+    int m_onlyFirst = -1;       ///< the one member of `m_firsts`, if it has one alone
+    std::uint64_t m_serial = 0; ///< of the subject that `m_waste` is counted on
+    std::ptrdiff_t m_waste = 0; ///< steps in vain that are still allowed; 0: the thorough way
+    std::unique_ptr<RegViability> m_thorough;
+    std::uint64_t m_steps = 0;
 };

@@ -8,10 +8,9 @@ constexpr std::size_t kNodeSize = 3;
 } // namespace
 
 bool CRegValidator::Validate() {
-    if (!Parse()) {
+    if (!Parse())
         return false;
-    }
-    if (counts_.size >= kSizeLimit) {
+    if (m_counts.size >= kSizeLimit) {
         SetError(RegError::TooBig);
         return false;
     }
@@ -19,25 +18,25 @@ bool CRegValidator::Validate() {
 }
 
 void CRegValidator::EmitByte(unsigned char byte) {
-    counts_.size += 1;
-    counts_.letters += inText_ && byte != 0 ? 1 : 0;
+    m_counts.size += 1;
+    m_counts.letters += m_inText && byte != 0 ? 1 : 0;
 }
 
 RegPlace CRegValidator::EmitNode(RegOp op, int) {
-    counts_.size += kNodeSize;
-    counts_.nodes += 1;
-    counts_.sets += op == RegOp::Any || op == RegOp::AnyOf || op == RegOp::AnyBut ? 1 : 0;
-    inText_ = op == RegOp::Exactly;
+    m_counts.size += kNodeSize;
+    m_counts.nodes += 1;
+    m_counts.sets += op == RegOp::Any || op == RegOp::AnyOf || op == RegOp::AnyBut ? 1 : 0;
+    m_inText = op == RegOp::Exactly;
     return 0;
 }
 
 void CRegValidator::InsertNode(RegOp op, RegPlace) {
-    counts_.size += kNodeSize;
-    counts_.nodes += 1;
-    counts_.sets +=
-        op != RegOp::Branch && inText_ ? 1 : 0; // a loop over a character makes it a set
+    m_counts.size += kNodeSize;
+    m_counts.nodes += 1;
+    m_counts.sets +=
+        op != RegOp::Branch && m_inText ? 1 : 0; // a loop over a character makes it a set
 }
 
 void CRegValidator::EmitRange(unsigned char first, unsigned char last) {
-    counts_.size += last - first + std::size_t{1};
+    m_counts.size += last - first + std::size_t{1};
 }

@@ -12,7 +12,7 @@ public:
     /// big.
     bool Validate();
 
-    const RegCounts& Counts() const { return counts_; }
+    const RegCounts& Counts() const { return m_counts; }
 
 private:
     void EmitByte(unsigned char byte) override;
@@ -22,6 +22,6 @@ private:
     void SetOperandNext(RegPlace, RegPlace) override {}
     void EmitRange(unsigned char first, unsigned char last) override;
 
-    RegCounts counts_;
-    bool inText_ = false; ///< the node last emitted is an EXACTLY
+    RegCounts m_counts;
+    bool m_inText = false; ///< the node last emitted is an EXACTLY
 };

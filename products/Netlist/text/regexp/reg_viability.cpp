@@ -14,128 +14,121 @@ constexpr std::size_t kMaxKnownEaters = 128;
 } // namespace
 
 RegViability::RegViability(const RegCode& code, const RegLimits& limits)
-    : code_(code), places_(code), automaton_(places_, limits.cache),
-      blockLimit_(std::min(kBlockStatesLimit / (automaton_.StateSize() + 4 * places_.Count()),
-                           limits.block)),
-      keepsKnown_(places_.Count() <= kMaxKnownEaters), visited_(code.Nodes().size()),
-      noEaters_(automaton_.Words()) {}
+    : m_code(code), m_places(code), m_automaton(m_places, limits.cache),
+      m_blockLimit(std::min(kBlockStatesLimit / (m_automaton.StateSize() + 4 * m_places.Count()),
+                            limits.block)),
+      m_keepsKnown(m_places.Count() <= kMaxKnownEaters), m_visited(code.Nodes().size()),
+      m_noEaters(m_automaton.Words()) {}
 
 void RegViability::Begin(const RegSubject& subject) {
-    if (subject.Serial() == subject_.Serial()) {
+    if (subject.Serial() == m_subject.Serial())
         return;
-    }
-    subject_ = subject;
-    const std::size_t noteSize = automaton_.Words() * sizeof(std::uint64_t);
+    m_subject = subject;
+    const std::size_t noteSize = m_automaton.Words() * sizeof(std::uint64_t);
     const std::size_t length = subject.Length();
-    block_ = std::max({blockLimit_, length / (kNotesLimit / noteSize), std::size_t{1}});
-    blocks_ = (length + block_ - 1) / block_;
-    covered_ = blocks_;
-    loaded_ = kNoBlock;
-    states_.clear();
-    if (capacity_ < blocks_ || capacity_ > 2 * blocks_ + 1024) {
-        notes_ = std::make_unique_for_overwrite<std::uint64_t[]>(blocks_ * automaton_.Words());
-        capacity_ = blocks_;
+    m_block = std::max({m_blockLimit, length / (kNotesLimit / noteSize), std::size_t{1}});
+    m_blocks = (length + m_block - 1) / m_block;
+    m_covered = m_blocks;
+    m_loaded = kNoBlock;
+    m_states.clear();
+    if (m_capacity < m_blocks || m_capacity > 2 * m_blocks + 1024) {
+        m_notes = std::make_unique_for_overwrite<std::uint64_t[]>(m_blocks * m_automaton.Words());
+        m_capacity = m_blocks;
     }
-    hasStart_.assign(blocks_, 0);
-    if (blocks_ != 0) {
-        std::fill_n(&notes_[(blocks_ - 1) * automaton_.Words()], automaton_.Words(), 0);
-    }
+    m_hasStart.assign(m_blocks, 0);
+    if (m_blocks != 0)
+        std::fill_n(&m_notes[(m_blocks - 1) * m_automaton.Words()], m_automaton.Words(), 0);
 }
 
 const char* RegViability::BlockEnd(std::size_t block) const {
-    return block + 1 < blocks_ ? BlockBegin(block + 1) : subject_.End();
+    return block + 1 < m_blocks ? BlockBegin(block + 1) : m_subject.End();
 }
 
 /// Makes room for the steps of a match from all states that there are.
 void RegViability::GrowKnown() {
-    if (keepsKnown_) {
-        known_.resize(automaton_.StateCount() * 2 * places_.Count(), kUnknown);
-    }
+    if (m_keepsKnown)
+        m_known.resize(m_automaton.StateCount() * 2 * m_places.Count(), kUnknown);
 }
 
 /// Drops all that names states.
 void RegViability::Forget() {
-    loaded_ = kNoBlock;
-    states_.clear();
-    known_.clear();
+    m_loaded = kNoBlock;
+    m_states.clear();
+    m_known.clear();
 }
 
 RegViability::State RegViability::StateBehind(std::size_t block) {
     const char* const end = BlockEnd(block);
-    const auto next = end == subject_.End() ? RegContext::AtEnd
-                                            : RegContext::NextFor(static_cast<unsigned char>(*end));
-    return automaton_.Find(&notes_[block * automaton_.Words()], next);
+    const auto next = end == m_subject.End()
+                          ? RegContext::AtEnd
+                          : RegContext::NextFor(static_cast<unsigned char>(*end));
+    return m_automaton.Find(&m_notes[block * m_automaton.Words()], next);
 }
 
 void RegViability::Cover(std::size_t block) {
-    while (covered_ > block) {
-        const State state = Read(--covered_);
-        if (covered_ != 0) {
-            std::copy_n(automaton_.Eaters(state), automaton_.Words(),
-                        &notes_[(covered_ - 1) * automaton_.Words()]);
+    while (m_covered > block) {
+        const State state = Read(--m_covered);
+        if (m_covered != 0) {
+            std::copy_n(m_automaton.Eaters(state), m_automaton.Words(),
+                        &m_notes[(m_covered - 1) * m_automaton.Words()]);
         }
     }
 }
 
 void RegViability::Load(std::size_t block) {
     Cover(block);
-    if (loaded_ != block) {
+    if (m_loaded != block)
         Read(block);
-    }
 }
 
 /// Works out and keeps the states of a block. Returns the one of its first character.
 RegViability::State RegViability::Read(std::size_t block) {
-    if (automaton_.Trim()) {
+    if (m_automaton.Trim())
         Forget();
-    }
     State state = StateBehind(block);
     std::uint8_t starts = 0;
-    loaded_ = block;
-    loadedBegin_ = BlockBegin(block);
-    states_.resize(static_cast<std::size_t>(BlockEnd(block) - loadedBegin_));
-    for (std::size_t i = states_.size(); i-- > 0;) {
-        state = automaton_.Step(state, static_cast<unsigned char>(loadedBegin_[i]));
-        states_[i] = state;
-        starts |= automaton_.StartsOf(state);
+    m_loaded = block;
+    m_loadedBegin = BlockBegin(block);
+    m_states.resize(static_cast<std::size_t>(BlockEnd(block) - m_loadedBegin));
+    for (std::size_t i = m_states.size(); i-- > 0;) {
+        state = m_automaton.Step(state, static_cast<unsigned char>(m_loadedBegin[i]));
+        m_states[i] = state;
+        starts |= m_automaton.StartsOf(state);
     }
     GrowKnown();
-    hasStart_[block] = starts;
-    steps_ += states_.size();
+    m_hasStart[block] = starts;
+    m_steps += m_states.size();
     return state;
 }
 
 RegViability::State RegViability::LoadStateAt(const char* at) {
-    if (at == subject_.End()) {
-        const State state = automaton_.Find(noEaters_.data(), RegContext::AtEnd);
+    if (at == m_subject.End()) {
+        const State state = m_automaton.Find(m_noEaters.data(), RegContext::AtEnd);
         GrowKnown();
         return state;
     }
     const std::size_t block = BlockOf(at);
     Load(block);
-    return states_[static_cast<std::size_t>(at - BlockBegin(block))];
+    return m_states[static_cast<std::size_t>(at - BlockBegin(block))];
 }
 
 RegContext RegViability::ContextAt(const char* at, const RegTail& tail, State state) const {
     return {.atBegin = at == tail.begin,
             .afterWord = IsAfterWord(at, tail),
-            .next = automaton_.NextOf(state)};
+            .next = m_automaton.NextOf(state)};
 }
 
 const char* RegViability::FindStart(const RegTail& tail) {
-    if (Enter(tail.begin, tail) != kNowhere) {
+    if (Enter(tail.begin, tail) != kNowhere)
         return tail.begin;
-    }
-    if (tail.begin == tail.end) {
+    if (tail.begin == tail.end)
         return nullptr;
-    }
     const char* from = tail.begin + 1;
-    for (std::size_t block = BlockOf(tail.begin); block < blocks_; ++block) {
-        if (hasStart_[block] != 0) {
+    for (std::size_t block = BlockOf(tail.begin); block < m_blocks; ++block) {
+        if (m_hasStart[block] != 0) {
             from = std::max(from, BlockBegin(block));
-            if (const char* const start = FirstStartIn(block, from)) {
+            if (const char* const start = FirstStartIn(block, from))
                 return start;
-            }
         }
     }
     return Enter(tail.end, tail) != kNowhere ? tail.end : nullptr;
@@ -143,43 +136,41 @@ const char* RegViability::FindStart(const RegTail& tail) {
 
 const char* RegViability::FirstStartIn(std::size_t block, const char* from) {
     Load(block);
-    steps_ += block_;
+    m_steps += m_block;
     const char* const begin = BlockBegin(block);
     for (const char* at = from; at < BlockEnd(block); ++at) {
         const bool afterWord = IsRegWordChar(static_cast<unsigned char>(at[-1]));
         const auto starts =
             afterWord ? RegAutomaton::kStartsAfterWord : RegAutomaton::kStartsAfterOther;
-        if ((automaton_.StartsOf(states_[static_cast<std::size_t>(at - begin)]) & starts) != 0) {
+        if ((m_automaton.StartsOf(m_states[static_cast<std::size_t>(at - begin)]) & starts) != 0)
             return at;
-        }
     }
     return nullptr;
 }
 
 RegViability::Target RegViability::Enter(const char* at, const RegTail& tail) {
-    bounds_.clear();
+    m_bounds.clear();
     const State state = StateAt(at);
-    return Descend(code_.Entry(), state, ContextAt(at, tail, state));
+    return Descend(m_code.Entry(), state, ContextAt(at, tail, state));
 }
 
 const char* RegViability::MatchEnd(const RegTail& tail, const char* at, const RegGroups& groups) {
     Target target = Enter(at, tail);
-    if (target == kNowhere) {
+    if (target == kNowhere)
         return nullptr;
-    }
     StoreBounds(at, groups);
-    return groups.starts == nullptr && keepsKnown_ ? Walk(target, at, tail)
-                                                   : WalkGroups(target, at, tail, groups);
+    return groups.starts == nullptr && m_keepsKnown ? Walk(target, at, tail)
+                                                    : WalkGroups(target, at, tail, groups);
 }
 
 const char* RegViability::WalkGroups(Target target, const char* at, const RegTail& tail,
                                      const RegGroups& groups) {
     while (target != kEnd) {
         const State state = StateAt(++at);
-        bounds_.clear();
+        m_bounds.clear();
         target = Follow(target, state, ContextAt(at, tail, state));
         StoreBounds(at, groups);
-        ++steps_;
+        ++m_steps;
     }
     return at;
 }
@@ -189,23 +180,20 @@ const char* RegViability::Walk(Target target, const char* at, const RegTail& tai
     while (target != kEnd) {
         const State state = StateAt(++at);
         Target& known = Known(target, state, IsAfterWord(at, tail));
-        if (known == kUnknown) {
+        if (known == kUnknown)
             known = Follow(target, state, ContextAt(at, tail, state));
-        }
         target = known;
     }
-    steps_ += static_cast<std::uint64_t>(at - from);
+    m_steps += static_cast<std::uint64_t>(at - from);
     return at;
 }
 
 RegViability::Target RegViability::Follow(Target eater, State state, const RegContext& context) {
-    if (places_.HasSuccessor(eater)) {
+    if (m_places.HasSuccessor(eater))
         return static_cast<Target>(eater + 1);
-    }
-    const RegNode& node = places_.NodeOf(eater);
-    if (RegPlaces::IsLoop(node) && HasRegBit(automaton_.Eaters(state), eater)) {
+    const RegNode& node = m_places.NodeOf(eater);
+    if (RegPlaces::IsLoop(node) && HasRegBit(m_automaton.Eaters(state), eater))
         return eater;
-    }
     return Descend(node.go, state, context);
 }
 
@@ -213,44 +201,39 @@ RegViability::Target RegViability::Follow(Target eater, State state, const RegCo
 /// ways may join, so each is visited once: where it led nowhere before, it does again.
 RegViability::Target RegViability::Descend(std::uint16_t root, State state,
                                            const RegContext& context) {
-    const std::uint64_t* const eaters = automaton_.Eaters(state);
-    ++descent_;
-    forks_.assign(1, {root, bounds_.size()});
-    while (!forks_.empty()) {
-        const auto [place, bounds] = forks_.back();
-        forks_.pop_back();
-        if (place == kNoWay || visited_[place] == descent_) {
+    const std::uint64_t* const eaters = m_automaton.Eaters(state);
+    ++m_descent;
+    m_forks.assign(1, {root, m_bounds.size()});
+    while (!m_forks.empty()) {
+        const auto [place, bounds] = m_forks.back();
+        m_forks.pop_back();
+        if (place == kNoWay || m_visited[place] == m_descent)
             continue;
-        }
-        visited_[place] = descent_;
-        ++steps_;
-        bounds_.resize(bounds);
-        const RegNode& node = code_.Node(place);
-        if (node.op == RegOp::End) {
+        m_visited[place] = m_descent;
+        ++m_steps;
+        m_bounds.resize(bounds);
+        const RegNode& node = m_code.Node(place);
+        if (node.op == RegOp::End)
             return kEnd;
-        }
         const bool eats = RegPlaces::IsBarrier(node) || RegPlaces::IsLoop(node);
-        if (eats && HasRegBit(eaters, places_.Base(place))) {
-            return static_cast<Target>(places_.Base(place));
-        }
-        if (IsRegGroupBound(node.op)) {
-            bounds_.push_back(place);
-        } else if (RegPlaces::IsBarrier(node) ||
-                   (!eats && node.op != RegOp::Branch && !context.Holds(node.op))) {
+        if (eats && HasRegBit(eaters, m_places.Base(place)))
+            return static_cast<Target>(m_places.Base(place));
+        if (IsRegGroupBound(node.op))
+            m_bounds.push_back(place);
+        else if (RegPlaces::IsBarrier(node) ||
+                 (!eats && node.op != RegOp::Branch && !context.Holds(node.op)))
             continue;
-        }
-        forks_.push_back({node.other, bounds_.size()});
-        forks_.push_back({node.go, bounds_.size()});
+        m_forks.push_back({node.other, m_bounds.size()});
+        m_forks.push_back({node.go, m_bounds.size()});
     }
     return kNowhere;
 }
 
 void RegViability::StoreBounds(const char* at, const RegGroups& groups) {
-    if (groups.starts == nullptr) {
+    if (groups.starts == nullptr)
         return;
-    }
-    for (const std::uint16_t place : bounds_) {
-        const RegNode& node = code_.Node(place);
+    for (const std::uint16_t place : m_bounds) {
+        const RegNode& node = m_code.Node(place);
         (*(node.op == RegOp::Open ? groups.starts : groups.ends))[node.value] = at;
     }
 }

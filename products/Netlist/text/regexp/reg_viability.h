@@ -28,7 +28,7 @@ public:
     /// to.
     const char* MatchEnd(const RegTail& tail, const char* at, const RegGroups& groups);
 
-    std::uint64_t Steps() const { return steps_ + automaton_.Work(); }
+    std::uint64_t Steps() const { return m_steps + m_automaton.Work(); }
 
 private:
     using State = RegAutomaton::State;
@@ -46,9 +46,9 @@ private:
     };
 
     std::size_t BlockOf(const char* at) const {
-        return static_cast<std::size_t>(at - subject_.Begin()) / block_;
+        return static_cast<std::size_t>(at - m_subject.Begin()) / m_block;
     }
-    const char* BlockBegin(std::size_t block) const { return subject_.Begin() + block * block_; }
+    const char* BlockBegin(std::size_t block) const { return m_subject.Begin() + block * m_block; }
     const char* BlockEnd(std::size_t block) const;
     State StateBehind(std::size_t block);
     void Cover(std::size_t block);
@@ -59,20 +59,20 @@ private:
     const char* FirstStartIn(std::size_t block, const char* from);
 
     State StateAt(const char* at) {
-        const auto offset = static_cast<std::size_t>(at - loadedBegin_);
-        return offset < states_.size() ? states_[offset] : LoadStateAt(at);
+        const auto offset = static_cast<std::size_t>(at - m_loadedBegin);
+        return offset < m_states.size() ? m_states[offset] : LoadStateAt(at);
     }
     State LoadStateAt(const char* at);
     bool IsAfterWord(const char* at, const RegTail& tail) const {
-        return automaton_.AsksBehind() && at != tail.begin &&
+        return m_automaton.AsksBehind() && at != tail.begin &&
                IsRegWordChar(static_cast<unsigned char>(at[-1]));
     }
     RegContext ContextAt(const char* at, const RegTail& tail, State state) const;
     Target Enter(const char* at, const RegTail& tail);
     Target Follow(Target eater, State state, const RegContext& context);
     Target& Known(Target eater, State state, bool afterWord) {
-        const std::size_t row = automaton_.IndexOf(state) * 2 + (afterWord ? 1 : 0);
-        return known_[row * places_.Count() + eater];
+        const std::size_t row = m_automaton.IndexOf(state) * 2 + (afterWord ? 1 : 0);
+        return m_known[row * m_places.Count() + eater];
     }
     const char* Walk(Target target, const char* at, const RegTail& tail);
     const char* WalkGroups(Target target, const char* at, const RegTail& tail,
@@ -80,29 +80,29 @@ private:
     Target Descend(std::uint16_t root, State state, const RegContext& context);
     void StoreBounds(const char* at, const RegGroups& groups);
 
-    const RegCode& code_;
-    RegPlaces places_;
-    RegAutomaton automaton_;
-    std::size_t blockLimit_;
-    RegSubject subject_{std::string_view()};
+    const RegCode& m_code;
+    RegPlaces m_places;
+    RegAutomaton m_automaton;
+    std::size_t m_blockLimit;
+    RegSubject m_subject{std::string_view()};
 
-    std::size_t block_ = 1;   ///< characters of a block
-    std::size_t blocks_ = 0;  ///< number of blocks
-    std::size_t covered_ = 0; ///< the blocks from this one on have been read
-    std::size_t capacity_ = 0;
-    std::unique_ptr<std::uint64_t[]> notes_; ///< the eaters behind each block
-    std::vector<std::uint8_t> hasStart_;     ///< whether a match may start in a block, by block
+    std::size_t m_block = 1;   ///< characters of a block
+    std::size_t m_blocks = 0;  ///< number of blocks
+    std::size_t m_covered = 0; ///< the blocks from this one on have been read
+    std::size_t m_capacity = 0;
+    std::unique_ptr<std::uint64_t[]> m_notes; ///< the eaters behind each block
+    std::vector<std::uint8_t> m_hasStart;     ///< whether a match may start in a block, by block
 
-    std::size_t loaded_ = kNoBlock; ///< the block whose states stand in `states_`
-    const char* loadedBegin_ = nullptr;
-    std::vector<State> states_;
-    bool keepsKnown_;           ///< there are few enough eaters to keep what `Follow` gave
-    std::vector<Target> known_; ///< by state, kind of the character before, and eater
+    std::size_t m_loaded = kNoBlock; ///< the block whose states stand in `m_states`
+    const char* m_loadedBegin = nullptr;
+    std::vector<State> m_states;
+    bool m_keepsKnown;           ///< there are few enough eaters to keep what `Follow` gave
+    std::vector<Target> m_known; ///< by state, kind of the character before, and eater
 
-    std::vector<std::uint32_t> visited_; ///< by node: the last descent that came by
-    std::uint32_t descent_ = 0;
-    std::vector<Fork> forks_;           ///< scratch of a descent
-    std::vector<std::uint16_t> bounds_; ///< OPEN and CLOSE nodes on the way
-    const std::vector<std::uint64_t> noEaters_;
-    std::uint64_t steps_ = 0;
+    std::vector<std::uint32_t> m_visited; ///< by node: the last descent that came by
+    std::uint32_t m_descent = 0;
+    std::vector<Fork> m_forks;           ///< scratch of a descent
+    std::vector<std::uint16_t> m_bounds; ///< OPEN and CLOSE nodes on the way
+    const std::vector<std::uint64_t> m_noEaters;
+    std::uint64_t m_steps = 0;
 };

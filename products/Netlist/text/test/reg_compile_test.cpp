@@ -1,0 +1,263 @@
+// Compilation: errors, programs, and what is known of every match.
+#include "reg_exp.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace std::string_literals;
+
+TEST(RegCompile, ReportsTheFirstErrorInTextOrder) {
+    struct Row {
+        std::string expression;
+        int code;
+        const char* text;
+    };
+    const Row rows[] = {
+        {"((((((((((a))))))))))", 12, "too many ()"},
+        {"()()()()()()()()()()", 12, "too many ()"},
+        {"((((((((((", 12, "too many ()"},
+        {"(a", 13, "unterminated ()"},
+        {"(a|b", 13, "unterminated ()"},
+        {"((a)", 13, "unterminated ()"},
+        {"a)", 14, "unmatched ()"},
+        {")", 14, "unmatched ()"},
+        {"a|b)c", 14, "unmatched ()"},
+        {"(a*)*", 16, "*+ operand could be empty"},
+        {"(a?|b)+", 16, "*+ operand could be empty"},
+        {"^*", 16, "*+ operand could be empty"},
+        {"$+", 16, "*+ operand could be empty"},
+        {R"(\<*)", 16, "*+ operand could be empty"},
+        {R"(\>+)", 16, "*+ operand could be empty"},
+        {"()*", 16, "*+ operand could be empty"},
+        {"(|a)+", 16, "*+ operand could be empty"},
+        {"^**", 16, "*+ operand could be empty"},
+        {"a**", 17, "nested *?+"},
+        {"a*?", 17, "nested *?+"},
+        {"(a)?+", 17, "nested *?+"},
+        {"^?*", 17, "nested *?+"},
+        {"(a**", 17, "nested *?+"},
+        {"[z-a]", 18, "invalid [] range"},
+        {"[z-a", 18, "invalid [] range"},
+        {"[a-c-b]", 18, "invalid [] range"},
+        {"[\xE4-z]", 18, "invalid [] range"},
+        {"[a--]", 18, "invalid [] range"},
+        {"[a", 19, "unmatched []"},
+        {"[", 19, "unmatched []"},
+        {"[]", 19, "unmatched []"},
+        {"[^]", 19, "unmatched []"},
+        {"[a-", 19, "unmatched []"},
+        {"*a", 21, "?+* follows nothing"},
+        {"a|*", 21, "?+* follows nothing"},
+        {"(+)", 21, "?+* follows nothing"},
+        {"?", 21, "?+* follows nothing"},
+        {"ab\\", 22, "trailing \\"},
+        {"(\\", 22, "trailing \\"},
+        {std::string(32756, 'a'), 11, "regexp too big"},
+        {std::string(40000, 'a') + "**", 17, "nested *?+"},
+        {"a\0)"s, 0, ""},
+        {"", 0, ""},
+        {"()?", 0, ""},
+        {"^?", 0, ""},
+        {"(a+)+", 0, ""},
+        {"]", 0, ""},
+        {"((((((((()))))))))", 0, ""},
+    };
+    for (const Row& row : rows) {
+        const CRegExp expression{std::string_view(row.expression)};
+        SCOPED_TRACE(row.expression.substr(0, 40));
+        EXPECT_EQ(expression.LastErrorCode(), row.code);
+        EXPECT_STREQ(expression.LastError(), row.text);
+        EXPECT_EQ(expression.IsValid(), row.code == 0);
+    }
+}
+
+TEST(RegCompile, InvalidExpressionsAnswerEverything) {
+    for (CRegExp& expression :
+         std::array{CRegExp(static_cast<const char*>(nullptr)), CRegExp("a**")}) {
+        const std::string error = expression.LastError();
+        EXPECT_FALSE(expression.Match("a"));
+        EXPECT_EQ(expression.LastError(), error);
+        EXPECT_FALSE(expression.MatchFrom(RegSubject("a")).Found());
+        EXPECT_EQ(expression.MatchAt(RegSubject("a"), 0, 0), -1);
+        EXPECT_EQ(expression.SubStart(0), -1);
+        EXPECT_EQ(expression.GroupCount(), -1);
+        EXPECT_TRUE(expression.Facts().firstBytes.Empty());
+        EXPECT_EQ(expression.Dump(), "");
+        EXPECT_EQ(expression.Size(), 0U);
+    }
+    EXPECT_STREQ(CRegExp(static_cast<const char*>(nullptr)).LastError(),
+                 "NULL argument to regcomp");
+}
+
+TEST(RegCompile, TextsOfAllErrors) {
+    EXPECT_STREQ(CRegErrorHandler::ErrorText(1), "NULL argument to regexec");
+    EXPECT_STREQ(CRegErrorHandler::ErrorText(9), "damaged match string");
+    EXPECT_STREQ(CRegErrorHandler::ErrorText(20), "internal error: \\0|) unexpected");
+    EXPECT_STREQ(CRegErrorHandler::ErrorText(24), "NULL regexp");
+    for (const int code : {-1, 0, 25, 1000})
+        EXPECT_STREQ(CRegErrorHandler::ErrorText(code), "Unknown error");
+}
+
+TEST(RegCompile, Programs) {
+    struct Row {
+        const char* expression;
+        std::size_t size;
+        const char* dump;
+    };
+    const Row rows[] = {
+        {"", 10, "0:BRANCH>2 1:NOTHING>2 2:END"},
+        {"abc", 14, R"(0:BRANCH>2 1:EXACTLY"abc">2 2:END)"},
+        {"abc+", 21, R"(0:BRANCH>4 1:EXACTLY"ab">2 2:PLUS>4 3:EXACTLY"c" 4:END)"},
+        {R"(a\.b\\)", 27,
+         R"(0:BRANCH>5 1:EXACTLY"a">2 2:EXACTLY".">3 3:EXACTLY"b">4 4:EXACTLY"\x5C">5 5:END)"},
+        {".*", 13, "0:BRANCH>3 1:STAR>3 2:ANY 3:END"},
+        {"[a-c]$", 17, "0:BRANCH>3 1:ANYOF[a-c]>2 2:EOL>3 3:END"},
+        {R"(^\<[^"]\>)", 21,
+         R"(0:BRANCH>5 1:BOL>2 2:WORDA>3 3:ANYBUT[\x01-!#-\xFF]>4 4:WORDZ>5 5:END)"},
+        {"a|b|", 26,
+         R"(0:BRANCH>2 1:EXACTLY"a">6 2:BRANCH>4 3:EXACTLY"b">6 4:BRANCH>6 5:NOTHING>6 6:END)"},
+        {"a?", 21, R"(0:BRANCH>5 1:BRANCH>3 2:EXACTLY"a">4 3:BRANCH>4 4:NOTHING>5 5:END)"},
+        {"(ab)*", 34,
+         R"(0:BRANCH>9 1:BRANCH>7 2:OPEN1>3 3:BRANCH>5 4:EXACTLY"ab">5 5:CLOSE1>6 6:BACK>1 )"
+         R"(7:BRANCH>8 8:NOTHING>9 9:END)"},
+        {"(a)+b", 38,
+         R"(0:BRANCH>10 1:OPEN1>2 2:BRANCH>4 3:EXACTLY"a">4 4:CLOSE1>5 5:BRANCH>7 6:BACK>1 )"
+         R"(7:BRANCH>8 8:NOTHING>9 9:EXACTLY"b">10 10:END)"},
+        {"(a|(b))", 38,
+         R"(0:BRANCH>10 1:OPEN1>2 2:BRANCH>4 3:EXACTLY"a">9 4:BRANCH>9 5:OPEN2>6 6:BRANCH>8 )"
+         R"(7:EXACTLY"b">8 8:CLOSE2>9 9:CLOSE1>10 10:END)"},
+    };
+    for (const Row& row : rows) {
+        const CRegExp expression(row.expression);
+        EXPECT_EQ(expression.Dump(), row.dump) << row.expression;
+        EXPECT_EQ(expression.Size(), row.size) << row.expression;
+    }
+}
+
+TEST(RegCompile, ClassMembers) {
+    struct Row {
+        const char* expression;
+        const char* members;
+    };
+    const Row rows[] = {
+        {"[]a]", R"([\x5Da])"},
+        {"[-a]", R"([\x2Da])"},
+        {"[a-]", R"([\x2Da])"},
+        {"[a-c-e]", "[a-e]"},
+        {"[--0]", R"([\x2D-0])"},
+        {"[]-a]", R"([\x5D-a])"},
+        {R"([\t])", R"([\x5Ct])"},
+        {"[a^]", R"([\x5Ea])"},
+        {"[[]", "[[]"},
+        {"[a-a]", "[a]"},
+        {"[\x7F-\xFF]", R"([\x7F-\xFF])"},
+        {"[aab]", "[ab]"},
+        {R"([\-z])", R"([\x5C-z])"},
+        {"[^]a]", R"([\x01-\x5C\x5E-`b-\xFF])"},
+        {"[^-a]", R"([\x01-,.-`b-\xFF])"},
+    };
+    for (const Row& row : rows) {
+        const std::string op = row.expression[1] == '^' ? "ANYBUT" : "ANYOF";
+        EXPECT_EQ(CRegExp(row.expression).Dump(), "0:BRANCH>2 1:" + op + row.members + ">2 2:END")
+            << row.expression;
+    }
+}
+
+TEST(RegCompile, SizeIsCountedInTheCompactEncoding) {
+    struct Row {
+        std::string expression;
+        bool ignoreCase;
+        std::size_t size; ///< 0: too big
+    };
+    std::string classes;
+    for (int i = 0; i < 127; ++i)
+        classes += "[\x01-\xFE]"; // 258 bytes each
+    const Row rows[] = {
+        {std::string(32755, 'a'), false, 32766},
+        {std::string(32756, 'a'), false, 0},
+        {std::string(32755, '1'), true, 32766},
+        {std::string(5459, 'a'), true, 32761},
+        {std::string(5460, 'a'), true, 0},
+        {"[aaa-cb]", false, 17},
+        {classes, false, 0},
+        {classes.substr(0, 126 * 5), false, 32515},
+    };
+    for (const Row& row : rows) {
+        const CRegExp expression(std::string_view(row.expression), row.ignoreCase);
+        EXPECT_EQ(expression.Size(), row.size) << row.expression.substr(0, 20);
+        EXPECT_EQ(expression.LastErrorCode(), row.size == 0 ? 11 : 0);
+    }
+}
+
+TEST(RegCompile, WhatEveryMatchMustHave) {
+    struct Row {
+        const char* expression;
+        char firstChar;
+        bool anchored;
+        const char* mustHave;
+    };
+    const Row rows[] = {
+        {"abc", 'a', false, ""},
+        {"abc*", 'a', false, ""},
+        {"a*bc", 0, false, "bc"},
+        {"a+bc", 0, false, "bc"},
+        {"a?bc", 0, false, ""},
+        {"(a)*bc.de.f", 0, false, "de"},
+        {"(a|b)+bc(longer)d", 0, false, "bc"},
+        {"(a*)bc", 0, false, ""},
+        {".*a*bb+", 0, false, "b"},
+        {"a*[b]", 0, false, ""},
+        {"a*b|c", 0, false, ""},
+        {R"(x*ab\.cd)", 0, false, "cd"},
+        {"^abc", 0, true, ""},
+        {"^a|b", 0, false, ""},
+        {"(^a)", 0, false, ""},
+        {"^?a", 0, false, ""},
+        {"a|b", 0, false, ""},
+        {"a*", 0, false, ""},
+        {"a+", 0, false, ""},
+        {"[a]b", 0, false, ""},
+        {R"(\*.*)", '*', false, ""},
+        {R"(\<ab)", 0, false, ""},
+    };
+    for (const Row& row : rows) {
+        const CRegExp expression(row.expression);
+        SCOPED_TRACE(row.expression);
+        EXPECT_EQ(expression.FirstChar(), row.firstChar);
+        EXPECT_EQ(expression.Anchored(), row.anchored);
+        EXPECT_EQ(expression.MustHave(), row.mustHave);
+    }
+}
+
+TEST(RegCompile, IgnoringCaseRewritesTheText) {
+    struct Row {
+        const char* expression;
+        const char* compiled; ///< the same with case
+    };
+    const Row rows[] = {
+        {"aB1", "[Aa][Bb]1"},
+        {"a*", "[Aa]*"},
+        {"[a-c]d", "[a-c][Dd]"},
+        {"[]a]b", "[]a][Bb]"},
+        {"[^]a]b", "[^]a][Bb]"},
+        {"[^a]b", "[^a][Bb]"},
+        {R"(\a)", R"(\[Aa])"},
+        {R"(\[a]b)", R"(\[a][Bb])"},
+        {R"(\<a\.)", R"(\<[Aa]\.)"},
+        {"\xE4\xC4", "\xE4\xC4"},
+        {"@[`{", "@[`{"},
+        {"[a", "[a"},
+        {"[", "["},
+        {"[^", "[^"},
+        {"a\\", "[Aa]\\"},
+    };
+    for (const Row& row : rows) {
+        const CRegExp folded(row.expression, true);
+        const CRegExp plain(row.compiled);
+        EXPECT_EQ(folded.Dump(), plain.Dump()) << row.expression;
+        EXPECT_EQ(folded.LastErrorCode(), plain.LastErrorCode()) << row.expression;
+    }
+}
+
+} // namespace

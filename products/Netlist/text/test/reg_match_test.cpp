@@ -1,0 +1,242 @@
+// Matching: cases by name, and the twin over all small expressions and subjects.
+#include "reg_exp.h"
+#include "reg_twin.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <random>
+
+namespace {
+
+using namespace std::string_literals;
+
+/// The last match as `start+length`, with each group that took part as ` n:start+length`.
+std::string Shown(const CRegExp& expression) {
+    std::string text;
+    for (int i = 0; i <= CRegExp::kMaxGroup; ++i) {
+        if (expression.SubStart(i) >= 0)
+            text += (i == 0 ? "" : " " + std::to_string(i) + ":") +
+                    std::to_string(expression.SubStart(i)) + "+" +
+                    std::to_string(expression.SubLength(i));
+    }
+    return text;
+}
+
+TEST(RegMatch, Cases) {
+    struct Row {
+        const char* expression;
+        std::string subject;
+        const char* shown;
+        bool ignoreCase = false;
+    };
+    const Row rows[] = {
+        {"a*", "baa", "0+0"},
+        {"", "abc", "0+0"},
+        {"", "", "0+0"},
+        {"a", "", ""},
+        {"$", "ab", "2+0"},
+        {"^b", "ab", ""},
+        {"^a|b", "cb", "1+1"},
+        {"a|ab|abc", "abc", "0+1"},
+        {"(a|ab)(c|bcd)(d*)", "abcd", "0+4 1:0+1 2:1+3 3:4+0"},
+        {"(a*)(ab)*(b*)", "abc", "0+2 1:0+1 3:1+1"},
+        {"((a)|(b))*", "ab", "0+2 1:1+1 2:0+1 3:1+1"},
+        {"(a+|b+)*c", "aabbc", "0+5 1:2+2"},
+        {"(((((((((a)))))))))", "xa", "1+1 1:1+1 2:1+1 3:1+1 4:1+1 5:1+1 6:1+1 7:1+1 8:1+1 9:1+1"},
+        {"x(y)?z", "xz", "0+2"},
+        {"()b", "ab", "1+1 1:1+0"},
+        {R"(\<b)", "ab b", "3+1"},
+        {R"(\<a)", "a", "0+1"},
+        {R"(\<a)", "_a", ""},
+        {R"(a\>)", "ab a", "3+1"},
+        {R"(\>)", "ab", "2+0"},
+        {R"(\>)", "", "0+0"},
+        {R"(\<)", "\xE4z", "1+0"},
+        {R"(a\tb)", "atb", "0+3"},
+        {"a{2}", "aa{2}", "1+4"},
+        {".+", "a\nb", "0+3"},
+        {"[^a]", "a\xFF", "1+1"},
+        {"\xE4+", "a\xE4\xE4", "1+2"},
+        {"abc", "xABC", "1+3", true},
+        {"[a-c]+", "ABCabc", "3+3", true},
+        {R"(\a)", "[Aa]", "0+4", true},
+        {"b", "a\0b"s, ""},
+        {"a$", "a\0b"s, "0+1"},
+        {R"("(\\.|[^"\\])*")", R"(x "a\"b" c")", "2+6 1:6+1"},
+        {R"([0-9]+(\.[0-9]+)?(meg|k|m)?)", "r 4.7meg", "2+6 1:3+2 2:5+3"},
+        {".*a.*bb", "aabbab", "0+4"},
+    };
+    for (const Row& row : rows) {
+        CRegExp expression(row.expression, row.ignoreCase);
+        const bool matched = expression.Match(row.subject);
+        EXPECT_EQ(Shown(expression), row.shown) << row.expression << " on " << row.subject;
+        EXPECT_EQ(matched, *row.shown != 0);
+    }
+}
+
+TEST(RegMatch, TheLastMatchIsKept) {
+    CRegExp expression("(a)(b)?");
+    EXPECT_EQ(expression.GroupCount(), -1);
+    EXPECT_TRUE(expression.Match("xab"));
+    EXPECT_EQ(expression.GroupCount(), 2);
+    EXPECT_EQ(expression.SubStart(-1), 1);
+    EXPECT_EQ(expression.SubStart(10), -1);
+    EXPECT_EQ(expression.SubLength(10), 0);
+    EXPECT_TRUE(expression.MatchFrom(RegSubject("a")).Found());
+    EXPECT_EQ(Shown(expression), "1+2 1:1+1 2:2+1") << "a search without groups leaves it alone";
+    CRegExp moved = std::move(expression);
+    EXPECT_EQ(Shown(moved), "1+2 1:1+1 2:2+1");
+    EXPECT_TRUE(moved.Match("a"));
+    EXPECT_EQ(moved.GroupCount(), 1);
+    EXPECT_FALSE(moved.Match("x"));
+    EXPECT_EQ(moved.GroupCount(), -1);
+    EXPECT_FALSE(moved.Match(nullptr));
+    EXPECT_EQ(moved.LastErrorCode(), 1);
+    EXPECT_TRUE(CRegExp("").Match(std::string_view()));
+}
+
+TEST(RegMatch, TailsAreTextsOfTheirOwn) {
+    const RegSubject subject("ab ab");
+    const auto found = [&subject](const char* expression, std::size_t from) {
+        const RegSpan span = CRegExp(expression).MatchFrom(subject, from);
+        return std::pair(span.start, span.length);
+    };
+    using Span = std::pair<std::ptrdiff_t, std::ptrdiff_t>;
+    EXPECT_EQ(found("^b", 1), Span(1, 1));
+    EXPECT_EQ(found("^b", 2), Span(-1, 0));
+    EXPECT_EQ(found(R"(\<b)", 1), Span(1, 1));
+    EXPECT_EQ(found(R"(\<b)", 0), Span(-1, 0));
+    EXPECT_EQ(found("$", 5), Span(5, 0));
+    EXPECT_EQ(found("", 6), Span(-1, 0));
+    EXPECT_EQ(CRegExp(R"(\<b)").MatchAt(subject, 1, 1), 1);
+    EXPECT_EQ(CRegExp(R"(\<b)").MatchAt(subject, 1, 0), -1);
+    EXPECT_EQ(CRegExp("^ab").MatchAt(subject, 3, 3), 2);
+    EXPECT_EQ(CRegExp("^ab").MatchAt(subject, 3, 0), -1);
+    EXPECT_EQ(CRegExp("").MatchAt(subject, 5, 5), 0);
+    EXPECT_EQ(CRegExp("").MatchAt(subject, 6, 5), -1);
+    EXPECT_EQ(CRegExp("").MatchAt(subject, 1, 2), -1);
+}
+
+/// An expression with the matcher's ways to find its matches, beside the twin.
+class Compared {
+public:
+    explicit Compared(const std::string& text) : m_text(text), m_twin(text) {
+        for (const RegLimits& limits :
+             {RegLimits{},
+              RegLimits{.waste = 0, .block = 3, .cache = 0}, // the thorough way at once
+              RegLimits{.waste = 3, .depth = 2, .block = 1, .cache = 300}}) {
+            m_ours.emplace_back(text.c_str());
+            m_ours.back().SetLimits(limits);
+        }
+        EXPECT_EQ(m_ours[0].LastErrorCode(), m_twin.Error()) << text;
+    }
+
+    bool IsValid() const { return m_ours[0].IsValid() && m_twin.Error() == 0; }
+
+    void Check(const std::string& subject) {
+        const RegTwin::Result expected = m_twin.Match(subject);
+        std::string shown;
+        for (std::size_t i = 0; expected.start >= 0 && i < 10; ++i) {
+            const int start = i == 0 ? expected.start : expected.starts[i];
+            const int end = i == 0 ? start + expected.length : expected.ends[i];
+            if (start >= 0)
+                shown += (i == 0 ? "" : " " + std::to_string(i) + ":") + std::to_string(start) +
+                         "+" + std::to_string(end - start);
+        }
+        for (CRegExp& ours : m_ours) {
+            ours.Match(subject);
+            ASSERT_EQ(Shown(ours), shown) << m_text << " on '" << subject << "'";
+            CheckTails(ours, subject, expected);
+        }
+    }
+
+private:
+    void CheckTails(const CRegExp& ours, const std::string& subject,
+                    const RegTwin::Result& expected) {
+        const RegSubject whole(subject);
+        const std::size_t last =
+            expected.start < 0 ? subject.size() : static_cast<std::size_t>(expected.start);
+        for (std::size_t at = 0; at <= last; ++at)
+            ASSERT_EQ(ours.MatchAt(whole, at, 0),
+                      static_cast<int>(at) == expected.start ? expected.length : -1)
+                << m_text << " at " << at << " of '" << subject << "'";
+        const std::size_t from = subject.size() / 2;
+        const RegTwin::Result tail = m_twin.Match(std::string_view(subject).substr(from));
+        const RegSpan span = ours.MatchFrom(whole, from);
+        const int start = tail.start < 0 ? -1 : tail.start + static_cast<int>(from);
+        ASSERT_EQ(span.start, start) << m_text << " from " << from << " of '" << subject << "'";
+        ASSERT_EQ(span.length, tail.length) << m_text << " in '" << subject << "'";
+    }
+
+    std::string m_text;
+    RegTwin m_twin;
+    std::vector<CRegExp> m_ours;
+};
+
+/// All texts of at most `length` of these pieces.
+std::vector<std::string> AllTexts(const std::vector<std::string>& pieces, int length) {
+    std::vector<std::string> texts{""};
+    for (std::size_t begin = 0; length > 0; --length) {
+        const std::size_t end = texts.size();
+        for (; begin < end; ++begin) {
+            for (const std::string& piece : pieces)
+                texts.push_back(texts[begin] + piece);
+        }
+    }
+    return texts;
+}
+
+const std::vector<std::string> kPieces = {"a", "b", "(", ")", "|",    "*",   "+",
+                                          "?", ".", "^", "$", "[ab]", "\\<", "\\>"};
+
+/// QUOREL_TWIN_LENGTH makes it thorough: 4 takes some seconds, 6 some minutes.
+TEST(RegMatch, AgreesWithTheTwinOnAllSmallExpressions) {
+    const char* const asked = std::getenv("QUOREL_TWIN_LENGTH");
+    const std::vector<std::string> subjects = AllTexts({"a", "b", " "}, 3);
+    for (const std::string& text : AllTexts(kPieces, asked != nullptr ? std::atoi(asked) : 3)) {
+        Compared compared(text);
+        for (const std::string& subject : subjects) {
+            if (compared.IsValid())
+                compared.Check(subject);
+            if (HasFatalFailure() || HasNonfatalFailure())
+                return;
+        }
+    }
+}
+
+/// A text of pieces with its parentheses in pairs.
+std::string RandomText(std::mt19937& random, std::vector<std::string> pieces) {
+    for (const char* const more : {"(", "(", ")", "|", "a", "b", "a", "[^a]", "ab"})
+        pieces.emplace_back(more);
+    std::string text;
+    int open = 0;
+    for (auto length = 4 + random() % 12; length > 0; --length) {
+        const std::string& piece = pieces[random() % pieces.size()];
+        if (piece == ")" && open == 0)
+            continue;
+        open += piece == "(" ? 1 : piece == ")" ? -1 : 0;
+        text += piece;
+    }
+    return text + std::string(static_cast<std::size_t>(open), ')');
+}
+
+TEST(RegMatch, AgreesWithTheTwinOnRandomExpressions) {
+    std::mt19937 random(20240607);
+    int valid = 0;
+    for (int i = 0; i < 6000; ++i) {
+        Compared compared(RandomText(random, kPieces));
+        valid += compared.IsValid() ? 1 : 0;
+        for (int k = 0; compared.IsValid() && k < 12; ++k) {
+            std::string subject;
+            while (random() % 8 != 0)
+                subject += "aabb _"[random() % 6];
+            compared.Check(subject);
+            if (HasFatalFailure() || HasNonfatalFailure())
+                return;
+        }
+    }
+    EXPECT_GT(valid, 2000);
+}
+
+} // namespace
