@@ -1,7 +1,7 @@
-// UTF-8, both ways. Text is taken in turns: what is ASCII at its start goes over in blocks, then
-// the characters up to the next ASCII one each by itself. A block is written whole before it is
-// known how much of it is ASCII, which is allowed since no character gives fewer units than it is
-// made of in the smaller form: the room behind it is the room of what follows.
+// UTF-8, both ways. Text is taken in turns: what is ASCII at its start goes over in blocks, then the
+// characters up to the next run of ASCII one each by itself. A block is written whole before it is
+// known how much of it is ASCII; there is room for it, since the target has room for at least as
+// many units as are left in the source.
 
 #include "code_page.h"
 
