@@ -1,6 +1,6 @@
-// UTF-8, both ways. Text is taken in turns: what is ASCII at its start goes over in blocks, then the
-// characters up to the next run of ASCII one each by itself. A block is written whole before it is
-// known how much of it is ASCII; there is room for it, since the target has room for at least as
+// UTF-8, both ways. Text is taken in turns: what is ASCII at its start goes over in blocks, then
+// the characters up to the next run of ASCII one each by itself. A block is written whole before it
+// is known how much of it is ASCII; there is room for it, since the target has room for at least as
 // many units as are left in the source.
 
 #include "code_page.h"
