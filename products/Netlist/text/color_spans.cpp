@@ -60,11 +60,18 @@ void ColorSpans::const_iterator::Read() {
     m_here = m_next == m_end ? nullptr : m_next;
     if (m_here == nullptr)
         return;
-    const std::uint32_t start = static_cast<std::uint32_t>(m_span.End + 1) + Take(m_next);
+    const std::uint8_t first = *m_next++;
+    std::uint32_t gap = first & kLongGap;
+    if (gap == kLongGap)
+        gap = Take(m_next);
+    std::uint32_t color = first >> kGapBits;
+    if (color == kHighColor)
+        color = Take(m_next);
+    const std::uint32_t start = static_cast<std::uint32_t>(m_span.End + 1) + gap;
     const std::uint32_t length = Take(m_next);
     m_span = {.Start = static_cast<std::int32_t>(start),
               .End = static_cast<std::int32_t>(start + length - 1),
-              .Color = ColorPalette::ColorOf(Take(m_next))};
+              .Color = ColorPalette::ColorOf(color)};
 }
 
 void ColorSpans::Assign(std::span<const std::uint8_t> bytes) {
@@ -72,12 +79,11 @@ void ColorSpans::Assign(std::span<const std::uint8_t> bytes) {
         Clear();
         return;
     }
-    if (m_block == nullptr || m_block->capacity < bytes.size()) {
+    if (m_block == nullptr || Block::RoomFor(m_block->size) < sizeof(Block) + bytes.size()) {
         Clear();
-        m_block = static_cast<Block*>(std::malloc(sizeof(Block) + bytes.size()));
+        m_block = static_cast<Block*>(std::malloc(Block::RoomFor(bytes.size())));
         if (m_block == nullptr)
             throw std::bad_alloc();
-        m_block->capacity = static_cast<std::uint32_t>(bytes.size());
     }
     m_block->size = static_cast<std::uint32_t>(bytes.size());
     std::memcpy(m_block->Bytes(), bytes.data(), bytes.size());

@@ -3,6 +3,7 @@
 
 #include "quorel_export.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -27,8 +28,10 @@ public:
     static std::uint32_t ColorOf(std::uint32_t index);
 };
 
-/// An immutable list of spans sorted by start, without overlaps, in one small allocation: for each
-/// span the gap before it, its length and its colour's number, each in groups of seven bits.
+/// An immutable list of spans sorted by start, without overlaps, in one small allocation. A span is
+/// a byte with the gap before it (three bits) and its colour's number (five bits), and its length;
+/// the greatest value of either part of the byte says that the number follows by itself. Numbers
+/// are in groups of seven bits, the lowest first. Most spans take two bytes.
 class QUOREL_API ColorSpans {
 public:
     ColorSpans() = default;
@@ -88,16 +91,21 @@ public:
             if (m_bytes.size() < m_size + kMostBytes)
                 m_bytes.resize(m_size * 2 + kMostBytes);
             std::uint8_t* at = m_bytes.data() + m_size;
-            at = Put(at, start - m_column);
+            const std::uint32_t gap = std::min(start - m_column, kLongGap);
+            const std::uint32_t color = std::min(paletteIndex, kHighColor);
+            *at++ = static_cast<std::uint8_t>(gap | color << kGapBits);
+            if (gap == kLongGap)
+                at = Put(at, start - m_column);
+            if (color == kHighColor)
+                at = Put(at, paletteIndex);
             at = Put(at, behind - start);
-            at = Put(at, paletteIndex);
             m_size = static_cast<std::size_t>(at - m_bytes.data());
             m_column = behind;
         }
         std::span<const std::uint8_t> Bytes() const { return {m_bytes.data(), m_size}; }
 
     private:
-        static constexpr std::size_t kMostBytes = 15; ///< three numbers of five groups
+        static constexpr std::size_t kMostBytes = 16; ///< a byte and three numbers of five groups
 
         static std::uint8_t* Put(std::uint8_t* at, std::uint32_t number) {
             for (; number >= 0x80; number >>= 7)
@@ -111,9 +119,16 @@ public:
     };
 
 private:
+    static constexpr unsigned kGapBits = 3;
+    static constexpr std::uint32_t kLongGap = (1u << kGapBits) - 1;
+    static constexpr std::uint32_t kHighColor = (0x100u >> kGapBits) - 1;
+
+    /// A size with that many bytes behind it; the heap's blocks are full up to a multiple of 16.
     struct Block {
         std::uint32_t size;
-        std::uint32_t capacity;
+        static std::size_t RoomFor(std::size_t size) {
+            return (sizeof(Block) + size + 7) / 16 * 16 + 8;
+        }
         std::uint8_t* Bytes() { return reinterpret_cast<std::uint8_t*>(this + 1); }
         const std::uint8_t* Bytes() const {
             return reinterpret_cast<const std::uint8_t*>(this + 1);
