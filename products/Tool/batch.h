@@ -1,0 +1,29 @@
+/// Batches: one JSON object a line in, one a line out.
+#pragma once
+
+#include <functional>
+#include <stdexcept>
+#include <string>
+
+#include "json_text.h"
+#include "tool_error.h"
+
+/// A request that can't be served. Its text is the answer's "error".
+class BadRequest : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads standard input to its end and answers each line, in order, flushed. A line that is no
+/// object, is nested deeper than 100 levels or is longer than 256 MB, and each exception of
+/// `serve`, is answered by {"error": "..."}. Nothing in the input ends it early; a failing output
+/// does.
+ExitCode RunBatch(const std::function<Json(const Json& request)>& serve);
+
+/// @name Members of a request; BadRequest when missing (for those with a default: not when missing)
+/// or of another type
+/// @{
+/// 8-bit text; a character above U+00FF is refused.
+std::string RequireBytes(const Json& request, const char* member);
+bool GetFlag(const Json& request, const char* member, bool defaultValue);
+/// @}

@@ -1,0 +1,99 @@
+/// quorel show: a file in its colours, as the editor colours it.
+#include "ansi_text.h"
+#include "archive.h"
+#include "command.h"
+#include "input_file.h"
+#include "json_text.h"
+#include "output.h"
+#include "progress.h"
+#include "sim_edit_doc.h"
+#include "syntax_choice.h"
+
+namespace {
+
+struct ShowOptions {
+    std::string m_File;
+    SyntaxOptions m_Syntax;
+    ColorOption m_Color;
+    bool m_LineNumbers = false;
+    bool m_Json = false;
+};
+
+Json LineAsJson(const CSimEditLine& line) {
+    Json tabs = Json::array(), colors = Json::array();
+    for (const TabEntry& tab : line.Tabs())
+        tabs.push_back({tab.Position, tab.Width});
+    for (const CColorDscr& color : line.Colors())
+        colors.push_back({color.Start, color.End, color.Color});
+    return {{"text", JsonFromBytes(line.Text())},
+            {"tabs", std::move(tabs)},
+            {"rangeIn", line.RangeIn()},
+            {"rangeOut", line.RangeOut()},
+            {"colors", std::move(colors)}};
+}
+
+/// Line by line, since a tree of a million lines would take gigabytes.
+void ShowAsJson(CSimEditDoc& document, int syntax) {
+    Progress progress("show", static_cast<std::uint64_t>(document.LineCount()));
+    Output& output = Output::Get();
+    output.Write("{\"syntax\":" + std::to_string(syntax) + ",\"lines\":[");
+    for (std::int32_t row = 0; row < document.LineCount(); ++row) {
+        progress.Set(static_cast<std::uint64_t>(row));
+        output.Write((row ? ",\n" : "\n") + DumpJson(LineAsJson(document.ColouredLine(row))));
+    }
+    output.Write("]}\n");
+}
+
+void ShowAsText(CSimEditDoc& document, const AnsiText& painter, bool lineNumbers) {
+    Progress progress("show", static_cast<std::uint64_t>(document.LineCount()));
+    // A file that ends with a line end has an empty line behind it, which nobody wants to see.
+    const bool endsEmpty = document.Line(document.LineCount() - 1).Length() == 0;
+    const std::int32_t count = document.LineCount() - endsEmpty;
+    const std::size_t digits = std::to_string(count).size();
+    std::string shown;
+    std::vector<ColorSpan> colors;
+    for (std::int32_t row = 0; row < count; ++row) {
+        progress.Set(static_cast<std::uint64_t>(row));
+        const CSimEditLine& line = document.ColouredLine(row);
+        colors.clear();
+        for (const CColorDscr& color : line.Colors())
+            colors.push_back({color.Start, color.End, color.Color});
+        shown.clear();
+        if (lineNumbers)
+            painter.AppendNumber(row, digits, shown);
+        painter.AppendLine(line.Text(), colors, shown);
+        shown += '\n';
+        Output::Get().Write(shown);
+    }
+}
+
+ExitCode Show(const ShowOptions& options) {
+    const SyntaxConfig config = LoadSyntaxConfig(options.m_Syntax.m_Config);
+    const int syntax = ChooseSyntax(config, options.m_Syntax.m_Syntax, options.m_File);
+    const std::string bytes = ReadInput(options.m_File);
+    CSimEditDoc document;
+    if (syntax >= 0)
+        document.SetSyntaxDscr(config.m_Dscrs[static_cast<std::size_t>(syntax)].get());
+    CArchive archive{std::string_view(bytes)};
+    document.LoadArchive(archive);
+    if (options.m_Json)
+        ShowAsJson(document, syntax);
+    else
+        ShowAsText(document, AnsiText(options.m_Color.GetStyle(), bytes), options.m_LineNumbers);
+    return ExitCode::done;
+}
+
+} // namespace
+
+void AddShow(CLI::App& parent, Choice& choice) {
+    auto options = std::make_shared<ShowOptions>();
+    CLI::App& command = AddCommand(parent, "show", "Shows a file in its colours",
+                                   "quorel show --line-numbers samples/amplifier.cir");
+    AddArgument(command, "FILE", options->m_File, "The file, - for standard input").required();
+    AddSyntaxOption(command, options->m_Syntax);
+    AddConfigOption(command, options->m_Syntax);
+    options->m_Color.AddTo(command);
+    command.add_flag("--line-numbers", options->m_LineNumbers, "A number before each line");
+    command.add_flag("--json", options->m_Json, "Lines, tabs, ranges and colours as JSON");
+    OnRun(command, choice, options, &Show);
+}

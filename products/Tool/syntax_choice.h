@@ -1,0 +1,35 @@
+/// The syntax configuration that a command line names, and the choice of a description for a file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "syntax_config.h"
+
+/// The options --config and --syntax as they were given.
+struct SyntaxOptions {
+    std::string m_Config; ///< a file, "none", or empty: the one that came with the system
+    std::string m_Syntax; ///< a name, an index, or empty: by the file's extension
+};
+void AddConfigOption(CLI::App& command, SyntaxOptions& options);
+void AddSyntaxOption(CLI::App& command, SyntaxOptions& options);
+
+/// A configuration as it was read.
+struct SyntaxConfig {
+    std::string m_Path; ///< empty for "none"
+    SyntaxDscrs m_Dscrs;
+    std::vector<DescriptionReport> m_Reports; ///< one for each of m_Dscrs
+};
+
+/// The file "config/NetlistEditor.cfg" that came with the system; ExitCode::file without it.
+std::string GetDefaultConfig();
+
+/// Reads a configuration, ExitCode::file when it can't be read. Description files that can't are in
+/// the reports.
+SyntaxConfig LoadSyntaxConfig(const std::string& given);
+
+/// The index of the description for a file: the one named, else the first that has the file's
+/// extension, else the netlist's; -1, plain text, when the configuration hasn't got it. An index
+/// that was named but isn't there ends the command with ExitCode::no.
+int ChooseSyntax(const SyntaxConfig& config, const std::string& syntax, const std::string& file);

@@ -1,0 +1,262 @@
+/// quorel tour: the module at work in a host without windows, each step with a line.
+#include <algorithm>
+
+#include "ansi_text.h"
+#include "command.h"
+#include "data_files.h"
+#include "file_io.h"
+#include "headless_desk.h"
+#include "host_design.h"
+#include "host_desktop.h"
+#include "input_file.h"
+#include "module_entries.h"
+#include "module_host.h"
+#include "output.h"
+#include "temporary_file.h"
+
+namespace {
+
+constexpr const char* kSample = "samples/amplifier.cir";
+constexpr int kShownLines = 30;
+
+struct TourOptions {
+    std::string m_File;
+    ColorOption m_Color;
+};
+
+std::string ToUtf8(const AString& text) {
+    return text.ToCString(AString::kUtf8);
+}
+
+AString FromUtf8(std::string_view text) {
+    return AString::FromMultiByte(AString::kUtf8, text);
+}
+
+std::string Count(std::size_t count, const char* what) {
+    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
+}
+
+const char* NameOf(LineEnds ends) {
+    static constexpr const char* kNames[] = {"no line ends", "CR LF", "LF", "CR",
+                                             "mixed line ends"};
+    return kNames[static_cast<std::size_t>(ends)];
+}
+
+HostDesktop::Settings FindSettings() {
+    const std::string config = FindDataDirectory() + "config/";
+    return {.m_InstallDirectory = config, .m_SysLibDirectory = config};
+}
+
+/// The steps, in the order in which Run takes them.
+class Tour {
+public:
+    explicit Tour(const TourOptions& options)
+        : m_Options(options), m_Desktop(FindSettings(), m_Store), m_Host(m_Desktop, &m_Desk) {}
+
+    ExitCode Run();
+
+private:
+    void Tell(const char* step, const std::string& text);
+    void ShowLines(int first, int count);
+
+    void StartModule();
+    void CreateEditor();
+    void Load(const std::string& path);
+    void Edit();
+    void TellJournal();
+    void Undo();
+    void Export();
+    void Script();
+    void End();
+
+    const TourOptions& m_Options;
+    AnsiText m_Painter{AnsiText::Style::plain, {}};
+    HeadlessDesk m_Desk;
+    OptionStore m_Store;
+    HostDesktop m_Desktop;
+    HostDesign m_Design{u"Tour", m_Desktop};
+    ModuleHost m_Host;
+    HostedEditor m_Editor; // gone before the module
+    std::string m_Loaded;  // what a save writes right behind the load
+    ExitCode m_Result = ExitCode::done;
+};
+
+ExitCode Tour::Run() {
+    std::string path = m_Options.m_File;
+    if (path.empty())
+        path = FindDataDirectory() + kSample;
+    StartModule();
+    CreateEditor();
+    Load(path);
+    Edit();
+    TellJournal();
+    Undo();
+    Export();
+    Script();
+    End();
+    return m_Result;
+}
+
+void Tour::Tell(const char* step, const std::string& text) {
+    std::string name(step);
+    name.resize(std::max<std::size_t>(name.size() + 1, 10), ' ');
+    Output::Get().Write(name + text + "\n");
+    Output::Get().Flush();
+}
+
+void Tour::ShowLines(int first, int count) {
+    IEditorInspector& inspector = *m_Editor.m_Inspector;
+    const int behind = std::min(first + count, inspector.GetLineCount());
+    const std::size_t digits = std::to_string(behind).size();
+    std::string shown;
+    std::vector<ColorSpan> colors;
+    for (int row = first; row < behind; ++row) {
+        inspector.GetLineColors(row, colors);
+        m_Painter.AppendNumber(row, digits, shown);
+        m_Painter.AppendLine(inspector.GetLineText(row), colors, shown);
+        shown += '\n';
+    }
+    Output::Get().Write(shown);
+}
+
+void Tour::StartModule() {
+    Require(m_Host.Start());
+    AString environment, editors;
+    m_Host.GetFactory()->GetFactoryName(environment);
+    m_Host.GetFactory()->GetEditorsName(editors);
+    Tell("module", m_Host.GetPath() + ", by its entry " + kGetFactoryInterfaceEntry);
+    Tell("factory", ToUtf8(environment) + ", makes " + ToUtf8(editors) + " editors");
+}
+
+void Tour::CreateEditor() {
+    m_Editor = m_Host.CreateNetlistEditor(&m_Design);
+    for (const HostPrompt::Shown& shown : m_Desktop.GetPrompt()->GetShown())
+        Tell("prompt", ToUtf8(shown.m_Text));
+    if (!m_Editor)
+        throw ToolError(ExitCode::file, m_Host.GetPath() + " made no editor");
+    const int syntax = m_Editor.m_Inspector->GetSyntaxIndex();
+    Tell("editor", syntax < 0
+                       ? "of a netlist, without colours"
+                       : "of a netlist, coloured by syntax description " + std::to_string(syntax));
+}
+
+void Tour::Load(const std::string& path) {
+    const std::string bytes = ReadInput(path);
+    m_Painter = AnsiText(m_Options.m_Color.GetStyle(), bytes);
+    m_Editor.m_Driver->LoadArchive(bytes);
+    IEditorInspector& inspector = *m_Editor.m_Inspector;
+    inspector.GetArchive(m_Loaded);
+    const auto lines = static_cast<std::size_t>(inspector.GetLineCount());
+    Tell("load", path + ": " + Count(bytes.size(), "byte") + ", " + Count(lines, "line") + ", " +
+                     NameOf(inspector.GetLineEnds()));
+    std::size_t spans = 0;
+    std::vector<ColorSpan> colors;
+    for (int row = 0; row < inspector.GetLineCount(); ++row) {
+        inspector.GetLineColors(row, colors);
+        spans += colors.size();
+    }
+    Tell("show", Count(spans, "coloured span") + "; the first lines:");
+    ShowLines(0, kShownLines);
+}
+
+/// One user action of five primitives.
+void Tour::Edit() {
+    IEditorDriver& driver = *m_Editor.m_Driver;
+    const int row = std::min(2, m_Editor.m_Inspector->GetLineCount());
+    bool good = driver.InsertLine(row, true, true, "R99\tin out 10k");
+    const auto behind = driver.InsertString(row, 0, "* added: ", true, false);
+    good = good && behind && driver.DelChar(row, 0, true);
+    good = good && driver.SplitLine(row, *behind - 1, false, 0, true);
+    good = good && driver.InsertChar(row + 1, 0, ' ', true);
+    driver.NotifyEdited(row);
+    if (!good)
+        m_Result = ExitCode::no;
+    Tell("edit",
+         good ? "a line inserted, changed and divided by the document's primitives:" : "refused");
+    ShowLines(row, 2);
+}
+
+void Tour::TellJournal() {
+    std::vector<JournalEntry> records;
+    m_Editor.m_Inspector->GetUndoRecords(records);
+    Tell("journal", Count(records.size(), "record") + ":");
+    for (const JournalEntry& record : records) {
+        std::string line = "  type " + std::to_string(record.m_Type) + " at row " +
+                           std::to_string(record.m_Row) + ", column " +
+                           std::to_string(record.m_Column) + (record.m_First ? ", first" : "");
+        if (!record.m_String.empty()) {
+            line += ": \"";
+            m_Painter.AppendLine(record.m_String, {}, line);
+            line += '"';
+        }
+        Output::Get().Write(line + "\n");
+    }
+}
+
+void Tour::Undo() {
+    int actions = 0;
+    while (m_Editor.m_Driver->UndoEdit())
+        ++actions;
+    std::string bytes;
+    m_Editor.m_Inspector->GetArchive(bytes);
+    if (actions == 0)
+        Tell("undo", "none: a view replays the journal, and this editor has no view yet");
+    else if (bytes == m_Loaded)
+        Tell("undo", Count(static_cast<std::size_t>(actions), "action") +
+                         " undone, the text is as it was loaded");
+    else
+        m_Result = ExitCode::no, Tell("undo", "the text is not as it was loaded");
+}
+
+void Tour::Export() {
+    std::string path, written, expected;
+    Require(sys::CreateTemporaryFile(sys::TemporaryDirectory(), "quorel", path));
+    m_Desk.m_FileAnswers.push_back(FromUtf8(path));
+    const bool ran = m_Editor.m_Driver->RunCommand(kExportTextCommand);
+    const sys::Status status = sys::ReadWholeFile(path, kMaxInput, written);
+    m_Editor.m_Inspector->GetArchive(expected);
+    static_cast<void>(sys::DeleteFile(path));
+    Require(status);
+    const bool same = ran && written == expected;
+    if (!same)
+        m_Result = ExitCode::no;
+    Tell("export", "command " + std::to_string(kExportTextCommand) + " to " + path + ": " +
+                       Count(written.size(), "byte") +
+                       (same ? ", the same as a save writes" : ", not what a save writes"));
+}
+
+void Tour::Script() {
+    HostContext owner(u"Tour", &m_Desktop);
+    m_Editor = m_Host.CreateScriptEditor(
+        &owner,
+        u"// node voltages of the last run\nfor (var n in nodes)\n    print(n, 1e3 * v(n));",
+        u"JavaScript", u"Report");
+    if (!m_Editor)
+        throw ToolError(ExitCode::file, m_Host.GetPath() + " made no script editor");
+    AString language;
+    m_Editor.m_Inspector->GetLanguage(language);
+    Tell("script", "an editor of " + ToUtf8(language) + ":");
+    ShowLines(0, kShownLines);
+    m_Editor = {};
+}
+
+void Tour::End() {
+    m_Host.Stop();
+    Tell("end", "editors destroyed, factory uninitialised, module unloaded");
+}
+
+ExitCode RunTour(const TourOptions& options) {
+    return Tour(options).Run();
+}
+
+} // namespace
+
+void AddTour(CLI::App& parent, Choice& choice) {
+    auto options = std::make_shared<TourOptions>();
+    CLI::App& command = AddCommand(
+        parent, "tour", "Loads the module as any host would, opens a file, edits it and exports it",
+        "quorel tour samples/filter.cir");
+    AddArgument(command, "FILE", options->m_File, "A netlist. Default: an installed sample");
+    options->m_Color.AddTo(command);
+    OnRun(command, choice, options, &RunTour);
+}
