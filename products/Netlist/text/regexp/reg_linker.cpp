@@ -95,7 +95,8 @@ private:
 
     void ChooseRun(RegNode& node) const {
         const ByteSet& set = m_code.Set(node.operand);
-        node.possessive = !set.Intersects(m_code.First(node.go));
+        node.possessive =
+            m_nodes[node.go].op == RegOp::End || !set.Intersects(m_code.First(node.go));
         ByteSet lacking = ~set;
         lacking.Remove(0);
         if (lacking.Empty()) {

@@ -81,7 +81,7 @@ struct RegNode {
     std::uint32_t operand = 0;    ///< EXACTLY: index of its text; one character or loop: of its set
     std::uint16_t length = 0;     ///< EXACTLY: number of characters
     RegRun run = RegRun::Members; ///< STAR, PLUS
-    bool possessive = false; ///< STAR, PLUS: what follows can't begin with a character of the set
+    bool possessive = false;      ///< STAR, PLUS: nothing but the longest run can do
 };
 static_assert(sizeof(RegNode) == 16);
 

@@ -1,3 +1,20 @@
+// Backtracking tries ways that fail, and may try the same failing way again from each fork before
+// it. Whether a way from a place of the program at a position of the subject gets to the end
+// depends on nothing but that pair. So the pairs are settled first, from the subject's end
+// backward, where the answer for a position needs only the one behind it; a match then never has to
+// turn back.
+//
+// For `(a|ab)(c|bcd)` on "abcd", the eaters that are viable at each position are
+//     a: that of `a`, that of "ab"    b: that of "ab", that of "bcd"    c: `c`, that of "bcd"
+// and that of "bcd" at d. The walk takes the first alternative at each fork: `a`, then "bcd", since
+// `c` is not viable behind `a`.
+//
+// Other ways to be linear, and why not: a table of failed pairs takes a bit for each node and
+// character and several steps for each character, where a state takes one look-up; threads that run
+// side by side in order take less memory but as many steps, and carry the bounds of all groups
+// along; an automaton that runs forward tells where the preferred match ends but not which way it
+// went, and needs this backward one too to find where it starts.
+
 #include "reg_viability.h"
 
 #include <algorithm>
@@ -136,9 +153,9 @@ const char* RegViability::FindStart(const RegTail& tail) {
 
 const char* RegViability::FirstStartIn(std::size_t block, const char* from) {
     Load(block);
-    m_steps += m_block;
     const char* const begin = BlockBegin(block);
     for (const char* at = from; at < BlockEnd(block); ++at) {
+        ++m_steps;
         const bool afterWord = IsRegWordChar(static_cast<unsigned char>(at[-1]));
         const auto starts =
             afterWord ? RegAutomaton::kStartsAfterWord : RegAutomaton::kStartsAfterOther;
