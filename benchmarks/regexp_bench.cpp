@@ -130,12 +130,10 @@ double SearchTime(const char* expression, const std::vector<std::string_view>& l
 
 template <class Engine>
 double CompileTime(const char* expression) {
-    return bench::TimeOfShort(
-        kRounds,
-        [expression] {
-            const Engine engine(expression);
-            bench::Keep(engine);
-        });
+    return bench::TimeOfShort(kRounds, [expression] {
+        const Engine engine(expression);
+        bench::Keep(engine);
+    });
 }
 
 template <class Engine>
