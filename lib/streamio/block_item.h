@@ -88,8 +88,13 @@ protected:
 private:
     template <class T>
     friend class Block_hold;
+    friend class Item_arena;
 
-    std::uint32_t mRefCount = 0;
+    /// Ends an item that nobody holds any more.
+    static void Destroy(CBlock_item& item) noexcept;
+
+    std::uint32_t mRefCount : 31 = 0;
+    std::uint32_t mIsInArena : 1 = 0; ///< made by a reader in an Item_arena
 };
 
 /// What may stand as an argument of a function-style item.

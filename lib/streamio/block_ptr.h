@@ -15,7 +15,7 @@ public:
     Block_hold() noexcept = default;
     explicit Block_hold(T* item) noexcept : mItem(item) {
         if (mItem)
-            ++mItem->mRefCount;
+            mItem->mRefCount = (mItem->mRefCount + 1) & kMaxCount;
     }
     Block_hold(const Block_hold& other) noexcept : Block_hold(other.mItem) {}
     Block_hold(Block_hold&& other) noexcept : mItem(std::exchange(other.mItem, nullptr)) {}
@@ -25,11 +25,13 @@ public:
     }
     ~Block_hold() {
         if (mItem && --mItem->mRefCount == 0)
-            delete mItem;
+            CBlock_item::Destroy(*mItem);
     }
     T* get() const noexcept { return mItem; }
 
 private:
+    static constexpr std::uint32_t kMaxCount = 0x7FFFFFFF;
+
     T* mItem = nullptr;
 };
 

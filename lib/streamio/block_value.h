@@ -44,6 +44,8 @@ protected:
     const CToken* GetLeadToken() const override { return &mValue; }
 
 private:
+    friend class Block_reader;
+
     CToken mValue;
 };
 

@@ -106,6 +106,7 @@ public:
     int mLine = 1;
     CCharPushBack mPushBack;
     CTokenPushBack mTokenPushBack;
+    std::streamoff mTokenDistance = 0; ///< see CToken_streambuf::GetTokenDistance
 };
 
 /// The state of a text stream: the indent too, and the line in index entries.

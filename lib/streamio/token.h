@@ -76,6 +76,15 @@ public:
     bool IsNumber() const noexcept { return IsNumberKind(mRep.kind); }
     bool IsText() const noexcept { return IsTextKind(mRep.kind); }
 
+    /// The one unit of a Symbol; 0 for anything else.
+    char16_t GetSymbol() const noexcept {
+        return mRep.kind == TokenKind::Symbol && mRep.form == 1 ? mRep.units[0] : u'\0';
+    }
+    /// False if this can't be a token of that text kind with so many units; costs no look at them.
+    bool MayBe(TokenKind kind, std::size_t length) const noexcept {
+        return mRep.kind == kind && (mRep.form == length || IsShared());
+    }
+
     /// The number; 0 for a kind without one.
     double GetNumber() const noexcept;
 

@@ -156,26 +156,23 @@ private:
     }
     const CToken& Peek() const { return mTokenStreamBuf->PeekToken(); }
     void Step() { mTokenStreamBuf->NextToken(); }
-    bool AtSymbol(char16_t ch) { return Prepare() && IsThisSymbol(Peek(), ch); }
+    bool AtSymbol(char16_t ch) { return Prepare() && Peek().GetSymbol() == ch && ch != 0; }
     bool AtEof() { return Prepare() && Peek().GetKind() == TokenKind::Eof; }
     bool AtValue() { return Prepare() && IsValueToken(Peek()); }
-    bool AtBegin() {
-        return Prepare() &&
-               (mBeginWord.empty() ? IsValueToken(Peek())
-                                   : IsWord(mBeginKind, mBeginWord) && IsValueBehind());
+    bool AtBegin() { return Prepare() && IsBeginHere(); }
+    bool AtEnd() { return Prepare() && IsEndHere(); }
+    // The same behind Prepare.
+    bool IsBeginHere() {
+        return mBeginWord.empty() ? IsValueToken(Peek())
+                                  : IsWord(mBeginKind, mBeginWord) && IsValueBehind();
     }
-    bool AtEnd() {
-        return Prepare() && (mEndWord.empty() ? IsValueToken(Peek()) : IsWord(mEndKind, mEndWord));
-    }
-    static bool IsThisSymbol(const CToken& token, char16_t ch) {
-        return token.GetKind() == TokenKind::Symbol &&
-               token.GetTextView() == std::u16string_view(&ch, 1);
+    bool IsEndHere() const {
+        return mEndWord.empty() ? IsValueToken(Peek()) : IsWord(mEndKind, mEndWord);
     }
     static bool IsValueToken(const CToken& token);
     /// True when the current token is that word.
     bool IsWord(TokenKind kind, const AString& word) const {
-        return Peek().GetKind() == kind && Peek().GetTextLength() == word.size() &&
-               IsSameWord(Peek().GetTextView(), word);
+        return Peek().MayBe(kind, word.size()) && IsSameWord(Peek().GetTextView(), word);
     }
     bool IsSameWord(std::u16string_view a, std::u16string_view b) const {
         return mTokenStreamBuf->IsSameWord(a, b);

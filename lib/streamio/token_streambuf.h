@@ -124,7 +124,12 @@ public:
         return mTokenPushBack.IsEmpty() ? mToken : mTokenPushBack.Top();
     }
     /// Goes on to the next token and returns it.
-    const CToken& NextToken();
+    const CToken& NextToken() {
+        if (!mTokenPushBack.IsEmpty())
+            return PopToken();
+        mAtLineStart = mToken.GetKind() == TokenKind::Eol || mToken.GetKind() == TokenKind::Null;
+        return *ReadToken();
+    }
     /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
     /// dropped.
     void PushBackToken(const CToken& token);
@@ -220,6 +225,7 @@ protected:
     std::streamoff mConsumed = 0; ///< raw units consumed since the buffer was made
 
 private:
+    const CToken& PopToken();
     static bool IsNoCaseUnits(std::u16string_view a, std::u16string_view b) noexcept;
     template <class Matches>
     bool Find(Matches matches);

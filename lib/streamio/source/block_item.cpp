@@ -1,9 +1,17 @@
 #include "block_item.h"
 
+#include "item_arena.h"
 #include "item_walk.h"
 #include "token_istring.h"
 
 namespace io {
+
+void CBlock_item::Destroy(CBlock_item& item) noexcept {
+    if (item.mIsInArena)
+        Item_arena::Destroy(item);
+    else
+        delete &item;
+}
 
 bool CBlock_item::FromString(const AString& text) {
     try {

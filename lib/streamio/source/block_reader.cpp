@@ -28,6 +28,7 @@ Block_reader::Block_reader(CAbstract_istream& stream)
     : mStream(dynamic_cast<CToken_istream*>(&stream)) {
     USE_ASSERT(mStream);
     mIsBinary = mStream && mStream->IsBinary();
+    mIsReady = mStream && mStream->Prepare();
 }
 
 ReadError Block_reader::Fail(ReadError error) {
@@ -35,17 +36,17 @@ ReadError Block_reader::Fail(ReadError error) {
     return error;
 }
 
-/// The symbol that is the current token, or 0. Steps over line ends.
-char16_t Block_reader::SymbolHere() {
-    return mStream->Prepare() ? SymbolHereRaw() : u'\0';
+/// The current token behind any line ends.
+inline const CToken& Block_reader::Look() {
+    const CToken& token = mStream->Peek();
+    if (token.GetKind() != TokenKind::Eol && token.GetKind() != TokenKind::Null) [[likely]]
+        return token;
+    mStream->Prepare();
+    return mStream->Peek();
 }
 
-/// The same without stepping.
-char16_t Block_reader::SymbolHereRaw() const {
-    const CToken& token = mStream->Peek();
-    return token.GetKind() == TokenKind::Symbol && token.GetTextLength() == 1
-               ? token.GetTextView()[0]
-               : u'\0';
+inline char16_t Block_reader::LookSymbol() {
+    return Look().GetSymbol();
 }
 
 // --- Values ---
@@ -80,23 +81,20 @@ bool IsNoName(const CToken& token) {
 } // namespace
 
 ReadError Block_reader::ReadToken(CToken& value) {
-    if (!mStream->Prepare() || !IsValueKind(mStream->Peek().GetKind()))
+    const CToken& token = Look();
+    if (!IsValueKind(token.GetKind()))
         return Fail(ReadError::kValue);
-    value = mStream->Peek();
+    value = token;
     mStream->Step();
     return ReadError::kOk;
 }
 
 ReadError Block_reader::ReadValue(CBlock_value& value) {
-    CToken token;
-    const ReadError error = mStream ? ReadToken(token) : Fail(ReadError::kRead);
-    if (error == ReadError::kOk)
-        value.SetValue(std::move(token));
-    return error;
+    return mIsReady ? ReadToken(value.mValue) : Fail(ReadError::kValue);
 }
 
 ReadError Block_reader::ReadNamedValue(CBlock_named_value& value) {
-    if (!mStream || SymbolHere() != u'=')
+    if (!mIsReady || LookSymbol() != u'=')
         return Fail(ReadError::kEquals);
     mStream->Step();
     return ReadValue(value);
@@ -105,34 +103,33 @@ ReadError Block_reader::ReadNamedValue(CBlock_named_value& value) {
 // --- Items and arguments ---
 
 ReadError Block_reader::ReadItem(Block_hold<CBlock_item>& item) {
-    if (!mStream || !mStream->Prepare() || IsNoName(mStream->Peek()))
+    if (!mIsReady || IsNoName(Look()))
         return Fail(ReadError::kIdentifier);
-    if (mStream->AtBegin())
+    if (mStream->IsBeginHere())
         return ReadNestedBlock(item);
     CToken name = mStream->Peek();
     mStream->Step();
-    return ReadBehindName(item, std::move(name), SymbolHereRaw(), false); // on the name's line
+    return ReadBehindName(item, std::move(name), mStream->Peek().GetSymbol(),
+                          false); // on the name's line
 }
 
 ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
-    if (!mStream || !mStream->Prepare())
+    if (!mIsReady)
         return Fail(ReadError::kValue);
-    if (IsNoName(mStream->Peek())) {
-        auto* value = new CBlock_value();
-        arg = Block_hold<CBlock_item>(value);
-        return SymbolHereRaw() == u',' ? ReadError::kOk : ReadValue(*value);
+    if (IsNoName(Look())) {
+        auto& value = mArena.Make<CBlock_value>(arg);
+        return LookSymbol() == u',' ? ReadError::kOk : ReadValue(value);
     }
     CToken name = mStream->Peek();
     mStream->Step();
-    return ReadBehindName(arg, std::move(name), SymbolHere(), true);
+    return ReadBehindName(arg, std::move(name), LookSymbol(), true);
 }
 
 template <class T>
 T& Block_reader::Make(Block_hold<CBlock_item>& item, CToken&& name) {
-    T* made = new T(std::move(name));
-    item = Block_hold<CBlock_item>(made);
+    T& made = mArena.Make<T>(item, std::move(name));
     mStream->Step();
-    return *made;
+    return made;
 }
 
 ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name,
@@ -149,14 +146,14 @@ ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken&& n
     default:
         if (!isArg)
             return Fail(ReadError::kParenOrEquals);
-        item = Block_hold<CBlock_item>(new CBlock_value(std::move(name)));
+        mArena.Make<CBlock_value>(item, std::move(name));
         return ReadError::kOk;
     }
 }
 
 /// What stands behind an argument or element: a comma, or in text the closing symbol.
 ReadError Block_reader::ReadBehind(char16_t close) {
-    const char16_t symbol = SymbolHere();
+    const char16_t symbol = LookSymbol();
     if (symbol == u',')
         mStream->Step();
     else if (!mIsBinary && symbol != close)
@@ -165,7 +162,7 @@ ReadError Block_reader::ReadBehind(char16_t close) {
 }
 
 ReadError Block_reader::ReadFunc(CBlock_func& func) {
-    if (!mStream || SymbolHere() != u'(')
+    if (!mIsReady || LookSymbol() != u'(')
         return Fail(ReadError::kOpen);
     mStream->Step();
     return ReadFuncBody(func);
@@ -182,8 +179,8 @@ ReadError Block_reader::ReadFuncBody(CBlock_func& func) {
 }
 
 ReadError Block_reader::ReadArgs(Children& args) {
-    while (SymbolHere() != u')') {
-        if (mStream->AtEof())
+    while (LookSymbol() != u')') {
+        if (mStream->Peek().GetKind() == TokenKind::Eof)
             return ReadError::kOk;
         Block_hold<CBlock_item> arg;
         if (const ReadError error = ReadArg(arg); error != ReadError::kOk)
@@ -197,7 +194,7 @@ ReadError Block_reader::ReadArgs(Children& args) {
 }
 
 ReadError Block_reader::ReadVec(CBlock_vec& vec) {
-    if (!mStream || SymbolHere() != u'[')
+    if (!mIsReady || LookSymbol() != u'[')
         return Fail(ReadError::kOpen);
     mStream->Step();
     return ReadVecBody(vec);
@@ -214,12 +211,12 @@ ReadError Block_reader::ReadVecBody(CBlock_vec& vec) {
 
 ReadError Block_reader::ReadElements() {
     constexpr double kMaxSize = 65535;
-    if (mStream->Prepare() && mStream->Peek().IsNumber()) {
-        CToken first = mStream->Peek();
+    if (Look().IsNumber()) {
+        CToken first = Look();
         if (!(first.GetNumber() >= 0 && first.GetNumber() <= kMaxSize))
             return Fail(ReadError::kVectorSize);
         mStream->Step();
-        if (SymbolHere() == u':') {
+        if (LookSymbol() == u':') {
             mStream->Step(); // the size takes no memory: what stands there decides
         } else {
             mElements.push_back(std::move(first));
@@ -227,8 +224,8 @@ ReadError Block_reader::ReadElements() {
                 return error;
         }
     }
-    while (SymbolHere() != u']') {
-        if (mStream->AtEof())
+    while (LookSymbol() != u']') {
+        if (mStream->Peek().GetKind() == TokenKind::Eof)
             return ReadError::kOk;
         mElements.emplace_back();
         if (const ReadError error = ReadToken(mElements.back()); error != ReadError::kOk) {
@@ -247,18 +244,17 @@ ReadError Block_reader::ReadElements() {
 ReadError Block_reader::ReadNestedBlock(Block_hold<CBlock_item>& item) {
     if (mBlockDepth == kMaxBlockNesting)
         return Fail(ReadError::kItem);
-    auto* block = new CBlock();
-    item = Block_hold<CBlock_item>(block);
-    ReadBlockBody(*block);
+    ReadBlockBody(mArena.Make<CBlock>(item));
     return ReadError::kOk;
 }
 
 void Block_reader::ReadBlock(CBlock& block) {
-    if (mStream && mStream->AtBegin()) {
+    if (mIsReady && mStream->IsBeginHere()) {
         ReadBlockBody(block);
         return;
     }
-    block.mErrors.push_back(XStreamioError(Fail(ReadError::kBeginEnd), mErrorLine));
+    const ReadError error = Fail(ReadError::kBeginEnd);
+    block.mErrors.push_back(XStreamioError(error, mErrorLine));
     if (mStream)
         mStream->SetFail();
 }
@@ -275,16 +271,17 @@ void Block_reader::ReadBlockBody(CBlock& block) {
 }
 
 void Block_reader::ReadItems(CBlock& block, Children& items) {
-    while (!mStream->AtEnd()) {
-        if (mStream->AtEof())
+    for (;;) {
+        if (Look().GetKind() == TokenKind::Eof)
             return;
+        if (mStream->IsEndHere())
+            return ReadEnd(block);
         Block_hold<CBlock_item> item;
         if (const ReadError error = ReadItem(item); error == ReadError::kOk)
             items.Add(std::move(item));
         else
             NoteAndSkip(block, error);
     }
-    ReadEnd(block);
 }
 
 void Block_reader::ReadEnd(CBlock& block) {

@@ -7,6 +7,7 @@
 #include "block_func.h"
 #include "block_named_value.h"
 #include "block_vec.h"
+#include "item_arena.h"
 #include "token_istream.h"
 
 namespace io {
@@ -44,8 +45,8 @@ private:
     class Children;
 
     ReadError Fail(ReadError error);
-    char16_t SymbolHere();
-    char16_t SymbolHereRaw() const;
+    const CToken& Look();
+    char16_t LookSymbol();
     ReadError ReadToken(CToken& value);
     ReadError ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name, char16_t symbol,
                              bool isArg);
@@ -62,8 +63,10 @@ private:
     void ReadEnd(CBlock& block);
     void NoteAndSkip(CBlock& block, ReadError error);
 
-    CToken_istream* mStream;
+    CToken_istream* mStream; ///< good while it is read from
+    Item_arena mArena;
     bool mIsBinary = false;
+    bool mIsReady = false; ///< the stream had not failed
     unsigned mBlockDepth = 0;
     unsigned mFuncDepth = 0;
     int mErrorLine = 0;

@@ -30,14 +30,10 @@ CToken_streambuf::~CToken_streambuf() = default;
 
 // --- The current token ---
 
-const CToken& CToken_streambuf::NextToken() {
-    if (!mTokenPushBack.IsEmpty()) {
-        mAtLineStart = mTokenPushBack.Top().GetKind() == TokenKind::Eol;
-        mTokenPushBack.Pop();
-        return PeekToken();
-    }
-    mAtLineStart = mToken.GetKind() == TokenKind::Eol || mToken.GetKind() == TokenKind::Null;
-    return *ReadToken();
+const CToken& CToken_streambuf::PopToken() {
+    mAtLineStart = mTokenPushBack.Top().GetKind() == TokenKind::Eol;
+    mTokenPushBack.Pop();
+    return PeekToken();
 }
 
 void CToken_streambuf::PushBackToken(const CToken& token) {
@@ -113,6 +109,7 @@ void CToken_streambuf::SaveState(CAbstract_stream_pos& pos) const {
     state.mLine = mLine;
     state.mPushBack = mPushBack;
     state.mTokenPushBack = mTokenPushBack;
+    state.mTokenDistance = GetTokenDistance();
 }
 
 void CToken_streambuf::RestoreState(const CAbstract_stream_pos& pos) {
@@ -126,7 +123,8 @@ void CToken_streambuf::RestoreState(const CAbstract_stream_pos& pos) {
     mLine = state.mLine;
     mPushBack = state.mPushBack;
     mTokenPushBack = state.mTokenPushBack;
-    mTokenCount = 0;
+    mTokenCount = static_cast<std::size_t>(mTokenPushBack.mCount) + 1;
+    mTokenStart.fill(mConsumed - state.mTokenDistance);
 }
 
 // --- Search ---
