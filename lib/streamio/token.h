@@ -1,6 +1,7 @@
 /// One token: the leaf of block streams and of the block tree.
 #pragma once
 
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -40,24 +41,6 @@ public:
     /// the store. A null store allocates for this text alone.
     CToken(TokenKind kind, std::u16string_view text, CToken_text_store* store);
     CToken(TokenKind kind, double number, std::string_view source, CToken_text_store* store);
-    /// A number kind's token with its source text as packed_source.h makes it, 0 for none. For
-    /// readers that pack while they scan.
-    static CToken FromPacked(TokenKind kind, double number, std::uint64_t source) noexcept {
-        CToken token(kind);
-        token.Store(3, number);
-        token.StorePacked(source);
-        return token;
-    }
-
-    /// A text kind's token with `length` units of `text`, at most kInlineUnits; kInlineUnits of
-    /// them must be readable. For readers.
-    static CToken FromUnits(TokenKind kind, const char16_t* text, std::size_t length) noexcept {
-        CToken token(kind);
-        token.mRep.form = static_cast<std::uint8_t>(length);
-        std::memcpy(token.mRep.units, text, sizeof token.mRep.units);
-        return token;
-    }
-
     CToken(const CToken& other) noexcept : mRep(other.mRep) { AddRef(); }
     CToken(CToken&& other) noexcept : mRep(other.mRep) { other.mRep.form = 0; }
     ~CToken() { Release(); }
@@ -71,6 +54,24 @@ public:
         std::swap(mRep, other.mRep);
         return *this;
     }
+
+    // For readers of many tokens; each replaces this token at the cost of one store.
+
+    /// A text kind with `length` units of `text`, at most kInlineUnits; kInlineUnits of them must
+    /// be readable.
+    void SetUnits(TokenKind kind, const char16_t* text, std::size_t length) noexcept {
+        std::uint64_t head;
+        std::uint64_t body;
+        std::memcpy(&head, text, sizeof head);
+        std::memcpy(&body, text + 3, sizeof body);
+        Set(HeadOf(kind, length) | head << 16, body);
+    }
+    /// A number kind with its source text as packed_source.h makes it, 0 for none.
+    void SetPacked(TokenKind kind, double number, std::uint64_t source) noexcept {
+        Set(HeadOf(kind, 0) | source << 16, std::bit_cast<std::uint64_t>(number));
+    }
+    /// A token of a kind alone.
+    void SetKind(TokenKind kind) noexcept { Set(HeadOf(kind, 0), 0); }
 
     TokenKind GetKind() const noexcept { return mRep.kind; }
     bool IsNumber() const noexcept { return IsNumberKind(mRep.kind); }
@@ -122,6 +123,20 @@ private:
         char16_t units[kInlineUnits];
     };
 
+    /// The first eight bytes without units.
+    static std::uint64_t HeadOf(TokenKind kind, std::size_t form) noexcept {
+        static_assert(std::endian::native == std::endian::little);
+        return static_cast<std::uint8_t>(kind) | std::uint64_t{form} << 8;
+    }
+    /// Stores all at once: a processor that has to gather a token from several stores, when it is
+    /// copied soon after, waits for them.
+    void Set(std::uint64_t head, std::uint64_t body) noexcept {
+        using Both [[gnu::vector_size(16)]] = std::uint64_t;
+        const Both both = {head, body};
+        Release();
+        std::memcpy(static_cast<void*>(&mRep), &both, sizeof mRep);
+    }
+
     bool IsShared() const noexcept { return mRep.form == kSharedForm; }
     void AddRef() const noexcept {
         if (IsShared())
@@ -144,14 +159,10 @@ private:
     const char* Shared() const noexcept { return Load<const char*>(3); }
     std::uint32_t SharedLength() const noexcept { return Load<std::uint32_t>(1); }
     char* MakeShared(std::size_t bytes, std::size_t length, CToken_text_store* store);
-    void StorePacked(std::uint64_t source) noexcept {
-        mRep.units[0] = static_cast<char16_t>(source);
-        mRep.units[1] = static_cast<char16_t>(source >> 16);
-        mRep.units[2] = static_cast<char16_t>(source >> 32);
-    }
     std::uint64_t LoadPacked() const noexcept {
-        return mRep.units[0] | std::uint64_t{mRep.units[1]} << 16 |
-               std::uint64_t{mRep.units[2]} << 32;
+        std::uint64_t head;
+        std::memcpy(&head, static_cast<const void*>(&mRep), sizeof head);
+        return head >> 16;
     }
 
     Rep mRep;

@@ -9,7 +9,7 @@
 
 namespace io {
 
-struct Text_run;
+class Text_runs;
 
 /// Reads text by the automaton of a grammar, and writes tokens as text that the same grammar reads
 /// back. See CToken_grammar for the tokens of persisted blocks.
@@ -70,6 +70,8 @@ public:
     bool GetKeepText() const noexcept { return mKeepText; }
 
 private:
+    friend class Text_runs;
+
     // --- Input of characters ---
 
     std::uint32_t Peek();
@@ -85,15 +87,7 @@ private:
     // ---
 
     bool ReadRun();
-    bool ReadRun(Text_run& run);
-    bool DropRun(Text_run& run, unsigned state) const;
-    bool ReadWordRun(const Text_run& run);
-    bool ReadQuotedRun(const Text_run& run, unsigned state);
-    bool ReadNumberRun(const Text_run& run, unsigned state);
-    bool ReadLineEndRun(const Text_run& run, unsigned state);
-    bool FinishTextRun(const Text_run& run, TokenKind kind, std::u16string_view text,
-                       const char16_t* stop);
-    void ConsumeRun(const Text_run& run, const char16_t* stop);
+    bool SetLongNumber(TokenKind kind, std::u16string_view text);
 
     void ReadByStates();
     bool IsDropped(unsigned state) const noexcept;

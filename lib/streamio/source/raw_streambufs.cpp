@@ -167,7 +167,7 @@ CByte_streambuf::off_type CByte_streambuf::MoveTo(off_type offset, ios_base::see
 CByte_streambuf::int_type CByte_streambuf::underflow() {
     if (gptr() != egptr())
         return *gptr();
-    if (pptr() && !Flush())
+    if (pptr() && (!Flush() || (mPos >= 0 && MoveTo(mPos, ios_base::beg) < 0)))
         return Traits::eof();
     const std::streamsize count = mBytes.sgetn(mRawBytes.get(), kUnits);
     if (count <= 0)

@@ -11,12 +11,11 @@ namespace io {
 /// in UTF-8 the others begin sequences.
 struct Text_run {
     Text_run(const CRawStreambuf& raw, const CBase_grammar& itsGrammar, StreamEncoding encoding)
-        : begin(RawArea::Begin(raw)), start(begin), end(RawArea::End(raw)), grammar(itsGrammar),
+        : begin(RawArea::Begin(raw)), end(RawArea::End(raw)), grammar(itsGrammar),
           fast(itsGrammar.GetFast()), isUtf8(encoding == StreamEncoding::Utf8),
           limit(isUtf8 ? 0x80 : 0x100) {}
 
     const char16_t* begin; ///< where the raw stream stands
-    const char16_t* start; ///< where the token begins
     const char16_t* end;
     const CBase_grammar& grammar;
     const CBase_grammar::FastTables& fast;

@@ -1,6 +1,5 @@
 #include "token.h"
 
-#include <bit>
 #include <stdexcept>
 
 #include "packed_source.h"
@@ -48,7 +47,7 @@ CToken::CToken(TokenKind kind, double number, std::string_view source, CToken_te
         return;
     if (source.size() <= kInlineSource) {
         if (const std::uint64_t code = packed::Pack(source)) {
-            StorePacked(code);
+            SetPacked(kind, number, code);
             return;
         }
     }

@@ -46,214 +46,224 @@ const NumberEnd* FindNumberEnd(unsigned state) {
     return nullptr;
 }
 
-/// A number as it is scanned: its value and its packed source text.
-struct NumberScan {
-    DecimalSum sum;
-    std::uint64_t source = 0;
-    const char16_t* stop;
-
-    /// Scans from `state`, which the character at `stop` leads to, and returns the state behind:
-    /// a final one, or the last one if the number ends otherwise.
-    unsigned Scan(const Text_run& run, unsigned state) {
-        while (Take(run, state) && run.Knows(stop)) {
-            state = run.Next(state, stop);
-            if (state >= kFirstFinalState)
-                break;
-        }
-        return state;
-    }
-
-private:
-    /// Takes all characters of a state; false for a state that is none of a plain number.
-    bool Take(const Text_run& run, unsigned state) {
-        switch (state) {
-        case kStateSign:
-            sum.SetNegative(TakeMark() == u'-');
-            return true;
-        case kStateExponentSign:
-            sum.SetExponentNegative(TakeMark() == u'-');
-            return true;
-        case kStateFirstPoint:
-        case kStateSignAndPoint:
-        case kStateExponentLetter:
-            TakeMark();
-            return true;
-        case kStateFirstZero:
-        case kStateInteger:
-            TakeDigits(run, state, &DecimalSum::AddDigit);
-            return true;
-        case kStateFraction:
-            if (*stop == u'.')
-                TakeMark();
-            else
-                TakeDigits(run, state, &DecimalSum::AddFractionDigit);
-            return true;
-        case kStateExponent:
-            TakeDigits(run, state, &DecimalSum::AddExponentDigit);
-            return true;
-        default:
-            return false;
-        }
-    }
-
-    char16_t TakeMark() noexcept {
-        source = packed::Append(source, packed::kCodes.of[*stop & 0x7F]);
-        return *stop++;
-    }
-
-    template <class Add>
-    void TakeDigits(const Text_run& run, unsigned state, Add add) {
-        do {
-            const unsigned digit = *stop - unsigned{u'0'};
-            (sum.*add)(digit);
-            source = packed::Append(source, packed::kZero + digit);
-            ++stop;
-        } while (run.Stays(state, stop));
-    }
-};
-
 } // namespace
 
-bool CToken_textstreambuf::ReadRun() {
-    if (!mPushBack.IsEmpty())
-        return false;
-    Text_run run(*mTokenStreamBuf, *mGrammar, mEncoding);
-    if (!run.fast.isUsual)
-        return false;
-    const bool isRead = ReadRun(run);
-    if (!isRead && run.start != run.begin) { // what was dropped needn't be read again
-        RawArea::Skip(*mTokenStreamBuf, run.start - run.begin);
-        mConsumed += run.start - run.begin;
-    }
-    return isRead;
-}
+// All of it is inlined into ReadRun, so that it works in registers.
+#define ALWAYS_INLINE [[gnu::always_inline]]
 
-/// Reads the next token that isn't dropped; `run.start` moves behind what is.
-bool CToken_textstreambuf::ReadRun(Text_run& run) {
-    while (run.Knows(run.start)) {
-        const unsigned state = run.Next(kStateStart, run.start);
-        switch (state) {
-        case kStateComment:
-        case kStateWhiteSpace:
-            if (!DropRun(run, state))
+/// One attempt on the next token.
+class Text_runs : private Text_run {
+public:
+    explicit Text_runs(CToken_textstreambuf& buffer)
+        : Text_run(buffer.GetRaw(), buffer.GetGrammar(), buffer.GetEncoding()), mBuffer(buffer),
+          mStart(begin) {}
+
+    /// Reads the next token that isn't dropped.
+    ALWAYS_INLINE bool Read() {
+        while (Knows(mStart)) {
+            const unsigned state = Next(kStateStart, mStart);
+            switch (state) {
+            case kStateComment:
+            case kStateWhiteSpace:
+                if (!Drop(state))
+                    return false;
+                break;
+            case kStateSymbol:
+                return FinishText(TokenKind::Symbol, {mStart, 1}, mStart + 1);
+            case kStateLineEnd:
+            case kStateCarriageReturn:
+                return ReadLineEnd(state);
+            case kStateWord:
+                return ReadWord();
+            case kStateOpenSingle:
+            case kStateOpenDouble:
+                return ReadQuoted(kQuotes[state - kStateOpenSingle]);
+            case kStateFirstZero:
+            case kStateSign:
+            case kStateFirstPoint:
+            case kStateInteger:
+                return ReadNumber(state);
+            default:
                 return false;
-            break;
-        case kStateSymbol:
-            return FinishTextRun(run, TokenKind::Symbol, {run.start, 1}, run.start + 1);
-        case kStateLineEnd:
-        case kStateCarriageReturn:
-            return ReadLineEndRun(run, state);
-        case kStateWord:
-            return ReadWordRun(run);
-        case kStateOpenSingle:
-        case kStateOpenDouble:
-            return ReadQuotedRun(run, state);
-        case kStateFirstZero:
-        case kStateSign:
-        case kStateFirstPoint:
-        case kStateInteger:
-            return ReadNumberRun(run, state);
-        default:
+            }
+        }
+        return false;
+    }
+
+    /// Consumes what has been dropped, so that nobody looks at it again.
+    void ConsumeDropped() const { Consume(mStart); }
+
+private:
+    void Consume(const char16_t* stop) const {
+        RawArea::Skip(*mBuffer.mTokenStreamBuf, stop - begin);
+        mBuffer.mConsumed += stop - begin;
+    }
+
+    /// The token ends at `stop`.
+    ALWAYS_INLINE bool Finish(const char16_t* stop) const {
+        mBuffer.MarkTokenStart(begin - mStart);
+        Consume(stop);
+        return true;
+    }
+
+    ALWAYS_INLINE bool FinishText(TokenKind kind, std::u16string_view text,
+                                  const char16_t* stop) const {
+        constexpr auto kUnits = static_cast<std::ptrdiff_t>(CToken::kInlineUnits);
+        if (text.size() <= CToken::kInlineUnits && end - text.data() >= kUnits)
+            mBuffer.mToken.SetUnits(kind, text.data(), text.size());
+        else
+            mBuffer.mToken = CToken(kind, text, &mBuffer.mTexts);
+        return Finish(stop);
+    }
+
+    ALWAYS_INLINE bool Drop(unsigned state) {
+        if (!mBuffer.IsDropped(state))
+            return false;
+        const char16_t* const stop = Skip(state, mStart);
+        if (state == kStateComment && !Knows(stop))
+            return false;
+        mStart = stop;
+        return true;
+    }
+
+    ALWAYS_INLINE bool ReadLineEnd(unsigned state) const {
+        const char16_t* stop = mStart + 1;
+        if (state == kStateCarriageReturn) {
+            if (!Knows(stop))
+                return false;
+            if (Next(state, stop) == kStateLineEnd)
+                ++stop;
+        }
+        mBuffer.mToken.SetKind(TokenKind::Eol);
+        ++mBuffer.mLine;
+        return Finish(stop);
+    }
+
+    ALWAYS_INLINE bool ReadWord() const {
+        const char16_t* const stop = Skip(kStateWord, mStart + 1);
+        if (!Knows(stop) || mBuffer.IsFolding())
+            return false;
+        const std::u16string_view text(mStart, static_cast<std::size_t>(stop - mStart));
+        if (text.size() == 1 && !chars::IsAlnum(text[0]))
+            return false; // the delimiter grammar makes it a symbol
+        if (mBuffer.IsBeginCData(text))
+            return false;
+        const TokenKind kind = mBuffer.GetWordKind(text);
+        const bool isTextKept = kind == TokenKind::Keyword || mBuffer.mKeepText;
+        return FinishText(kind, isTextKept ? text : text.substr(0, 0), stop);
+    }
+
+    ALWAYS_INLINE bool ReadQuoted(const Quotes& quotes) const {
+        const char16_t* const start = mStart + 1;
+        const char16_t* const stop = Skip(quotes.inside, start);
+        if (!Knows(stop))
+            return false;
+        const unsigned next = Next(quotes.inside, stop);
+        if (next != quotes.closed && next != quotes.final)
+            return false;
+        const std::u16string_view text(start, static_cast<std::size_t>(stop - start));
+        return FinishText(quotes.kind, text, next == quotes.closed ? stop + 1 : stop);
+    }
+
+    ALWAYS_INLINE bool ReadNumber(unsigned state) const {
+        if (mBuffer.IsFolding())
+            return false;
+        DecimalParts parts;
+        std::uint64_t source = 0;
+        const char16_t* stop = mStart;
+        const NumberEnd* const last = FindNumberEnd(Scan(state, parts, source, stop));
+        if (!last)
+            return false;
+        stop -= last->left;
+        if (last->kind == TokenKind::Symbol)
+            return FinishText(last->kind, {mStart, 1}, stop);
+
+        const auto length = static_cast<std::size_t>(stop - mStart);
+        double number = 0;
+        if (length <= CToken::kInlineSource && parts.GetExact(number)) {
+            source = mBuffer.mKeepText ? packed::DropLast(source, last->left) : 0;
+            mBuffer.mToken.SetPacked(last->kind, number, source);
+        } else if (!mBuffer.SetLongNumber(last->kind, {mStart, length})) {
             return false;
         }
+        return Finish(stop);
     }
+
+    /// Scans a number from `state`, which the character at `stop` leads to, and returns the state
+    /// behind: a final one, or another if this is no plain number.
+    ALWAYS_INLINE unsigned Scan(unsigned state, DecimalParts& parts, std::uint64_t& source,
+                                const char16_t*& stop) const {
+        const auto takeMark = [&] {
+            source = packed::Append(source, packed::kCodes.of[*stop & 0x7F]);
+            return *stop++;
+        };
+        const auto takeDigits = [&](auto add) {
+            do {
+                const unsigned digit = *stop - unsigned{u'0'};
+                add(digit);
+                source = packed::Append(source, packed::kZero + digit);
+                ++stop;
+            } while (Stays(state, stop));
+        };
+        for (;;) {
+            switch (state) {
+            case kStateSign:
+                parts.isNegative = takeMark() == u'-';
+                break;
+            case kStateFirstPoint:
+            case kStateSignAndPoint:
+            case kStateExponentLetter:
+                takeMark();
+                break;
+            case kStateExponentSign:
+                parts.isExponentNegative = takeMark() == u'-';
+                break;
+            case kStateFirstZero:
+            case kStateInteger:
+                takeDigits([&](unsigned digit) { parts.AddDigit(digit); });
+                break;
+            case kStateFraction: {
+                if (*stop == u'.')
+                    takeMark();
+                const char16_t* const first = stop;
+                if (Stays(state, stop))
+                    takeDigits([&](unsigned digit) { parts.AddDigit(digit); });
+                parts.fraction = static_cast<int>(stop - first);
+                break;
+            }
+            case kStateExponent:
+                takeDigits([&](unsigned digit) { parts.AddExponentDigit(digit); });
+                break;
+            default:
+                return state;
+            }
+            if (!Knows(stop))
+                return kStateStart;
+            state = Next(state, stop);
+        }
+    }
+
+    CToken_textstreambuf& mBuffer;
+    const char16_t* mStart;
+};
+
+bool CToken_textstreambuf::ReadRun() {
+    if (!mPushBack.IsEmpty() || !mGrammar->GetFast().isUsual)
+        return false;
+    Text_runs runs(*this);
+    if (runs.Read())
+        return true;
+    runs.ConsumeDropped();
     return false;
 }
 
-/// Consumes the token, and all in front of it, up to `stop`.
-void CToken_textstreambuf::ConsumeRun(const Text_run& run, const char16_t* stop) {
-    MarkTokenStart(run.begin - run.start);
-    RawArea::Skip(*mTokenStreamBuf, stop - run.begin);
-    mConsumed += stop - run.begin;
-}
-
-bool CToken_textstreambuf::FinishTextRun(const Text_run& run, TokenKind kind,
-                                         std::u16string_view text, const char16_t* stop) {
-    constexpr auto kUnits = static_cast<std::ptrdiff_t>(CToken::kInlineUnits);
-    if (text.size() <= CToken::kInlineUnits && run.end - text.data() >= kUnits)
-        mToken = CToken::FromUnits(kind, text.data(), text.size());
-    else
-        mToken = CToken(kind, text, &mTexts);
-    ConsumeRun(run, stop);
-    return true;
-}
-
-bool CToken_textstreambuf::DropRun(Text_run& run, unsigned state) const {
-    if (!IsDropped(state))
-        return false;
-    const char16_t* const stop = run.Skip(state, run.start);
-    if (state == kStateComment && !run.Knows(stop))
-        return false;
-    run.start = stop;
-    return true;
-}
-
-bool CToken_textstreambuf::ReadLineEndRun(const Text_run& run, unsigned state) {
-    const char16_t* stop = run.start + 1;
-    if (state == kStateCarriageReturn) {
-        if (!run.Knows(stop))
-            return false;
-        if (run.Next(state, stop) == kStateLineEnd)
-            ++stop;
-    }
-    mToken = CToken(TokenKind::Eol);
-    ++mLine;
-    ConsumeRun(run, stop);
-    return true;
-}
-
-bool CToken_textstreambuf::ReadWordRun(const Text_run& run) {
-    const char16_t* const stop = run.Skip(kStateWord, run.start + 1);
-    if (!run.Knows(stop) || IsFolding())
-        return false;
-    const std::u16string_view text(run.start, static_cast<std::size_t>(stop - run.start));
-    if (text.size() == 1 && !chars::IsAlnum(text[0]))
-        return false; // the delimiter grammar makes it a symbol
-    if (IsBeginCData(text))
-        return false;
-    const TokenKind kind = GetWordKind(text);
-    const bool isTextKept = kind == TokenKind::Keyword || mKeepText;
-    return FinishTextRun(run, kind, isTextKept ? text : text.substr(0, 0), stop);
-}
-
-bool CToken_textstreambuf::ReadQuotedRun(const Text_run& run, unsigned state) {
-    const Quotes& quotes = kQuotes[state - kStateOpenSingle];
-    const char16_t* const start = run.start + 1;
-    const char16_t* const stop = run.Skip(quotes.inside, start);
-    if (!run.Knows(stop))
-        return false;
-    const unsigned next = run.Next(quotes.inside, stop);
-    if (next != quotes.closed && next != quotes.final)
-        return false;
-    const std::u16string_view text(start, static_cast<std::size_t>(stop - start));
-    return FinishTextRun(run, quotes.kind, text, next == quotes.closed ? stop + 1 : stop);
-}
-
-bool CToken_textstreambuf::ReadNumberRun(const Text_run& run, unsigned state) {
-    if (IsFolding())
-        return false;
-    NumberScan scan{{}, 0, run.start};
-    const NumberEnd* const end = FindNumberEnd(scan.Scan(run, state));
-    if (!end)
-        return false;
-    const char16_t* const stop = scan.stop - end->left;
-    if (end->kind == TokenKind::Symbol)
-        return FinishTextRun(run, end->kind, {run.start, 1}, stop);
-
-    const auto length = static_cast<std::size_t>(stop - run.start);
+/// A number whose value or source text takes more than a run has room for.
+bool CToken_textstreambuf::SetLongNumber(TokenKind kind, std::u16string_view text) {
+    mSource.assign(text.begin(), text.end());
     double number = 0;
-    const bool isExact = scan.sum.GetExact(number);
-    if (isExact && (length <= CToken::kInlineSource || !mKeepText)) {
-        const std::uint64_t source = packed::DropLast(scan.source, end->left);
-        mToken = CToken::FromPacked(end->kind, number, mKeepText ? source : 0);
-    } else {
-        mSource.assign(run.start, stop);
-        if (!isExact && !ParseDecimal(mSource, number))
-            return false;
-        mToken =
-            mKeepText ? CToken(end->kind, number, mSource, &mTexts) : CToken(end->kind, number);
-    }
-    ConsumeRun(run, stop);
+    if (!ParseDecimal(mSource, number))
+        return false;
+    mToken = mKeepText ? CToken(kind, number, mSource, &mTexts) : CToken(kind, number);
     return true;
 }
 
