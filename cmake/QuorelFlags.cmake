@@ -29,6 +29,8 @@ endif()
 add_library(quorel_flags INTERFACE)
 target_compile_options(quorel_flags INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+# A module that is closed leaves the process; symbols of GCC's unique kind would keep it there.
+target_compile_options(quorel_flags INTERFACE $<$<CXX_COMPILER_ID:GNU>:-fno-gnu-unique>)
 
 if(QUOREL_SANITIZE)
     # For the whole tree: a library and its user must agree on the instrumentation.

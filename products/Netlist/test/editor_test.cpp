@@ -1,0 +1,330 @@
+/// The editors through the contract, inspector and driver.
+#include <limits>
+
+#include "ivariable_server.h"
+#include "menu.h"
+#include "module_fixture.h"
+
+namespace {
+
+using Spans = std::vector<TabSpan>;
+
+TEST_F(ModuleTest, EditorsAnswerTheirKindsOfInterface) {
+    IDesignEditor* design = nullptr;
+    TestDesign component;
+    Factory().CreateDesignEditor(&component, design);
+    ASSERT_NE(design, nullptr);
+    OpenEditor netlist(design->GetEditor());
+    OpenEditor script(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
+    for (const int kind : {-1, 1, 4, 5, 6, 7, 9}) {
+        EXPECT_EQ(netlist->GetInterface(kind), nullptr) << kind;
+        EXPECT_EQ(script->GetInterface(kind), nullptr) << kind;
+    }
+    for (const int kind : {2, 3}) {
+        EXPECT_EQ(netlist->GetInterface(kind), netlist.m_Editor.get());
+        EXPECT_EQ(script->GetInterface(kind), script.m_Editor.get());
+    }
+    EXPECT_EQ(netlist->GetInterface(8), design);
+    EXPECT_EQ(script->GetInterface(8), nullptr);
+    EXPECT_EQ(netlist->GetEditorKind(), 8);
+    EXPECT_EQ(script->GetEditorKind(), 3);
+    EXPECT_EQ(design->GetDesign(), &component);
+    EXPECT_EQ(design->GetComponent(), nullptr);
+    EXPECT_EQ(netlist->GetCommandContext(), &component);
+    EXPECT_EQ(netlist->GetVariableServer()->GetServerFlags().to_ulong(), 0x80u);
+    ASSERT_NE(netlist.m_Inspector, nullptr);
+    ASSERT_NE(script.m_Driver, nullptr);
+}
+
+TEST_F(ModuleTest, TextsComeInWithAnyLineEndsAndGoOutWithOne) {
+    const struct {
+        std::string_view bytes;
+        LineEnds ends;
+        std::u16string_view text; // as GetText gives it
+        std::string_view saved;
+    } kRows[] = {
+        {"", LineEnds::none, u"", ""},
+        {"a\tb", LineEnds::none, u"a\tb", "a\tb"},
+        {"a\r\nb\r\n", LineEnds::crLf, u"a\nb\n", "a\r\nb\r\n"},
+        {"a\nb\n", LineEnds::lf, u"a\nb", "a\r\nb"},
+        {"a\r", LineEnds::cr, u"a", "a"},
+        {"a\n\rb", LineEnds::mixed, u"a\n\nb", "a\r\n\r\nb"},
+        {"\r\na\nb\r\n", LineEnds::mixed, u"\na\nb\n", "\r\na\r\nb\r\n"},
+        {{"\x80\0\xE4", 3}, LineEnds::none, {u"\u20AC\0\u00E4", 3}, {"\x80\0\xE4", 3}},
+    };
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    for (const auto& row : kRows) {
+        editor.m_Driver->LoadArchive(row.bytes);
+        std::string saved;
+        editor.m_Inspector->GetArchive(saved);
+        EXPECT_EQ(editor.m_Inspector->GetLineEnds(), row.ends) << row.bytes;
+        EXPECT_EQ(editor.Text(), row.text) << row.bytes;
+        EXPECT_EQ(saved, row.saved);
+        editor->SetText(AString(row.text));
+        EXPECT_EQ(editor.m_Inspector->GetLineEnds() == LineEnds::none,
+                  row.text.find(u'\n') == row.text.npos);
+    }
+    EXPECT_FALSE(editor.m_Inspector->IsModified());
+}
+
+TEST_F(ModuleTest, DriverRefusesWhatLiesOutsideOfTheText) {
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    IEditorDriver& driver = *editor.m_Driver;
+    editor->SetText(u"ab\n\tc");
+    const AString before = editor.Text();
+    constexpr int kMost = std::numeric_limits<int>::max();
+    for (const int row : {-1, 2, kMost}) {
+        EXPECT_FALSE(row != 2 && driver.InsertLine(row, true, true, "x"));
+        EXPECT_FALSE(driver.DeleteLine(row, true, true));
+        EXPECT_FALSE(driver.InsertChar(row, 0, 'x', true));
+        EXPECT_FALSE(driver.OverwriteChar(row, 0, 'x', true));
+        EXPECT_FALSE(driver.InsertString(row, 0, "x", true, true));
+        EXPECT_FALSE(driver.SplitLine(row, 0, true, 0, true));
+        EXPECT_FALSE(driver.CatLine(row, true, true));
+        EXPECT_FALSE(driver.DelChar(row, 0, true));
+        EXPECT_FALSE(driver.DelRange(row, 0, 0, true, true));
+        EXPECT_EQ(editor.m_Inspector->GetLineText(row), "");
+        EXPECT_EQ(editor.m_Inspector->GetLineRangeOut(row), -1);
+    }
+    for (const int column : {-1, 3, kMost}) {
+        EXPECT_FALSE(driver.InsertChar(0, column, 'x', true));
+        EXPECT_FALSE(driver.OverwriteChar(0, column, 'x', true));
+        EXPECT_FALSE(driver.InsertString(0, column, "x", true, true));
+        EXPECT_FALSE(driver.SplitLine(0, column, true, 0, true));
+        EXPECT_FALSE(driver.DelChar(0, column, true));
+        EXPECT_FALSE(driver.DelRange(0, 0, column, true, true));
+    }
+    EXPECT_FALSE(driver.DelChar(0, 2, true)); // at the line's end
+    EXPECT_FALSE(driver.DelRange(0, 2, 1, true, true));
+    EXPECT_FALSE(driver.CatLine(1, true, true)); // the last line
+    for (const char* lineEnd : {"x\r", "\nx"}) {
+        EXPECT_FALSE(driver.InsertLine(0, true, true, lineEnd));
+        EXPECT_FALSE(driver.InsertString(0, 0, lineEnd, true, true));
+    }
+    EXPECT_FALSE(driver.InsertChar(0, 0, '\n', true));
+    EXPECT_FALSE(driver.OverwriteChar(0, 0, '\r', true));
+    std::vector<JournalEntry> records;
+    editor.m_Inspector->GetUndoRecords(records);
+    EXPECT_TRUE(records.empty());
+    EXPECT_EQ(editor.Text(), before);
+    EXPECT_TRUE(driver.DeleteLine(0, false, true));
+    EXPECT_FALSE(driver.DeleteLine(0, true, true)); // the only line
+}
+
+TEST_F(ModuleTest, DriversEditsStandInTextJournalAndColours) {
+    WriteConfig("install", 3);
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    IEditorDriver& driver = *editor.m_Driver;
+    EXPECT_TRUE(driver.InsertLine(0, true, true, "/*\tr1"));
+    EXPECT_EQ(driver.InsertChar(0, 2, '\t', true), 2);
+    EXPECT_EQ(driver.OverwriteChar(0, 0, '-', true), 1);
+    EXPECT_EQ(driver.InsertString(1, 0, "a\tb", true, false), 5);
+    EXPECT_TRUE(driver.SplitLine(1, 5, true, 2, true));
+    EXPECT_EQ(driver.CatLine(0, true, true), 10);
+    EXPECT_EQ(driver.DelChar(0, 2, true), 2);
+    EXPECT_TRUE(driver.DelRange(0, 0, 1, true, true));
+    EXPECT_EQ(driver.OverwriteChar(0, 0, '/', false), 1);
+    EXPECT_EQ(driver.InsertChar(0, 1, '*', false), 1);
+
+    Spans tabs;
+    editor.m_Inspector->GetLineTabs(0, tabs);
+    EXPECT_EQ(editor.m_Inspector->GetLineText(0), "/*  r1a b");
+    EXPECT_EQ(tabs, (Spans{{2, 2}, {7, 1}}));
+    EXPECT_EQ(editor.Text(), u"/*\tr1a\tb\n  ");
+    EXPECT_EQ(editor.Colors(0), (std::vector<ColorSpan>{{0, 8, 2}}));
+    EXPECT_EQ(editor.m_Inspector->GetLineRangeOut(0), 0);
+    EXPECT_EQ(editor.Colors(1), (std::vector<ColorSpan>{{0, 1, 2}}));
+
+    std::vector<JournalEntry> records;
+    editor.m_Inspector->GetUndoRecords(records);
+    std::vector<int> types, marks;
+    for (const JournalEntry& record : records) {
+        types.push_back(record.m_Type);
+        marks.push_back(record.m_First);
+    }
+    EXPECT_EQ(types, (std::vector<int>{4, 7, 2, 4, 1, 1, 1, 0, 6, 5}));
+    EXPECT_EQ(marks, (std::vector<int>{1, 1, 1, 0, 1, 0, 0, 1, 1, 1}));
+    const JournalEntry& text = records[3];
+    EXPECT_EQ(text.m_String, "a   b");
+    EXPECT_EQ(text.m_Tabs, (Spans{{1, 3}}));
+    EXPECT_EQ(std::vector<int>({text.m_Row, text.m_Column, text.m_EndRow, text.m_EndColumn}),
+              (std::vector<int>{1, 0, 1, 5}));
+    EXPECT_EQ(records[4].m_Char, 13);
+    editor.m_Inspector->GetRedoRecords(records);
+    EXPECT_TRUE(records.empty());
+
+    EXPECT_FALSE(editor.m_Inspector->IsModified());
+    driver.NotifyEdited(0);
+    EXPECT_TRUE(editor.m_Inspector->IsModified());
+}
+
+TEST_F(ModuleTest, OptionsOfTheDesktopAreInForce) {
+    m_Desktop.m_Integers = {{u"NumberOfUndos", 2}, {u"DropBlanksOnSave", 1}};
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    for (int i = 0; i < 3; ++i)
+        editor.m_Driver->InsertChar(0, 0, ' ', true);
+    std::vector<JournalEntry> records;
+    editor.m_Inspector->GetUndoRecords(records);
+    EXPECT_EQ(records.size(), 2u);
+    EXPECT_EQ(editor.Text(), u"");
+}
+
+TEST_F(ModuleTest, ExportWritesCrLfAndMakesOneDirectory) {
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    editor->SetText(u"r1 1 0\tk\n\n\u00E4");
+    const fs::path inNewFolder = m_Folder / "new/\u00FC.txt", twoLevels = m_Folder / "x/y/z.txt";
+    const fs::path unopenable = m_Folder / "tmp";
+    for (const fs::path& path : {inNewFolder, twoLevels, unopenable}) {
+        m_Desk.m_FileAnswers.push_back(path.u16string());
+        EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand));
+    }
+    EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand)); // cancelled
+    EXPECT_EQ(Contents(inNewFolder), "r1 1 0\tk\r\n\r\n\xE4");
+    EXPECT_FALSE(fs::exists(m_Folder / "x"));
+    EXPECT_EQ(FilesIn("tmp"), 0);
+    EXPECT_TRUE(m_Desktop.m_Prompts.size() == 1 && m_Desk.m_Messages.empty()); // configuration's
+    ASSERT_EQ(m_Desk.m_FileRequests.size(), 4u);
+    EXPECT_EQ(m_Desk.m_FileRequests[0].m_Title, u"Netlist Export");
+    EXPECT_EQ(m_Desk.m_FileRequests[0].m_Filter, u"All Files (*.*)|*.*||");
+}
+
+TEST_F(ModuleTest, ScriptsLanguageIsChosenByNameOrMenu) {
+    WriteConfig("install", 5);
+    OpenEditor editor(Factory().CreateScriptEditor(nullptr, u"/* a", u"vbSCRIPT", u"sweep"));
+    EXPECT_EQ(editor.Colors(0), (std::vector<ColorSpan>{{0, 3, 4}}));
+    const struct {
+        unsigned command; // 0: SetLanguage of the name
+        std::u16string_view language;
+        int syntax;
+    } kRows[] = {
+        {0, u"VBScript", 4},     {0, u"Python", 3},         {0, u"", 3},
+        {42017, u"VBScript", 4}, {42016, u"JavaScript", 3},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_TRUE(row.command ? editor.m_Driver->RunCommand(row.command)
+                                : editor.m_Driver->SetLanguage(row.language));
+        AString language;
+        editor.m_Inspector->GetLanguage(language);
+        EXPECT_EQ(language, row.language);
+        EXPECT_EQ(editor.m_Inspector->GetSyntaxIndex(), row.syntax);
+        EXPECT_EQ(editor.Colors(0),
+                  (std::vector<ColorSpan>{{0, 3, static_cast<std::uint32_t>(row.syntax)}}));
+    }
+    OpenEditor netlist(Factory().CreateEditor(nullptr));
+    EXPECT_FALSE(netlist.m_Driver->SetLanguage(u"VBScript"));
+    EXPECT_FALSE(netlist.m_Driver->RunCommand(42017));
+}
+
+struct CountingExtender : IEditorExtender {
+    IScriptEditor* m_Editor = nullptr; ///< which it leaves when it is told
+    int m_Saved = 0;
+    int m_Closed = 0;
+    void TextChanged(IQuorelCommand*) override {}
+    void Saved() override {
+        ++m_Saved;
+        if (m_Editor)
+            m_Editor->RemoveExtender(this);
+    }
+    void Closed() override { ++m_Closed; }
+};
+
+TEST_F(ModuleTest, SavingAScriptTellsItsExtendersAndClearsTheStar) {
+    TestDesign owner;
+    OpenEditor editor(Factory().CreateScriptEditor(&owner, u"x", u"JavaScript", u""));
+    auto& script = dynamic_cast<IScriptEditor&>(*editor.m_Editor);
+    CountingExtender leaving, staying;
+    leaving.m_Editor = &script;
+    EXPECT_TRUE(script.AddExtender(&leaving) && script.AddExtender(&staying));
+    EXPECT_FALSE(script.AddExtender(&staying));
+
+    editor.m_Driver->NotifyEdited(0);
+    script.RefreshTitle();
+    EXPECT_EQ(editor.Title(), u"* amplifier - Script");
+    EXPECT_TRUE(script.IsTextModified());
+    script.SetScriptName(u"sweep");
+    EXPECT_TRUE(editor.m_Driver->RunCommand(42015));
+    EXPECT_EQ(editor.Title(), u"sweep - Script");
+    EXPECT_FALSE(script.IsTextModified());
+    script.SaveText();
+    script.CloseAllViews();
+    EXPECT_EQ(leaving.m_Saved, 1);
+    EXPECT_EQ(staying.m_Saved, 2);
+    EXPECT_EQ(staying.m_Closed, 1);
+    EXPECT_TRUE(script.RemoveExtender(&staying));
+    EXPECT_FALSE(script.RemoveExtender(&staying));
+}
+
+TEST_F(ModuleTest, EditorsHaveAnEditMenuAndAnExportMenu) {
+    OpenEditor netlist(Factory().CreateEditor(nullptr));
+    OpenEditor script(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
+    OpenEditor plainScript(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
+    dynamic_cast<IScriptEditor&>(*plainScript.m_Editor).SetShowRunMenu(false);
+    const struct {
+        OpenEditor& editor;
+        int kind;
+        unsigned command;
+        const char16_t* text; // null: the menu hasn't got the command
+    } kRows[] = {
+        {netlist, 1, 42005, u"Toggle &Bookmark\tCtrl+F2"},
+        {netlist, 1, 42002, u"&Go To ...\tCtrl+G"},
+        {netlist, 5, 42009, u"&Export"},
+        {script, 1, 57636, u"&Find ...\tCtrl+F"},
+        {script, 5, 42009, u"&Export Script"},
+        {script, 5, 42015, u"&Save/Run Script"},
+        {script, 5, 42018, u"&Use Script"},
+        {plainScript, 5, 42015, u"&Save Script"},
+        {plainScript, 5, 42018, nullptr},
+    };
+    std::vector<CCmdTarget*> targets;
+    CMenu* menu = nullptr;
+    for (const auto& row : kRows) {
+        ASSERT_TRUE(row.editor->GetEditorMenu(row.kind, menu, targets));
+        const CMenuItem* item = menu->FindCommand(row.command);
+        ASSERT_EQ(item != nullptr, row.text != nullptr) << row.command;
+        EXPECT_TRUE(!item || item->m_Text == row.text) << row.command;
+    }
+    for (const int kind : {0, 2, 8})
+        EXPECT_FALSE(netlist->GetEditorMenu(kind, menu, targets));
+    EXPECT_TRUE(targets.empty());
+}
+
+TEST_F(ModuleTest, EachInstanceHasOneFrameWithItsTitle) {
+    TestDesign design;
+    TestInstance first(u"one"), second(u"two");
+    OpenEditor editor(Factory().CreateEditor(&design));
+    editor->CloseAllViews();
+    editor->RefreshTitle();
+    EXPECT_EQ(editor.Title(), u"amplifier - amplifier - Netlist");
+
+    editor->OpenView(&first);
+    editor->OpenView(&first);
+    EXPECT_EQ(m_Desk.GetWindows().size(), 2u); // a frame and its view
+    EXPECT_EQ(editor.Title(), u"one - Netlist");
+    editor->OpenView(&second);
+    EXPECT_EQ(m_Desk.GetWindows().size(), 4u);
+    EXPECT_EQ(m_Desk.GetWindows()[2]->GetTitle(), u"two - Netlist");
+    EXPECT_TRUE(m_Desk.GetWindows()[2]->IsShown());
+    EXPECT_TRUE(editor->IsFirstViewOf(&first));
+    EXPECT_FALSE(editor->IsFirstViewOf(&second));
+    editor->OpenView(&first); // brings its frame back
+    EXPECT_EQ(m_Desk.GetWindows().size(), 4u);
+    editor->SetText(u"* text\n.end");
+
+    std::vector<CCmdTarget*> targets;
+    CMenu* menu = nullptr;
+    editor->GetEditorMenu(IViewDoc::kEditMenu, menu, targets);
+    EXPECT_EQ(targets.size(), 1u);
+    EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand)); // through the view
+
+    editor->CloseViews(&first);
+    EXPECT_EQ(m_Desk.GetWindows().size(), 2u);
+    EXPECT_TRUE(editor->IsFirstViewOf(&second));
+    editor->CloseAllViews();
+    EXPECT_TRUE(m_Desk.GetWindows().empty());
+    // The new view took the place of the first one's before its frame was activated.
+    EXPECT_EQ(first.m_Notices, "++-");
+    EXPECT_EQ(second.m_Notices, "+-");
+    EXPECT_TRUE(m_Desktop.m_ActiveEditors.empty());
+}
+
+} // namespace
