@@ -24,6 +24,8 @@ public:
     }
     unsigned Count() const { return m_count; }
     std::uint8_t Of(unsigned char byte) const { return m_classes[byte]; }
+    /// The classes of all bytes.
+    const std::array<std::uint8_t, 256>& All() const { return m_classes; }
 
 private:
     std::array<std::uint8_t, 256> m_classes{};

@@ -1,5 +1,7 @@
 #include "reg_automaton.h"
 
+#include "byte_classes.h"
+
 #include <algorithm>
 #include <bit>
 
@@ -29,35 +31,8 @@ RegAutomaton::RegAutomaton(const RegPlaces& places, std::size_t cacheBytes)
     m_slots.resize(64);
 }
 
-namespace {
-
-/// Splits the bytes into classes that no set tells apart.
-class ByteSorter {
-public:
-    void Split(const ByteSet& set) {
-        std::array<int, 512> parts;
-        parts.fill(-1);
-        m_count = 0;
-        for (unsigned byte = 0; byte < 256; ++byte) {
-            const unsigned old =
-                m_classes[byte] * 2U + (set.Has(static_cast<std::uint8_t>(byte)) ? 1 : 0);
-            if (parts[old] < 0)
-                parts[old] = static_cast<int>(m_count++);
-            m_classes[byte] = static_cast<std::uint8_t>(parts[old]);
-        }
-    }
-    unsigned Count() const { return m_count; }
-    const std::array<std::uint8_t, 256>& Classes() const { return m_classes; }
-
-private:
-    std::array<std::uint8_t, 256> m_classes{};
-    unsigned m_count = 1;
-};
-
-} // namespace
-
 void RegAutomaton::SortBytes() {
-    ByteSorter sorter;
+    ByteClasses sorter;
     ByteSet letters; // that an EXACTLY names
     for (std::size_t eater = 0; eater < m_places.Count(); ++eater) {
         const ByteSet set = m_places.BytesOf(eater);
@@ -70,7 +45,7 @@ void RegAutomaton::SortBytes() {
         sorter.Split(ByteSet::Of(static_cast<std::uint8_t>(byte)));
     if (m_asksAhead)
         sorter.Split(kRegWordSet);
-    m_classes = sorter.Classes();
+    m_classes = sorter.All();
     m_shift = static_cast<unsigned>(std::bit_width(sorter.Count() - 1));
 }
 
