@@ -12,7 +12,7 @@ namespace {
 TEST_F(ModuleTest, FactoryIsInitialisedOncePerProcess) {
     EXPECT_EQ(Factory().InitializeFactory(&m_Desktop), 1);
     Factory().UninitializeFactory();
-    TestDesktop other;
+    TestDesktop other(m_Options);
     EXPECT_EQ(Factory().InitializeFactory(&other), 1);
     EXPECT_EQ(m_Desktop.m_RegistryKeyQueries, 1);
     EXPECT_EQ(other.m_RegistryKeyQueries, 0);
@@ -23,10 +23,16 @@ TEST_F(ModuleTest, FactoryIsInitialisedOncePerProcess) {
     OpenEditor editor(Factory().CreateEditor(nullptr));
     editor->SetText(u"* c");
     EXPECT_EQ(editor.Text(), u"* c");
-    EXPECT_TRUE(m_Desktop.m_Prompts.empty());
+    EXPECT_TRUE(m_Desktop.GetPrompt()->GetShown().empty());
 }
 
-TEST_F(ModuleTest, OnlyTheOptionsMenuIsTheFactorys) {
+TEST_F(ModuleTest, FactoryHasItsNamesAndTheOptionsMenuAlone) {
+    AString environment, factory;
+    Factory().GetEnvironmentName(environment);
+    Factory().GetFactoryName(factory);
+    EXPECT_EQ(environment, u"NetlistEnvironment");
+    EXPECT_EQ(factory, environment);
+
     std::vector<CMenu*> menus;
     std::vector<CCmdTarget*> targets;
     for (const int kind : {-1, 0, 1, 5, 7, 9})
@@ -44,32 +50,20 @@ TEST_F(ModuleTest, OnlyTheOptionsMenuIsTheFactorys) {
     EXPECT_FALSE(targets[0]->RunCommand(42001));
 }
 
-TEST_F(ModuleTest, NamesAreTheSystemsOwn) {
-    AString environment, factory, editors;
-    Factory().GetEnvironmentName(environment);
-    Factory().GetFactoryName(factory);
-    Factory().GetEditorsName(editors);
-    EXPECT_EQ(environment, u"NetlistEnvironment");
-    EXPECT_EQ(factory, u"NetlistEnvironment");
-    EXPECT_EQ(editors, u"Netlist");
-    EXPECT_EQ(Factory().ReservedQuery(0), 0);
-    EXPECT_TRUE(Factory().ReservedTest(0));
-}
-
 TEST_F(ModuleTest, MissingConfigurationIsToldAtEveryCreationUntilItIsThere) {
-    const std::pair<AString, int> kMessage(
-        u"Cannot locate file 'NetlistEditor.cfg' in install directory or syslib directory.", 48);
+    const HostPrompt::Shown kMessage{
+        u"Cannot locate file 'NetlistEditor.cfg' in install directory or syslib directory.", 48};
     Factory();
-    EXPECT_TRUE(m_Desktop.m_Prompts.empty());
+    EXPECT_TRUE(m_Desktop.GetPrompt()->GetShown().empty());
     OpenEditor plain(Factory().CreateEditor(nullptr));
     OpenEditor script(Factory().CreateScriptEditor(nullptr, u"/* c", u"VBScript", u""));
-    EXPECT_EQ(m_Desktop.m_Prompts, std::vector(2, kMessage));
+    EXPECT_EQ(m_Desktop.GetPrompt()->GetShown(), std::vector(2, kMessage));
     EXPECT_EQ(script.Text(), u"/* c");
     EXPECT_TRUE(script.Colors(0).empty());
 
     WriteConfig("syslib", 5);
     OpenEditor coloured(Factory().CreateEditor(nullptr));
-    EXPECT_EQ(m_Desktop.m_Prompts.size(), 2u);
+    EXPECT_EQ(m_Desktop.GetPrompt()->GetShown().size(), 2u);
     EXPECT_EQ(coloured.m_Inspector->GetSyntaxIndex(), 2);
     EXPECT_EQ(plain.m_Inspector->GetSyntaxIndex(), -1);
 
@@ -78,19 +72,16 @@ TEST_F(ModuleTest, MissingConfigurationIsToldAtEveryCreationUntilItIsThere) {
     EXPECT_EQ(later.m_Inspector->GetSyntaxIndex(), 2);
 }
 
-TEST_F(ModuleTest, ConfigurationOfTheInstallDirectoryComesFirst) {
+TEST_F(ModuleTest, ConfigurationIsLookedForInTheInstallDirectoryFirst) {
     WriteConfig("install", 3);
     WriteConfig("syslib", 0);
-    OpenEditor editor(Factory().CreateEditor(nullptr));
-    EXPECT_EQ(editor.m_Inspector->GetSyntaxIndex(), 2);
-}
-
-TEST_F(ModuleTest, AnEmptyDirectoryIsNotTheCurrentOne) {
-    WriteConfig("install", 3);
     fs::current_path(m_Folder / "install");
-    m_Desktop.m_InstallDirectory.clear();
-    OpenEditor editor(Factory().CreateEditor(nullptr));
-    EXPECT_EQ(m_Desktop.m_Prompts.size(), 1u);
+    m_Desktop.m_InstallDirectory.clear(); // which isn't the current one
+    OpenEditor plain(Factory().CreateEditor(nullptr));
+    m_Desktop.m_InstallDirectory = (m_Folder / "install").u16string();
+    OpenEditor coloured(Factory().CreateEditor(nullptr));
+    EXPECT_EQ(plain.m_Inspector->GetSyntaxIndex(), -1);
+    EXPECT_EQ(coloured.m_Inspector->GetSyntaxIndex(), 2);
     fs::current_path("/");
 }
 

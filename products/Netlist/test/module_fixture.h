@@ -93,7 +93,8 @@ protected:
     fs::path m_Folder;
     fs::path m_ModulePath;
     HeadlessDesk m_Desk;
-    TestDesktop m_Desktop;
+    OptionStore m_Options;
+    TestDesktop m_Desktop{m_Options};
     sys::ModuleLoader m_Module;
     std::remove_pointer_t<GetFactoryInterfaceEntry>* m_GetFactoryInterface = nullptr;
     INetlistFactory* m_Factory = nullptr;
