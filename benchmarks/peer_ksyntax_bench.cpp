@@ -36,7 +36,7 @@ int main(int argc, char** argv) {
     for (const auto line : bench::LinesOf(raw))
         lines.push_back(QString::fromUtf8(line.data(), int(line.size())));
     KSyntaxHighlighting::Repository repository;
-    const auto definition = repository.definitionForName(QStringLiteral("SPICE"));
+    const auto definition = repository.definitionForName(QStringLiteral("Spice"));
     if (!definition.isValid())
         return 2;
     Highlighter highlighter;

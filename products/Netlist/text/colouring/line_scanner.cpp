@@ -171,6 +171,7 @@ bool LineScanner::CanOpenBehind(std::size_t column) const {
 /// The range that opens first at or behind column, the one with the highest index on equal starts.
 std::size_t LineScanner::FirstOpen(std::size_t column, Match& match) {
     std::size_t first = kNone;
+    EnterSubject(column);
     for (std::size_t index = m_ranges.size(); index-- > 0;) {
         const Match open = NextOpen(m_ranges[index], column);
         if (open.start < match.start) {
@@ -181,11 +182,19 @@ std::size_t LineScanner::FirstOpen(std::size_t column, Match& match) {
     return first;
 }
 
+/// The first place at or behind column where the range opens. A match that was found further on
+/// stays the next one, but an expression that looks at its subject's start may match there too.
 LineScanner::Match LineScanner::NextOpen(Range& range, std::size_t column) {
-    if (range.isKnown && !range.dependsOnStart && range.next.start >= column)
-        return range.next;
-    range.next = FindFrom(*range.open, column);
-    range.isKnown = true;
+    if (range.isKnown && range.next.start > column) {
+        const std::size_t tail = column - m_subjectBegin;
+        const std::ptrdiff_t length =
+            range.dependsOnStart ? range.open->MatchAt(m_subject, tail, tail) : -1;
+        return length < 0 ? range.next : Match{column, column + static_cast<std::size_t>(length)};
+    }
+    if (!range.isKnown || range.dependsOnStart || range.next.start < column) {
+        range.next = FindFrom(*range.open, column);
+        range.isKnown = true;
+    }
     return range.next;
 }
 
