@@ -15,6 +15,7 @@ namespace {
 using namespace work;
 const std::string kUs = "quorel";
 const std::string kVector = "vector of strings";
+const std::string kAim = "the aim"; // a bound that doesn't come from a peer
 
 void Load(CSimEditDoc& document, std::string_view bytes) {
     CArchive archive(bytes);
@@ -91,6 +92,10 @@ void MeasureFresh() {
     Row(kMemory, kUs, "x", InChild([] { return HeldMemory(false); }));
     Row(kMemoryColoured, kUs, "x", InChild([] { return HeldMemory(true); }));
     Row(kMemory, kVector, "x", InChild(VectorMemory));
+    Row(kMemory, kAim, "x", 2.5);
+    Row(kMemoryColoured, kAim, "x", 3.5);
+    for (const std::string& work : {kTypeWorst, kTopWorst, kDeleteWorst})
+        Row(work, kAim, "us", 1000);
     const std::string raw = Million();
     Row(kLoadFirst, kUs, "ms", InChild([&] { return LoadOnce(raw); }));
     Row(kLoadFirst, kVector, "ms", InChild([&] {
