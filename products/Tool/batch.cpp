@@ -59,9 +59,9 @@ private:
     std::size_t m_Size = 0;
 };
 
-using Serve = std::function<Json(const Json& request)>;
+using Serve = std::function<std::string(const Json& request)>;
 
-Json ServeLine(const std::string& line, bool tooLong, const Serve& serve) {
+std::string ServeLine(const std::string& line, bool tooLong, const Serve& serve) {
     if (tooLong)
         throw BadRequest("line longer than " + std::to_string(kMaxLine) + " bytes");
     if (IsNestedDeeper(line, kMaxNesting))
@@ -78,7 +78,7 @@ std::string ErrorLine(std::string_view reason) {
 
 std::string AnswerLine(const std::string& line, bool tooLong, const Serve& serve) {
     try {
-        return DumpJson(ServeLine(line, tooLong, serve));
+        return ServeLine(line, tooLong, serve);
     } catch (const std::bad_alloc&) {
         return ErrorLine("out of memory");
     } catch (const std::exception& error) {
@@ -88,7 +88,7 @@ std::string AnswerLine(const std::string& line, bool tooLong, const Serve& serve
 
 } // namespace
 
-ExitCode RunBatch(const Serve& serve) {
+ExitCode RunTextBatch(const Serve& serve) {
     LineReader reader;
     std::string line;
     for (bool tooLong = false; reader.Read(line, tooLong);) {
@@ -96,6 +96,10 @@ ExitCode RunBatch(const Serve& serve) {
         Output::Get().Flush();
     }
     return ExitCode::done;
+}
+
+ExitCode RunBatch(const std::function<Json(const Json& request)>& serve) {
+    return RunTextBatch([&](const Json& request) { return DumpJson(serve(request)); });
 }
 
 std::string RequireBytes(const Json& request, const char* member) {

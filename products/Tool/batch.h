@@ -19,6 +19,8 @@ public:
 /// `serve`, is answered by {"error": "..."}. Nothing in the input ends it early; a failing output
 /// does.
 ExitCode RunBatch(const std::function<Json(const Json& request)>& serve);
+/// The same for answers that are JSON text already: one line, without its end.
+ExitCode RunTextBatch(const std::function<std::string(const Json& request)>& serve);
 
 /// @name Members of a request; BadRequest when missing (for those with a default: not when missing)
 /// or of another type

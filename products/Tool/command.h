@@ -60,6 +60,7 @@ using AddCommandFunction = void (*)(CLI::App& parent, Choice& choice);
 /// All commands, in the order of the help.
 std::span<const AddCommandFunction> GetCommands();
 
+void AddBlocks(CLI::App& parent, Choice& choice);
 void AddShow(CLI::App& parent, Choice& choice);
 void AddSyntax(CLI::App& parent, Choice& choice);
 void AddSyntaxCheck(CLI::App& parent, Choice& choice);

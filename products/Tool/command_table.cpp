@@ -5,6 +5,7 @@ namespace {
 constexpr AddCommandFunction kCommands[] = {
     &AddShow,
     &AddSyntax,
+    &AddBlocks,
     &AddTour,
 };
 
