@@ -72,6 +72,8 @@ public:
 private:
     void Initialize(IDesktop& desktop);
     static CDocTemplate* AddTemplate(unsigned resourceId);
+    /// Where the module's toolbar comes about, with the find box on it, and ends. There is no
+    /// toolbar library yet, and editors have no toolbars.
     void CreateToolBars();
     void DeleteToolBars();
 
