@@ -85,6 +85,8 @@ const PageTables& TablesOf(Page page) {
 template <class Unit>
 bool IsSameInPage(const Unit* in, std::make_unsigned_t<Unit> special) {
     using Unsigned = std::make_unsigned_t<Unit>;
+    if (special == 0x80) // no more than ASCII
+        return false;
     Unsigned other = 0;
     for (std::size_t i = 0; i < kBlock; ++i) {
         const auto unit = static_cast<Unsigned>(in[i]);
@@ -109,8 +111,14 @@ struct EncodeBlock {
     void operator()(const char16_t* in, char* out) const {
         if (IsAsciiBlock(in) || IsSameInPage(in, tables.special))
             return CopyBlock(in, out);
-        for (std::size_t i = 0; i < kBlock; ++i)
-            out[i] = tables.Encode(in[i]);
+        if (IsLatin1Block(in)) {
+            const auto& latin1 = tables.encode[PageTables::kLatin1Block];
+            for (std::size_t i = 0; i < kBlock; ++i)
+                out[i] = latin1[in[i]];
+        } else {
+            for (std::size_t i = 0; i < kBlock; ++i)
+                out[i] = tables.Encode(in[i]);
+        }
     }
 };
 
@@ -150,17 +158,14 @@ char EncodeUnit(Page page, char16_t ch) noexcept {
 bool CanEncode(Page page, std::u16string_view text) noexcept {
     const PageTables& tables = TablesOf(page);
     const char16_t* in = text.data();
-    const char16_t* end = in + text.size();
-    while (in != end) {
-        if (static_cast<std::size_t>(end - in) >= kBlock && IsAsciiBlock(in)) {
-            in += kBlock;
-            continue;
-        }
-        if (tables.Encode(*in) == kLackingByte && *in != u'?')
+    const char16_t* const end = in + text.size();
+    for (;;) {
+        SkipAscii(in, end);
+        if (in == end)
+            return true;
+        if (tables.Encode(*in++) == kLackingByte)
             return false;
-        ++in;
     }
-    return true;
 }
 
 void Decode(Page page, std::string_view bytes, char16_t* out) noexcept {

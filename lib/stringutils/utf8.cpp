@@ -1,27 +1,33 @@
-// UTF-8, both ways. Text is taken in turns: what is ASCII at its start goes over in blocks, then
-// the characters up to the next run of ASCII one each by itself. A block is written whole before it
-// is known how much of it is ASCII; there is room for it, since the target has room for at least as
-// many units as are left in the source.
+// UTF-8, both ways. Runs of ASCII go over in blocks, other characters in words of several of one
+// kind. Blocks and words are written whole before it is known how much of them counts; there is
+// room for it, since the target has room for at least as many units as are left in the source, and
+// the last few go one by one.
 
 #include "code_page.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
-#include <cstring>
 #include <type_traits>
 
 #include "ascii_block.h"
+#include "utf8_word.h"
 
 namespace codepage {
 namespace {
 
 using Byte = unsigned char;
 
+/// Source units that a step over non-ASCII needs to be there: as many as it reads, or so many that
+/// what it writes behind those that count has room, at a byte or more for each that is left.
+template <class Unit>
+constexpr std::ptrdiff_t kStep = sizeof(Unit) == 1 ? 8 : 12;
+
 constexpr bool Follows(char byte) {
     return (static_cast<Byte>(byte) & 0xC0) == 0x80;
 }
-constexpr bool IsSurrogate(char32_t ch) {
-    return (ch & 0xFFFFF800) == 0xD800;
+constexpr bool IsSurrogate(char16_t ch) {
+    return (ch & 0xF800) == 0xD800;
 }
 constexpr bool IsHigh(char16_t ch) {
     return (ch & 0xFC00) == 0xD800;
@@ -30,14 +36,35 @@ constexpr bool IsLow(char16_t ch) {
     return (ch & 0xFC00) == 0xDC00;
 }
 
-/// Stands for a piece that is no character.
-constexpr char32_t kIllFormed = 0xFFFFFFFF;
+/// True for a surrogate at `in` that the next unit completes.
+inline bool IsPair(const char16_t* in, const char16_t* end) noexcept {
+    return IsHigh(*in) && end - in >= 2 && IsLow(in[1]);
+}
 
-/// A character or an ill-formed piece, with its length in bytes. Fits a register.
-struct Taken {
-    char32_t ch;
-    std::uint32_t length;
-};
+// ---------------------------------------------------------------- runs of ASCII
+
+/// Copies the ASCII at the start of `in` to `out`, and steps over it on both sides.
+template <class In, class Out>
+inline void TakeAscii(const In*& in, const In* end, Out*& out) noexcept {
+    std::size_t prefix = kBlock;
+    while (prefix == kBlock && static_cast<std::size_t>(end - in) >= kBlock) {
+        CopyBlock(in, out);
+        prefix = AsciiPrefix(in);
+        in += prefix;
+        out += prefix;
+    }
+    for (; in != end && IsAscii(*in); ++in, ++out)
+        *out = static_cast<Out>(*in);
+}
+
+/// True for four units of ASCII; the end of a line or a blank between words isn't worth a block.
+template <class Unit>
+inline bool StartsAsciiRun(const Unit* in) noexcept {
+    constexpr Word kFour = (Word{1} << 2 * sizeof(Unit) * 8 << 2 * sizeof(Unit) * 8) - 1;
+    return (LoadWord(in) & kOtherThanAscii<Unit> & kFour) == 0;
+}
+
+// ---------------------------------------------------------------- bytes to units
 
 /// A row for each range of lead bytes: how many bytes follow, and what the first of them may be;
 /// the others are 80 to BF. From the Unicode standard, table 3-7.
@@ -52,11 +79,29 @@ constexpr LeadRow kLeads[] = {
     {0xF3, 3, 0x80, 0xBF}, {0xF4, 3, 0x80, 0x8F}, {0xFF, 0, 1, 0},
 };
 
-/// Takes any piece, by the table. An ill-formed one is as long as it could have become a character.
-[[gnu::noinline]] Taken TakeAny(const char* in, const char* end) noexcept {
+/// The row of each byte.
+constexpr std::array<LeadRow, 0x100> kLeadOf = [] {
+    std::array<LeadRow, 0x100> rows{};
+    for (unsigned byte = 0; byte < 0x100; ++byte)
+        rows[byte] = *std::find_if(std::begin(kLeads), std::end(kLeads),
+                                   [byte](const LeadRow& row) { return byte <= row.last; });
+    return rows;
+}();
+
+/// Stands for a piece that is no character.
+constexpr char32_t kIllFormed = 0xFFFFFFFF;
+
+/// A character or an ill-formed piece, with its length in bytes. Fits a register.
+struct Taken {
+    char32_t ch;
+    std::uint32_t length;
+};
+
+/// The one piece at `in`, by the table. An ill-formed one is as long as it could have become a
+/// character.
+[[gnu::noinline]] Taken LookAtPiece(const char* in, const char* end) noexcept {
     const Byte lead = static_cast<Byte>(*in);
-    const LeadRow& row = *std::find_if(std::begin(kLeads), std::end(kLeads),
-                                       [lead](const LeadRow& r) { return lead <= r.last; });
+    const LeadRow& row = kLeadOf[lead];
     if (row.following == 0)
         return {row.low == 0 ? lead : kIllFormed, 1};
     char32_t ch = lead & (0x3Fu >> row.following);
@@ -74,116 +119,133 @@ constexpr LeadRow kLeads[] = {
     return {ch, row.following + 1u};
 }
 
-/// Takes the piece at `in`, well-formed ones by one look at four bytes.
-[[gnu::always_inline]] inline Taken Take(const char* in, const char* end) noexcept {
+/// Takes the one piece at `in`, writes it and steps over it; false for an ill-formed one, which
+/// becomes kReplacement.
+inline bool TakePiece(const char*& in, const char* end, char16_t*& out) noexcept {
+    const Taken taken = LookAtPiece(in, end);
+    in += taken.length;
+    if (taken.ch < 0x10000 || taken.ch == kIllFormed) {
+        *out++ = taken.ch == kIllFormed ? kReplacement : static_cast<char16_t>(taken.ch);
+        return taken.ch != kIllFormed;
+    }
+    *out++ = static_cast<char16_t>(0xD7C0 + (taken.ch >> 10)); // D800 less 10000 >> 10
+    *out++ = static_cast<char16_t>(0xDC00 + (taken.ch & 0x3FF));
+    return true;
+}
+
+/// Takes characters of `From` source units each at `in`, where kStep are: `Lanes` of them at a time
+/// as `convert` finds them sound, and at last those in front of a fault. False when there is none.
+///
+/// All or one of them are told by branches, which are mostly foreseen, so that the next step begins
+/// before this one is done; a number between is counted, since nobody foresees the length of words.
+template <unsigned From, unsigned To, unsigned Lanes, class In, class Out, class Function,
+          class IsKind>
+[[gnu::always_inline]] inline bool TakeRun(const In*& in, const In* end, Out*& out,
+                                           Function convert, IsKind isKind) noexcept {
+    constexpr unsigned kLaneBits = From * sizeof(In) * 8;
+    constexpr Word kFirstLane = (Word{1} << kLaneBits) - 1;
+    do {
+        const Word faults = convert(in, out);
+        if (faults != 0) {
+            if ((faults & kFirstLane) != 0)
+                return false;
+            std::size_t count = 1;
+            if (Lanes > 2 && (faults & (kFirstLane << kLaneBits)) == 0)
+                count = static_cast<std::size_t>(std::countr_zero(faults)) / kLaneBits;
+            in += From * count;
+            out += To * count;
+            return true;
+        }
+        in += From * Lanes;
+        out += To * Lanes;
+    } while (end - in >= kStep<In> && isKind(*in));
+    return true;
+}
+
+/// Takes the piece at `in`, where kStep bytes are and no ASCII, and further ones of its kind; false
+/// for an ill-formed one.
+[[gnu::always_inline]] inline bool TakeStep(const char*& in, const char* end,
+                                            char16_t*& out) noexcept {
     const Byte lead = static_cast<Byte>(*in);
-    if (lead < 0x80)
-        return {lead, 1};
-    if (end - in < 4)
-        return TakeAny(in, end);
-    std::uint32_t word;
-    std::memcpy(&word, in, sizeof word);
-    const char32_t low[] = {word >> 8 & 0x3F, word >> 16 & 0x3F, word >> 24 & 0x3F};
-    if ((word & 0xC0E0) == 0x80C0 && (word & 0x1E) != 0)
-        return {(word & 0x1F) << 6 | low[0], 2};
-    if ((word & 0xC0C0F0) == 0x8080E0) {
-        const char32_t ch = (word & 0x0F) << 12 | low[0] << 6 | low[1];
-        return ch >= 0x800 && !IsSurrogate(ch) ? Taken{ch, 3} : TakeAny(in, end);
-    }
-    if ((word & 0xC0C0C0F8) == 0x808080F0) {
-        const char32_t ch = (word & 0x07) << 18 | low[0] << 12 | low[1] << 6 | low[2];
-        return ch >= 0x10000 && ch <= 0x10FFFF ? Taken{ch, 4} : TakeAny(in, end);
-    }
-    return TakeAny(in, end);
+    const auto isTwo = [](char ch) { return (ch & 0xE0) == 0xC0; };
+    const auto isThree = [](char ch) { return (ch & 0xF0) == 0xE0; };
+    const auto isFour = [](char ch) { return (ch & 0xF8) == 0xF0; };
+    const bool isTaken = lead < 0xE0   ? TakeRun<2, 1, 4>(in, end, out, DecodeTwos, isTwo)
+                         : lead < 0xF0 ? TakeRun<3, 1, 2>(in, end, out, DecodeThrees, isThree)
+                                       : TakeRun<4, 2, 2>(in, end, out, DecodeFours, isFour);
+    return isTaken || TakePiece(in, end, out);
 }
 
-/// Writes a character, or kReplacement for kIllFormed.
-inline char16_t* PutUnits(char32_t ch, char16_t* out) noexcept {
-    if (ch < 0x10000 || ch == kIllFormed) {
-        *out = ch == kIllFormed ? kReplacement : static_cast<char16_t>(ch);
-        return out + 1;
-    }
-    out[0] = static_cast<char16_t>(0xD7C0 + (ch >> 10)); // D800 less 10000 >> 10
-    out[1] = static_cast<char16_t>(0xDC00 + (ch & 0x3FF));
-    return out + 2;
+// ---------------------------------------------------------------- units to bytes
+
+/// Writes a character of three bytes.
+inline void PutThree(char16_t ch, char*& out) noexcept {
+    *out++ = static_cast<char>(0xE0 | ch >> 12);
+    *out++ = static_cast<char>(0x80 | (ch >> 6 & 0x3F));
+    *out++ = static_cast<char>(0x80 | (ch & 0x3F));
 }
 
-/// True for a surrogate at `in` that the next unit completes.
-inline bool IsPair(const char16_t* in, const char16_t* end) noexcept {
-    return IsHigh(*in) && end - in >= 2 && IsLow(in[1]);
-}
-
-/// Takes the character at `in` and steps over it; kReplacement for a lone surrogate.
-[[gnu::always_inline]] inline char32_t TakeUnits(const char16_t*& in,
-                                                 const char16_t* end) noexcept {
+/// Takes the one character at `in`, writes it and steps over it; kReplacement for a lone surrogate.
+[[gnu::always_inline]] inline void TakeCharacter(const char16_t*& in, const char16_t* end,
+                                                 char*& out) noexcept {
     const char16_t ch = *in;
-    if (!IsPair(in, end)) {
+    if (IsPair(in, end)) {
+        const char32_t pair = 0x10000 + ((ch & 0x3FFu) << 10) + (in[1] & 0x3FFu);
+        *out++ = static_cast<char>(0xF0 | pair >> 18);
+        *out++ = static_cast<char>(0x80 | (pair >> 12 & 0x3F));
+        *out++ = static_cast<char>(0x80 | (pair >> 6 & 0x3F));
+        *out++ = static_cast<char>(0x80 | (pair & 0x3F));
+        in += 2;
+        return;
+    }
+    if (ch < 0x80) {
+        *out++ = static_cast<char>(ch);
+    } else if (ch < 0x800) {
+        *out++ = static_cast<char>(0xC0 | ch >> 6);
+        *out++ = static_cast<char>(0x80 | (ch & 0x3F));
+    } else {
+        PutThree(IsSurrogate(ch) ? kReplacement : ch, out);
+    }
+    ++in;
+}
+
+/// Takes the character at `in`, where kStep units are and no ASCII, and further ones of its kind.
+[[gnu::always_inline]] inline void TakeStep(const char16_t*& in, const char16_t* end,
+                                            char*& out) noexcept {
+    const auto isTwo = [](char16_t ch) { return ch >= 0x80 && ch < 0x800; };
+    const auto isThree = [](char16_t ch) { return ch >= 0x800 && !IsSurrogate(ch); };
+    const bool isTaken = *in < 0x800    ? TakeRun<1, 2, 4>(in, end, out, EncodeTwos, isTwo)
+                         : isThree(*in) ? TakeRun<1, 3, 4>(in, end, out, EncodeThrees, isThree)
+                                        : TakeRun<2, 4, 2>(in, end, out, EncodePairs, IsSurrogate);
+    if (!isTaken) { // a lone surrogate
+        PutThree(kReplacement, out);
         ++in;
-        return IsSurrogate(ch) ? kReplacement : ch;
-    }
-    const char32_t pair = 0x10000 + ((ch & 0x3FFu) << 10) + (in[1] & 0x3FFu);
-    in += 2;
-    return pair;
-}
-
-constexpr std::size_t BytesOf(char32_t ch) {
-    return ch < 0x80 ? 1 : ch < 0x800 ? 2 : ch < 0x10000 ? 3 : 4;
-}
-
-[[gnu::always_inline]] inline char* PutBytes(char32_t ch, char* out) noexcept {
-    const auto follow = [ch](unsigned shift) {
-        return static_cast<char>(0x80 | (ch >> shift & 0x3F));
-    };
-    switch (BytesOf(ch)) {
-    case 1:
-        out[0] = static_cast<char>(ch);
-        return out + 1;
-    case 2:
-        out[0] = static_cast<char>(0xC0 | ch >> 6);
-        out[1] = follow(0);
-        return out + 2;
-    case 3:
-        out[0] = static_cast<char>(0xE0 | ch >> 12);
-        out[1] = follow(6);
-        out[2] = follow(0);
-        return out + 3;
-    default:
-        out[0] = static_cast<char>(0xF0 | ch >> 18);
-        out[1] = follow(12);
-        out[2] = follow(6);
-        out[3] = follow(0);
-        return out + 4;
     }
 }
 
-template <class Unit>
-constexpr bool IsAscii(Unit unit) {
-    return static_cast<std::make_unsigned_t<Unit>>(unit) < 0x80;
-}
+// ---------------------------------------------------------------- whole texts
 
-/// Copies the ASCII at the start of `in` to `out`, and steps over it on both sides.
-template <class In, class Out>
-inline void TakeAscii(const In*& in, const In* end, Out*& out) noexcept {
-    std::size_t prefix = kBlock;
-    while (prefix == kBlock && static_cast<std::size_t>(end - in) >= kBlock) {
-        CopyBlock(in, out);
-        prefix = AsciiPrefix(in);
-        in += prefix;
-        out += prefix;
+/// Converts all of `in`; `takeOne` is for the last few.
+template <class In, class Out, class TakeOne>
+[[gnu::always_inline]] inline std::size_t Convert(std::basic_string_view<In> text, Out* out,
+                                                  TakeOne takeOne) noexcept {
+    Out* const start = out;
+    const In* in = text.data();
+    const In* const end = in + text.size();
+    while (end - in >= kStep<In>) {
+        if (!IsAscii(*in))
+            TakeStep(in, end, out);
+        else if (StartsAsciiRun(in))
+            TakeAscii(in, end, out);
+        else
+            *out++ = static_cast<Out>(*in++);
     }
-    for (; in != end && IsAscii(*in); ++in, ++out)
-        *out = static_cast<Out>(*in);
-}
-
-/// True for ASCII of two units or more; a blank between words isn't worth a block.
-template <class Unit>
-inline bool StartsAsciiRun(const Unit* in, const Unit* end) noexcept {
-    return IsAscii(in[0]) && (end - in < 2 || IsAscii(in[1]));
-}
-
-template <class Unit>
-inline bool StartsAsciiBlock(const Unit* in, const Unit* end) noexcept {
-    return static_cast<std::size_t>(end - in) >= kBlock && IsAsciiBlock(in);
+    while (in != end) {
+        TakeAscii(in, end, out);
+        if (in != end)
+            takeOne(in, end, out);
+    }
+    return static_cast<std::size_t>(out - start);
 }
 
 /// Source units that the appending forms take at a time, by way of a buffer on the stack.
@@ -196,7 +258,7 @@ std::size_t StepOf(std::string_view bytes) noexcept {
     std::size_t lead = kAppendStep - 1;
     while (lead > kAppendStep - 3 && Follows(bytes[lead]))
         --lead;
-    const std::size_t length = Take(bytes.data() + lead, bytes.data() + bytes.size()).length;
+    const std::size_t length = LookAtPiece(bytes.data() + lead, bytes.data() + bytes.size()).length;
     return std::max(lead + length, kAppendStep);
 }
 
@@ -209,70 +271,54 @@ std::size_t StepOf(std::u16string_view text) noexcept {
 } // namespace
 
 bool IsValidUtf8(std::string_view bytes) noexcept {
-    const char* end = bytes.data() + bytes.size();
-    for (const char* in = bytes.data(); in != end;) {
-        if (StartsAsciiBlock(in, end)) {
-            in += kBlock;
-            continue;
-        }
-        const Taken taken = Take(in, end);
-        if (taken.ch == kIllFormed)
-            return false;
-        in += taken.length;
+    const char* in = bytes.data();
+    const char* const end = in + bytes.size();
+    for (bool isValid = true; isValid;) {
+        SkipAscii(in, end);
+        if (in == end)
+            return true;
+        char16_t ignored[4];
+        char16_t* out = ignored;
+        isValid =
+            end - in >= kStep<char> ? TakeStep(in, in + kStep<char>, out) : TakePiece(in, end, out);
     }
-    return true;
+    return false;
 }
 
 bool IsValidUtf16(std::u16string_view text) noexcept {
-    const char16_t* end = text.data() + text.size();
-    for (const char16_t* in = text.data(); in != end;) {
+    const char16_t* in = text.data();
+    const char16_t* const end = in + text.size();
+    for (;;) {
+        SkipAscii(in, end);
+        if (in == end)
+            return true;
         const bool isPair = IsPair(in, end);
         if (IsSurrogate(*in) && !isPair)
             return false;
         in += isPair ? 2 : 1;
     }
-    return true;
 }
 
 std::size_t Utf16ToUtf8Length(std::u16string_view text) noexcept {
-    const char16_t* end = text.data() + text.size();
-    std::size_t length = 0;
-    for (const char16_t* in = text.data(); in != end;) {
-        if (StartsAsciiBlock(in, end)) {
-            in += kBlock;
-            length += kBlock;
-        } else {
-            length += BytesOf(TakeUnits(in, end));
-        }
+    const char16_t* in = text.data();
+    const char16_t* const end = in + text.size();
+    std::size_t length = text.size();
+    for (;;) {
+        SkipAscii(in, end);
+        if (in == end)
+            return length;
+        const bool isPair = IsPair(in, end);
+        length += *in < 0x800 ? 1 : 2; // a pair is four bytes for two units
+        in += isPair ? 2 : 1;
     }
-    return length;
 }
 
 std::size_t Utf8ToUtf16(std::string_view bytes, char16_t* out) noexcept {
-    char16_t* const start = out;
-    const char* in = bytes.data();
-    const char* const end = in + bytes.size();
-    while (in != end) {
-        TakeAscii(in, end, out);
-        while (in != end && !StartsAsciiRun(in, end)) {
-            const Taken taken = Take(in, end);
-            out = PutUnits(taken.ch, out);
-            in += taken.length;
-        }
-    }
-    return static_cast<std::size_t>(out - start);
+    return Convert(bytes, out, [](auto& in, auto end, auto& to) { TakePiece(in, end, to); });
 }
 
 std::size_t Utf16ToUtf8(std::u16string_view text, char* out) noexcept {
-    char* const start = out;
-    const char16_t* in = text.data();
-    const char16_t* const end = in + text.size();
-    while (in != end) {
-        TakeAscii(in, end, out);
-        while (in != end && !StartsAsciiRun(in, end))
-            out = PutBytes(TakeUnits(in, end), out);
-    }
-    return static_cast<std::size_t>(out - start);
+    return Convert(text, out, [](auto& in, auto end, auto& to) { TakeCharacter(in, end, to); });
 }
 
 void AppendUtf8ToUtf16(std::string_view bytes, std::u16string& out) {

@@ -1,6 +1,8 @@
 #include "code_page.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <vector>
 
 #include "astring.h"
 
@@ -83,57 +85,76 @@ TEST(Utf8Test, ReplacesEachIllFormedPiece) {
         {"\xE1\x80\xE2\xF0\x91\x92\xF1\xBF\x41", u"\uFFFD\uFFFD\uFFFD\uFFFDA"},
         {"\xC1\xBF", u"\uFFFD\uFFFD"},
         {"\xF5\x80\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
+        {"\xF8\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"ab\xE2\x82", u"ab\uFFFD"},
         {"\xF0\x9F\x98", u"\uFFFD"},
         {"\xC3", u"\uFFFD"},
     };
     for (const Row& row : rows) {
-        for (const std::size_t ahead : {0, 15, 16, 1022, 1023}) {
-            // With and without text behind, and across the ends of blocks and steps.
-            for (const std::size_t behind : {0, 1, 40}) {
-                const std::string bytes =
-                    std::string(ahead, 'a') + row.bytes + std::string(behind, 'z');
-                std::u16string text;
-                AppendUtf8ToUtf16(bytes, text);
-                ASSERT_EQ(text, std::u16string(ahead, u'a').append(row.text).append(behind, u'z'));
-                ASSERT_FALSE(IsValidUtf8(bytes));
+        for (const std::u16string filler : {u"a", u"é", u"€", u"😀"}) {
+            for (const std::size_t ahead : {0, 1, 2, 3, 7, 16, 340, 511, 1022, 1023}) {
+                // With and without text behind, and across the ends of words, blocks and steps.
+                for (const std::size_t behind : {0, 1, 40}) {
+                    std::u16string front, back, text;
+                    for (std::size_t i = 0; i < std::max(ahead, behind); ++i) {
+                        front += i < ahead ? filler : u"";
+                        back += i < behind ? filler : u"";
+                    }
+                    std::string bytes, tail;
+                    AppendUtf16ToUtf8(front, bytes);
+                    AppendUtf16ToUtf8(back, tail);
+                    bytes += row.bytes + tail;
+                    AppendUtf8ToUtf16(bytes, text);
+                    ASSERT_EQ(text, front.append(row.text) + back);
+                    ASSERT_FALSE(IsValidUtf8(bytes));
+                }
             }
         }
     }
 }
 
 TEST(Utf8Test, EachCharacterComesBackAndEachSurrogateIsReplaced) {
+    constexpr int kTimes = 14; // words of them, and a few one by one
     for (char32_t ch = 0; ch < 0x110000; ch += ch < 0x11000 ? 1 : 253) {
-        std::u16string text;
-        if (ch < 0x10000)
-            text = static_cast<char16_t>(ch);
-        else
-            text = {static_cast<char16_t>(0xD7C0 + (ch >> 10)),
-                    static_cast<char16_t>(0xDC00 + (ch & 0x3FF))};
         const bool isLone = ch >= 0xD800 && ch < 0xE000;
+        std::u16string text, expected, back;
+        for (int i = 0; i < kTimes; ++i) {
+            if (ch >= 0x10000)
+                text += static_cast<char16_t>(0xD7C0 + (ch >> 10));
+            text += static_cast<char16_t>(ch < 0x10000 ? ch : 0xDC00 + (ch & 0x3FF));
+            expected += isLone ? kReplacement : text.back();
+        }
         std::string bytes;
-        std::u16string back;
-        AppendUtf16ToUtf8(text + u"x", bytes);
+        AppendUtf16ToUtf8(text, bytes);
         AppendUtf8ToUtf16(bytes, back);
-        ASSERT_EQ(back, (isLone ? u"\uFFFD" : text) + u"x") << std::hex << +ch;
+        ASSERT_EQ(back, isLone ? expected : text) << std::hex << +ch;
         ASSERT_EQ(IsValidUtf16(text), !isLone);
-        ASSERT_EQ(Utf16ToUtf8Length(text), bytes.size() - 1);
+        ASSERT_EQ(Utf16ToUtf8Length(text), bytes.size());
         ASSERT_TRUE(IsValidUtf8(bytes));
     }
 }
 
-/// Long texts go in steps, which may divide no character.
-TEST(Utf8Test, LongTextsComeBack) {
-    for (const char16_t* character : {u"é", u"€", u"😀", u"aß", u"z😀€"}) {
-        for (std::size_t shift = 0; shift < 4; ++shift) {
-            std::u16string text(shift, u'a'), back;
-            while (text.size() < 5000)
+/// Texts of one kind of character and of several, in exactly the room that they are said to take,
+/// and long ones, which go in steps that may divide no character.
+TEST(Utf8Test, RunsComeBack) {
+    for (const std::u16string character : {u"é", u"€", u"😀", u"aß", u"z😀€", u"ж ", u"\xD800"}) {
+        for (std::size_t count = 0; count < 4000; count = count < 40 ? count + 1 : count * 3) {
+            std::u16string text(count % 4, u'a'), expected;
+            for (std::size_t i = 0; i < count; ++i)
                 text += character;
-            std::string bytes;
-            AppendUtf16ToUtf8(text, bytes);
-            EXPECT_EQ(bytes.size(), Utf16ToUtf8Length(text));
-            AppendUtf8ToUtf16(bytes, back);
-            EXPECT_EQ(back, text);
+            for (const char16_t ch : text)
+                expected += ch == 0xD800 && character.size() == 1 ? kReplacement : ch;
+            std::vector<char> bytes(Utf16ToUtf8Length(text));
+            ASSERT_EQ(Utf16ToUtf8(text, bytes.data()), bytes.size());
+            std::string appended;
+            AppendUtf16ToUtf8(text, appended);
+            ASSERT_EQ(appended, std::string(bytes.begin(), bytes.end()));
+            std::vector<char16_t> units(bytes.size());
+            units.resize(Utf8ToUtf16(appended, units.data()));
+            ASSERT_EQ(std::u16string(units.begin(), units.end()), expected);
+            std::u16string back;
+            AppendUtf8ToUtf16(appended, back);
+            ASSERT_EQ(back, expected);
         }
     }
 }
