@@ -1,0 +1,166 @@
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "assert_log.h"
+#include "assertion.h"
+#include "backend.h"
+#include "headless_desk.h"
+#include "host_desktop.h"
+
+namespace {
+
+// --- global managers ---
+
+struct Manager : IGlobalManager {
+    Manager(std::string name, std::vector<std::string>& log) : mName(std::move(name)), mLog(log) {}
+    ~Manager() override { mLog.push_back(mName); }
+    std::string mName;
+    std::vector<std::string>& mLog;
+};
+
+TEST(Desktop, OwnsGlobalManagersByName) {
+    std::vector<std::string> log;
+    OptionStore store;
+    {
+        HostDesktop desktop({}, store);
+        auto* const units = new Manager("units", log);
+        desktop.SetGlobalManager(u"units", units);
+        desktop.SetGlobalManager(u"value", new Manager("old value", log));
+        EXPECT_EQ(desktop.GetGlobalManager(u"units"), units);
+        EXPECT_EQ(desktop.GetGlobalManager(u"UNITS"), nullptr);
+        desktop.SetGlobalManager(u"units", units);
+        EXPECT_TRUE(log.empty()) << "the same one again";
+        desktop.SetGlobalManager(u"value", new Manager("value", log));
+        EXPECT_EQ(log, std::vector<std::string>{"old value"});
+        desktop.SetGlobalManager(u"third", new Manager("third", log));
+        desktop.SetGlobalManager(u"third", nullptr);
+        EXPECT_EQ(desktop.GetGlobalManager(u"third"), nullptr);
+    }
+    EXPECT_EQ(log, (std::vector<std::string>{"old value", "third", "value", "units"}));
+}
+
+// --- commands ---
+
+/// Commands are ints here: a stack knows them by their address only.
+struct Work : ICommandWork {
+    bool Execute(IQuorelCommand& command) override { return Log("execute", command); }
+    bool Undo(IQuorelCommand& command) override { return Log("undo", command); }
+    bool Redo(IQuorelCommand& command) override { return Log("redo", command); }
+    void Destroy(IQuorelCommand& command) override { Log("destroy", command); }
+
+    bool Log(const char* what, IQuorelCommand& command) {
+        mLog += std::string(what) + std::to_string(reinterpret_cast<int&>(command)) + " ";
+        return !mFails;
+    }
+    bool mFails = false;
+    std::string mLog;
+};
+
+TEST(Desktop, KeepsAStackOfCommandsForEachManager) {
+    Work work;
+    OptionStore store;
+    int numbers[] = {0, 1, 2, 3};
+    const auto command = [&](int i) { return reinterpret_cast<IQuorelCommand*>(&numbers[i]); };
+    {
+        HostDesktop desktop({}, store);
+        desktop.SetCommandWork(&work);
+        auto* const other = reinterpret_cast<Undo_Manager*>(&store);
+        const CommandStack& own = desktop.GetCommands();
+        desktop.UndoCommand(nullptr); // there is none
+        desktop.RunCommand(command(0), nullptr);
+        desktop.RunCommand(command(1), nullptr);
+        desktop.RunCommand(command(2), other);
+        desktop.UndoCommand(nullptr);
+        desktop.UndoCommand(nullptr);
+        desktop.RedoCommand(nullptr);
+        EXPECT_EQ(own.GetDoneCount(), 1u);
+        EXPECT_EQ(own.GetUndoneCount(), 1u);
+        EXPECT_EQ(desktop.GetCommands(other).GetDoneCount(), 1u);
+        work.mFails = true;
+        desktop.UndoCommand(nullptr);
+        desktop.RunCommand(command(3), nullptr);
+        EXPECT_EQ(own.GetDoneCount(), 1u);
+        EXPECT_EQ(own.GetUndoneCount(), 1u) << "a failed command leaves the rest";
+        work.mFails = false;
+        desktop.RunCommand(command(3), nullptr);
+        EXPECT_EQ(own.GetUndoneCount(), 0u);
+        EXPECT_EQ(work.mLog, "execute0 execute1 execute2 undo1 undo0 redo0 "
+                             "undo0 execute3 destroy3 execute3 destroy1 ");
+        work.mLog.clear();
+    }
+    EXPECT_NE(work.mLog.find("destroy3 destroy0"), std::string::npos) << work.mLog;
+    EXPECT_NE(work.mLog.find("destroy2"), std::string::npos);
+}
+
+// --- prompt and messages ---
+
+TEST(Prompt, AnswersByTheBackendOrCancels) {
+    const struct {
+        int style;
+        int without; ///< without a backend
+        int scripted;
+    } rows[] = {
+        {IPrompt::kWarning, IPrompt::kAnswerOk, IPrompt::kAnswerOk},
+        {IPrompt::kYesNoCancel | IPrompt::kWarning, IPrompt::kAnswerCancel, IPrompt::kAnswerYes}};
+    HostPrompt prompt;
+    HeadlessDesk desk;
+    std::vector<HostPrompt::Shown> told;
+    prompt.m_OnShown = [&](const HostPrompt::Shown& shown) { told.push_back(shown); };
+    for (const auto& row : rows) {
+        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", row.style, 0), row.without);
+        SetBackend(&desk);
+        desk.m_MessageAnswers = {row.scripted};
+        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", row.style, 0), row.scripted);
+        SetBackend(nullptr);
+    }
+    EXPECT_EQ(prompt.GetShown().size(), 4u);
+    EXPECT_EQ(prompt.GetShown()[2], (HostPrompt::Shown{u"Sure?", 51}));
+    EXPECT_EQ(told, prompt.GetShown());
+    EXPECT_EQ(desk.m_Messages.size(), 2u);
+}
+
+TEST(Prompt, ShowsCollectedMessagesOnce) {
+    HostPrompt prompt;
+    HostMessageSink sink(prompt);
+    sink.m_ToText = [](const QuorelMessage&) { return HostPrompt::Shown{u"Loop", 16}; };
+    const int stand_in = 0; // a message and a context pass through by address
+    sink.PostMessage(reinterpret_cast<const QuorelMessage&>(stand_in));
+    prompt.Collect(u"Second", 48);
+    EXPECT_EQ(prompt.GetMessageCount(), 2);
+    EXPECT_TRUE(prompt.GetShown().empty());
+    for (int i = 0; i < 2; ++i)
+        prompt.ShowMessages(reinterpret_cast<const QuorelCommandContext&>(stand_in));
+    EXPECT_EQ(prompt.GetMessageCount(), 0);
+    EXPECT_EQ(prompt.GetShown(), (std::vector<HostPrompt::Shown>{{u"Loop", 16}, {u"Second", 48}}));
+}
+
+// --- assertions ---
+
+TEST(Asserts, ArePrintedCountedAndPassedOver) {
+    const bool ignored = std::exchange(gIgnoreAllAsserts, false);
+    int outer = 0, reached = 0;
+    const AssertHandler before = SetAssertHandler([&](const std::string&, unsigned) {
+        ++outer;
+        return AssertAnswer::kRetry;
+    });
+    testing::internal::CaptureStderr();
+    {
+        const AssertLog log;
+        for (int i = 0; i < 2; ++i) {
+            USE_ASSERT_TEXT(i < 0, "is below zero");
+            ++reached;
+        }
+        EXPECT_EQ(log.GetCount(), 2);
+    }
+    const std::string printed = testing::internal::GetCapturedStderr();
+    EXPECT_NE(printed.find("is below zero"), std::string::npos);
+    EXPECT_EQ(reached, 2);
+    USE_ASSERT_TEXT(false, "the handler before is back");
+    EXPECT_EQ(outer, 1);
+    SetAssertHandler(before);
+    gIgnoreAllAsserts = ignored;
+}
+
+} // namespace

@@ -1,0 +1,122 @@
+#include "option_store.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include <gtest/gtest.h>
+
+#include "host_desktop.h"
+
+namespace {
+
+class Options : public testing::Test {
+protected:
+    ~Options() override { std::filesystem::remove_all(mFolder); }
+
+    void Write(const std::string& text) const {
+        std::filesystem::create_directories(mFolder);
+        std::ofstream(mPath, std::ios::binary) << text;
+    }
+    std::string Read() const {
+        std::ifstream file(mPath, std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+
+    const std::filesystem::path mFolder =
+        std::filesystem::path(testing::TempDir()) /
+        (std::string("options-") + testing::UnitTest::GetInstance()->current_test_info()->name());
+    const std::string mPath = (mFolder / "deep" / ".." / "options.ini").lexically_normal();
+};
+
+TEST_F(Options, AnyTextComesBackFromTheFileOrIsNamed) {
+    const std::u16string unpaired(1, u'\xD800');
+    const struct {
+        AString value;
+        bool isStored;
+    } rows[] = {
+        {u"", true},
+        {u"plain", true},
+        {u" blanks around ", true},
+        {u"\"quoted\"", true},
+        {u"' ; = [x]", true},
+        {u"\u00B5 \u20AC \U0001F600", true},
+        {u"tab\there", true},
+        {AString(1023, u'x'), true},
+        {AString(1024, u'x'), false},
+        {u"two\nlines", false},
+        {u"cr\r", false},
+    };
+    for (const auto& row : rows) {
+        std::filesystem::remove(mPath);
+        OptionStore store;
+        ASSERT_TRUE(store.Open(mPath));
+        store.Set(u"Options", u"Key", row.value);
+        store.Set(u"Options", u"Other", u"1");
+        EXPECT_EQ(store.Find(u"OPTIONS", u"key"), row.value) << "names have no case";
+        const sys::Status saved = store.Save();
+        EXPECT_EQ(saved.IsOk(), row.isStored) << row.value.ToCString();
+        EXPECT_EQ(saved.reason.find("Options/Key") != std::string::npos, !row.isStored);
+        OptionStore again;
+        ASSERT_TRUE(again.Open(mPath));
+        EXPECT_EQ(again.Find(u"Options", u"Key"),
+                  row.isStored ? std::optional(row.value) : std::nullopt);
+        EXPECT_EQ(again.Find(u"Options", u"Other"), AString(u"1"));
+    }
+}
+
+TEST_F(Options, SaveTouchesNothingButWhatWasSet) {
+    Write("; mine\r\n[Options]\r\nA=1\r\nB=2\r\n");
+    OptionStore store;
+    ASSERT_TRUE(store.Open(mPath));
+    store.Set(u"Options", u"A", u"3");
+    Write("; mine\r\n[Options]\r\nA=1\r\nB=5\r\n[Later]\r\nC=1\r\n"); // by another process
+    ASSERT_TRUE(store.Save());
+    EXPECT_EQ(Read(), "; mine\r\n[Options]\r\nA=3\r\nB=5\r\n[Later]\r\nC=1\r\n");
+    Write("untouched");
+    ASSERT_TRUE(store.Save());
+    EXPECT_EQ(Read(), "untouched") << "nothing was set since";
+}
+
+TEST_F(Options, WhatIsNoFileIsNotReadAndNotWritten) {
+    std::filesystem::create_directories(mPath);
+    OptionStore store;
+    EXPECT_FALSE(store.Open(mPath));
+    store.Set(u"Options", u"A", u"3");
+    EXPECT_TRUE(store.Save()) << "it stays in memory";
+    EXPECT_EQ(store.Find(u"Options", u"A"), AString(u"3"));
+    EXPECT_TRUE(std::filesystem::is_directory(mPath));
+}
+
+TEST_F(Options, DesktopReadsIntegersFromText) {
+    OptionStore store;
+    HostDesktop desktop({}, store);
+    const struct {
+        const char16_t* text;
+        int value;
+    } rows[] = {{u"12", 12},
+                {u"-5", -5},
+                {u" 7 ", 7},
+                {u"", 99},
+                {u"12x", 99},
+                {u"1e3", 99},
+                {u"abc", 99},
+                {u"2147483647", 2147483647},
+                {u"2147483648", 99},
+                {u"-2147483648", -2147483647 - 1},
+                {u"99999999999999999999", 99}};
+    for (const auto& row : rows) {
+        store.Set(u"Options", u"Tab", row.text);
+        EXPECT_EQ(desktop.GetIntegerOption(0, u"Options", u"Tab", 99), row.value)
+            << AString(row.text).ToCString();
+    }
+    desktop.SetIntegerOption(0, u"Options", u"Tab", -8);
+    EXPECT_EQ(desktop.GetIntegerOption(0, u"options", u"TAB", 99), -8);
+    AString text;
+    desktop.GetStringOption(text, 0, u"Options", u"Tab", u"none");
+    EXPECT_EQ(text, u"-8");
+    desktop.GetStringOption(text, 0, u"Elsewhere", u"Tab", u"none");
+    EXPECT_EQ(text, u"none");
+}
+
+} // namespace
