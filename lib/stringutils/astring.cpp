@@ -52,10 +52,10 @@ void CheckLength(std::size_t length) {
 /// A text with a length, or up to its terminator when that is negative.
 template <class Ch>
 std::basic_string_view<Ch> ViewOf(const Ch* text, std::ptrdiff_t length) {
-    if (length < 0)
-        return text;
-    CheckLength(static_cast<std::size_t>(length));
-    return {text, static_cast<std::size_t>(length)};
+    const std::basic_string_view<Ch> view =
+        length < 0 ? text : std::basic_string_view<Ch>(text, static_cast<std::size_t>(length));
+    CheckLength(view.size());
+    return view;
 }
 
 /// The message that the flags ask for, or why there is none.

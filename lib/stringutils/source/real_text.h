@@ -9,7 +9,8 @@ namespace textformat {
 /// Makes the letters a to z in a text capitals.
 void UpperCase(char* first, char* last);
 
-/// The text of a number without its sign, in the C locale's form, exact to any precision.
+/// The text of a number without its sign, in the C locale's form, exact to any precision. It stands
+/// in a work area of the thread, which keeps its size: making a RealText ends the one before.
 class RealText {
 public:
     /// `letter` is one of eEfFgGaA; a precision below 0 is 6, or for a and A what the number needs.
@@ -25,7 +26,7 @@ private:
     bool mIsNegative;
     bool mIsFinite;
     std::string_view mPrefix;
-    std::string mBody;
+    std::string& mBody;
 };
 
 } // namespace textformat

@@ -92,6 +92,13 @@ struct Fields {
     Body body;
 };
 
+void AppendBody(std::u16string_view body, std::u16string& out) {
+    out.append(body);
+}
+void AppendBody(std::string_view body, std::u16string& out) {
+    codepage::AppendDecoded(codepage::Page::kWindows1252, body, out);
+}
+
 template <class Body>
 void Pad(const Conversion& conversion, Fields<Body> fields, bool zerosFill, std::u16string& out) {
     const std::size_t length = fields.prefix.size() + fields.zeros + fields.body.size();
@@ -102,7 +109,7 @@ void Pad(const Conversion& conversion, Fields<Body> fields, bool zerosFill, std:
         out.append(fill, u' ');
     out.append(fields.prefix.begin(), fields.prefix.end());
     out.append(fields.zeros + (isZeroFilled ? fill : 0), u'0');
-    out.append(fields.body.begin(), fields.body.end());
+    AppendBody(fields.body, out);
     if (conversion.isLeft)
         out.append(fill, u' ');
 }
@@ -190,17 +197,13 @@ std::basic_string_view<Ch> Cut(const Ch* text, std::size_t length, int precision
 }
 
 void AppendText(const Conversion& conversion, const FormatArg& arg, std::u16string& out) {
-    std::u16string decoded;
-    std::u16string_view body;
-    if (!arg.pointer && arg.length == FormatArg::kToNull) {
-        body = Cut(u"(null)", FormatArg::kToNull, conversion.precision);
-    } else if (arg.kind == FormatArg::Kind::kNarrowText) {
-        const std::string_view bytes = Cut(arg.narrow, arg.length, conversion.precision);
-        codepage::AppendDecoded(codepage::Page::kWindows1252, bytes, decoded);
-        body = decoded;
-    } else {
-        body = Cut(arg.text, arg.length, conversion.precision);
+    if (arg.kind == FormatArg::Kind::kNarrowText && arg.pointer) {
+        const std::string_view body = Cut(arg.narrow, arg.length, conversion.precision);
+        return Pad(conversion, Fields<std::string_view>{"", 0, body}, false, out);
     }
+    const bool isMissing = !arg.pointer && arg.length == FormatArg::kToNull;
+    const char16_t* text = isMissing ? u"(null)" : arg.text;
+    const std::u16string_view body = Cut(text, arg.length, conversion.precision);
     Pad(conversion, Fields<std::u16string_view>{"", 0, body}, false, out);
 }
 

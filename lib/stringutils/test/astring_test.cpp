@@ -2,10 +2,12 @@
 
 #include <clocale>
 #include <gtest/gtest.h>
+#include <set>
 #include <stdexcept>
 
 #include "assertion.h"
 #include "char_class.h"
+#include "locale_table.h"
 #include "text_helpers.h"
 
 namespace {
@@ -191,6 +193,18 @@ TEST(AStringTest, NothingDependsOnTheLocale) {
     }
     std::setlocale(LC_ALL, "C");
     EXPECT_EQ(expected, "1234.50 2.5äiiä");
+}
+
+TEST(LocaleTest, EachIsFoundByItsName) {
+    std::set<unsigned> ids;
+    for (const LocaleRow& row : GetLocaleTable()) {
+        EXPECT_EQ(FindLocale(row.name).id, row.id) << U8(row.name);
+        EXPECT_TRUE(ids.insert(row.id).second) << U8(row.name);
+    }
+    EXPECT_EQ(FindLocale(AString(u"German_Austria.1252")).id, 0x0C07u);
+    EXPECT_EQ(FindLocale(u"Greek_Greece.1253").language, u"ελληνικά");
+    for (const char16_t* name : {u"", u"German", u"German_Austria.1250", u"Zulu_South Africa.1252"})
+        EXPECT_EQ(FindLocale(name).language, u"") << U8(name);
 }
 
 TEST(CharClassTest, Classes) {

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <initializer_list>
 
 #include "text_helpers.h"
 
@@ -15,43 +16,31 @@ std::string Printed(const char* format, auto... args) {
     return text;
 }
 
-constexpr const char* kFlags[] = {"", "-", "+", " ", "0", "#", "-0", "+ ", "#0", "+#-", " 0"};
-constexpr const char* kSizes[] = {"", "1", "12", ".0", ".3", "9.2", ".25", "30.10"};
-
-TEST(FormatTest, IntegersAreAsInC) {
-    for (const char* flags : kFlags) {
-        for (const char* size : kSizes) {
-            for (const char* conversion :
-                 {"d", "i", "u", "o", "x", "X", "hd", "hhu", "hx", "hho"}) {
-                for (const int value :
-                     {0, 1, -1, 8, 255, 65536, -129, 2147483647, -2147483647 - 1}) {
-                    const std::string format = std::string("%") + flags + size + conversion;
+/// Every value in all flags and sizes of each conversion.
+template <class Value>
+void CompareWithC(std::initializer_list<const char*> conversions,
+                  std::initializer_list<Value> values) {
+    for (const char* flags : {"", "-", "+", " ", "0", "#", "-0", "+ ", "#0", "+#-", " 0"}) {
+        for (const char* size : {"", "1", "12", ".0", ".3", "9.2", ".25", "30.10"}) {
+            for (const char* conversion : conversions) {
+                const std::string format = std::string("%") + flags + size + conversion;
+                for (const Value value : values)
                     ASSERT_EQ(U8(AString().Format(S(format).c_str(), value)),
                               Printed(format.c_str(), value))
                         << format << " of " << value;
-                }
             }
         }
     }
 }
 
-TEST(FormatTest, RealsAreAsInC) {
-    const double values[] = {0.0,     -0.0,     1.0,      -1.5,      0.1,
-                             2.5,     99999.95, 1e-5,     1.5e-4,    1e100,
-                             -1e-300, 1e16,     123456.,  5e-324,    1.7976931348623157e308,
-                             0.045,   1e5,      INFINITY, -INFINITY, NAN};
-    for (const char* flags : kFlags) {
-        for (const char* size : kSizes) {
-            for (const char* conversion : {"e", "E", "f", "F", "g", "G"}) {
-                for (const double value : values) {
-                    const std::string format = std::string("%") + flags + size + conversion;
-                    ASSERT_EQ(U8(AString().Format(S(format).c_str(), value)),
-                              Printed(format.c_str(), value))
-                        << format << " of " << value;
-                }
-            }
-        }
-    }
+TEST(FormatTest, NumbersAreAsInC) {
+    CompareWithC<int>({"d", "i", "u", "o", "x", "X", "hd", "hhu", "hx", "hho"},
+                      {0, 1, -1, 8, 255, 65536, -129, INT_MAX, INT_MIN});
+    CompareWithC<double>({"e", "E", "f", "F", "g", "G"},
+                         {0.0,     -0.0,     1.0,      -1.5,      0.1,
+                          2.5,     99999.95, 1e-5,     1.5e-4,    1e100,
+                          -1e-300, 1e16,     123456.,  5e-324,    1.7976931348623157e308,
+                          0.045,   1e5,      INFINITY, -INFINITY, NAN});
     for (const char* format : {"%.1074f", "%.1500f", "%.1200e", "%#.1200g", "%.1500g", "%1500.3f"})
         EXPECT_EQ(U8(AString().Format(S(format).c_str(), 5e-324)), Printed(format, 5e-324));
     for (const char* format : {"%a", "%A", "%.2a", "%+12a", "%#.0a", "%020a"})
@@ -69,7 +58,7 @@ TEST(FormatTest, TextsCharactersAndTheRest) {
     const Row rows[] = {
         {work.Format(u"%s|%8s|%-8s|%.2s|%8.2s", u"Ωhm", u"Ωhm", u"Ωhm", u"Ωhm", u"Ωhm"),
          "Ωhm|     Ωhm|Ωhm     |Ωh|      Ωh"},
-        {work.Format(u"%s %S %hs", "caf\xE9", "\x80", std::string("a")), "café € a"},
+        {work.Format(u"%6s|%S|%-3hs|", "caf\xE9", "\x80", std::string("a")), "  café|€|a  |"},
         {work.Format(u"%s %s", own, static_cast<const char16_t*>(nullptr)), "own (null)"},
         {work.Format(u"%c%c%C%3c|%-3c|%c", u'Ω', '\xB5', 0xB5, 'x', 'y', 0x41), "Ωµµ  x|y  |A"},
         {work.Format(u"%*d|%-*d|%*d|%.*f|%.*f", 5, 1, 5, 2, -5, 3, 2, 1.0, -1, 1.0),
@@ -90,83 +79,31 @@ TEST(FormatTest, TextsCharactersAndTheRest) {
 }
 
 TEST(ParseTest, NumbersAreAsInC) {
-    const char* texts[] = {"",
-                           " ",
-                           "12",
-                           " 12.5  ",
-                           "12.5x",
-                           "+1",
-                           "-1",
-                           "+-1",
-                           "--1",
-                           "1.",
-                           ".5",
-                           ".",
-                           "1e",
-                           "1e5",
-                           "1e+5",
-                           "1E-5",
-                           "1e+",
-                           "1 2",
-                           "1.5.2",
-                           "0x",
-                           "0x1",
-                           "0X1F",
-                           "0x1.8p1",
-                           "0x.8",
-                           "0x.",
-                           "0x1p",
-                           "0x1p-3x",
-                           "inf",
-                           "-INFINITY",
-                           "infinit",
-                           "infinityx",
-                           "nan",
-                           "NaN(1a_)",
-                           "nan(",
-                           "nanx",
-                           "1e400",
-                           "-1e400",
-                           "1e-400",
-                           "4.9e-324",
-                           "2.4703282292062327e-324",
-                           "1.7976931348623159e308",
-                           "0e999999999999999999",
-                           "0.0000000000000000000000000000000001e400",
-                           "1000000000000e-400",
-                           "0x1p5000",
-                           "0x0.0001p-5000",
-                           "1,5",
-                           "0b1",
-                           "1_0",
-                           "\t\n1\r",
-                           "9007199254740993",
-                           "0.1e1 ",
-                           "00012",
-                           "1e0x"};
-    for (const char* text : texts) {
+    std::vector<AString> texts;
+    AString("| |12| 12.5  |12.5x|+1|-1|+-1|--1|1.|.5|.|1e|1e5|1e+5|1E-5|1e+|1 2|1.5.2|0x|0x1|"
+            "0X1F|0x1.8p1|0x.8|0x.|0x1p|0x1p-3x|inf|-INFINITY|infinit|infinityx|nan|NaN(1a_)|"
+            "nan(|nanx|1e400|-1e400|1e-400|4.9e-324|2.4703282292062327e-324|1.797693134862315"
+            "9e308|0e999999999999999999|0.0000000000000000000000000000000001e400|100000000000"
+            "0e-400|0x1p5000|0x0.0001p-5000|1,5|0b1|1_0|\t\n1\r|9007199254740993|0.1e1 |00012"
+            "|1e0x")
+        .Split(u"|", texts);
+    for (const AString& wide : texts) {
+        const std::string narrow = U8(wide);
+        const char* text = narrow.c_str();
         char* end = nullptr;
+        const auto isNumber = [&] {
+            return end != text && std::string(end).find_first_not_of(" \t\r\n") == narrow.npos;
+        };
         const double expected = std::strtod(text, &end);
-        const bool isNumber =
-            end != text && std::string(end).find_first_not_of(" \t\r\n") == std::string::npos;
         double value = 42;
-        EXPECT_EQ(S(text).ToDouble(value), isNumber) << text;
-        if (!isNumber)
-            EXPECT_EQ(value, 42) << text;
-        else if (!std::isnan(expected))
-            EXPECT_EQ(value, expected) << text;
-        else
-            EXPECT_TRUE(std::isnan(value)) << text;
-    }
-    for (const char* text : texts) {
+        EXPECT_EQ(wide.ToDouble(value), isNumber()) << text;
+        EXPECT_EQ(std::isnan(value), isNumber() && std::isnan(expected)) << text;
+        EXPECT_TRUE(std::isnan(value) || value == (isNumber() ? expected : 42)) << text;
         for (const int base : {0, 2, 10, 16, 36}) {
-            char* end = nullptr;
-            const long expected = std::strtol(text, &end, base);
-            const bool isNumber =
-                end != text && std::string(end).find_first_not_of(" \t\r\n") == std::string::npos;
-            long value = 42;
-            EXPECT_EQ(S(text).ToLong(value, base), isNumber) << text << " in " << base;
-            EXPECT_EQ(value, isNumber ? expected : 42) << text << " in " << base;
+            const long whole = std::strtol(text, &end, base);
+            long wholeValue = 42;
+            EXPECT_EQ(wide.ToLong(wholeValue, base), isNumber()) << text << " in " << base;
+            EXPECT_EQ(wholeValue, isNumber() ? whole : 42) << text << " in " << base;
         }
     }
 }

@@ -43,18 +43,17 @@ TEST_F(AssertionTest, ReportsWhatAndWhere) {
 }
 
 TEST_F(AssertionTest, ActsOnTheAnswers) {
-    struct Row {
+    const struct {
         std::vector<AssertAnswer> answers;
         std::vector<unsigned> styles;
         bool siteAsksAgain, othersAsk;
-    };
-    const Row rows[] = {
+    } rows[] = {
         {{kRetry}, {0x2012}, true, true},
         {{kIgnore, kNo}, {0x2012, 0x2024}, true, true},
         {{kIgnore, kYes, kNo}, {0x2012, 0x2024, 0x2034}, false, true},
         {{kIgnore, kYes, kYes}, {0x2012, 0x2024, 0x2034}, false, false},
     };
-    for (const Row& row : rows) {
+    for (const auto& row : rows) {
         mScript = row.answers;
         mStyles.clear();
         gIgnoreAllAsserts = false;

@@ -31,16 +31,13 @@ TEST(RefPtrTest, TheLastHolderDeletes) {
 }
 
 TEST(DebugLogTest, ReadsTheEnvironment) {
-    struct Row {
-        const char* text;
-        std::int32_t mode;
-    };
-    const Row rows[] = {{"3", 3},          {" -7 ", -7}, {"+4", 4},  {"2147483647", 2147483647},
-                        {"2147483648", 0}, {"", 0},      {" ", 0},   {"3x", 0},
-                        {"+-4", 0},        {"+", 0},     {"0x10", 0}};
-    for (const Row& row : rows) {
-        setenv("QUOREL_DEBUG_MODE", row.text, 1);
-        EXPECT_EQ(DebugLog().mMode, row.mode) << row.text;
+    const std::pair<const char*, std::int32_t> rows[] = {
+        {"3", 3},          {" -7 ", -7}, {"+4", 4},  {"2147483647", 2147483647},
+        {"2147483648", 0}, {"", 0},      {" ", 0},   {"3x", 0},
+        {"+-4", 0},        {"+", 0},     {"0x10", 0}};
+    for (const auto& [text, mode] : rows) {
+        setenv("QUOREL_DEBUG_MODE", text, 1);
+        EXPECT_EQ(DebugLog().mMode, mode) << text;
     }
     EXPECT_FALSE(DebugLog().mVerbose || DebugLog().mLog);
     const std::string path = testing::TempDir() + "/debug_log_" + std::to_string(getpid());
