@@ -38,8 +38,13 @@ std::size_t LengthWithoutSlash(std::u16string_view directory) {
     return directory.size() - (isClosed ? 1 : 0);
 }
 
+/// Bytes that aren't UTF-8 would be another directory's name, so the system's own name for the
+/// current one takes their place.
 AString CurrentDirectoryWithSlash() {
-    AString path = AString::FromMultiByte(AString::kUtf8, sys::CurrentDirectory());
+    const std::string bytes = sys::CurrentDirectory();
+    AString path = AString::CanDecode(AString::kUtf8, bytes)
+                       ? AString::FromMultiByte(AString::kUtf8, bytes)
+                       : AString(u"/proc/self/cwd");
     path += u'/';
     return path;
 }
