@@ -136,8 +136,8 @@ TEST(Block_read, FromStringTellsWhetherThereWereErrors) {
     CBlock_named_value value;
     CBlock_value bare;
     CBlock_vec vec;
-    EXPECT_TRUE(func.FromString("f(1, a=2)") && value.FromString("x=5") &&
-                bare.FromString(" 7") && vec.FromString("v[1: 9]"));
+    EXPECT_TRUE(func.FromString("f(1, a=2)") && value.FromString("x=5") && bare.FromString(" 7") &&
+                vec.FromString("v[1: 9]"));
     EXPECT_EQ(DumpItem(func) + DumpItem(value) + DumpItem(bare) + DumpItem(vec),
               "f(1i, a=2i)x=5i7iv[9i]");
     EXPECT_FALSE(func.FromString("x=5") || value.FromString("f(1)") || bare.FromString("(") ||
@@ -156,14 +156,15 @@ std::string Repeat(const std::string& text, int count) {
 TEST(Block_read, NestingHasABound) {
     const std::string head = "$begin 'A'\n";
     const std::string end = "x=1\n$end 'A'\ny=2\n$end 'A'";
-    // Error 4 for the block and the function that nest too deep, and reading goes on behind the line.
-    EXPECT_EQ(ReadTree(head + Repeat("f(", 1000) + "1" + Repeat(")", 1000) + "\n" + end),
-              "'A'{" + Repeat("f(", 1000) + "1i" + Repeat(")", 1000) + "; x=1i}");
+    // Error 4 for the block and the function that nest too deep, and reading goes on behind the
+    // line.
+    EXPECT_TRUE(ReadTree(head + Repeat("f(", 1000) + "1" + Repeat(")", 1000) + "\n" + end) ==
+                "'A'{" + Repeat("f(", 1000) + "1i" + Repeat(")", 1000) + "; x=1i}");
     EXPECT_EQ(ReadTree(head + "f(1,\n" + Repeat("f(", 1000) + "1)\n" + end), "'A'{x=1i}!4@3");
-    EXPECT_EQ(ReadTree(Repeat(head, 1000) + "x=1"),
-              Repeat("'A'{", 1000) + "x=1i" + Repeat("}", 1000));
-    EXPECT_EQ(ReadTree(Repeat(head, 1001) + end),
-              Repeat("'A'{", 1000) + "x=1i}!4@1001; y=2i}" + Repeat("}", 998));
+    EXPECT_TRUE(ReadTree(Repeat(head, 1000) + "x=1") ==
+                Repeat("'A'{", 1000) + "x=1i" + Repeat("}", 1000));
+    EXPECT_TRUE(ReadTree(Repeat(head, 1001) + end) ==
+                Repeat("'A'{", 1000) + "x=1i}!4@1001; y=2i}" + Repeat("}", 998));
 }
 
 TEST(Block_read, SurvivesPiecesThatNeverEnd) {
@@ -172,8 +173,10 @@ TEST(Block_read, SurvivesPiecesThatNeverEnd) {
         int count;
         const char* tree; ///< of the start
     } rows[] = {
-        {"$begin 'A'\n", 1000000, "'A'{'A'{'A'{"}, {"$begin A ", 100000, "'A'{A{A{"},
-        {"f(", 100000, "'A'{}!4@2"},                {"x[65535:", 100000, "'A'{}!10@2"},
+        {"$begin 'A'\n", 1000000, "'A'{'A'{'A'{"},
+        {"$begin A ", 100000, "'A'{A{A{"},
+        {"f(", 100000, "'A'{}!4@2"},
+        {"x[65535:", 100000, "'A'{}!10@2"},
         {"x=\n", 50000, "'A'{x=x; x=x"},
     };
     for (const auto& row : rows) {
