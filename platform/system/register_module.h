@@ -22,6 +22,7 @@ struct ModuleRegistration {
     std::string typeLibraryId;
     std::string applicationId;
     std::string applicationName;
+    std::string applicationFile; ///< the name by which the application's id is found
 };
 
 /// Writes the registration, over one of the same class if there is one.

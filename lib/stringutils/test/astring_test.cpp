@@ -123,25 +123,14 @@ TEST(AStringTest, Comparison) {
 
 TEST(AStringTest, SubstringsNeverFail) {
     const AString abc = u"abc";
-    const std::pair<AString, const char16_t*> rows[] = {{abc.Left(0), u""},
-                                                        {abc.Left(2), u"ab"},
-                                                        {abc.Left(99), u"abc"},
-                                                        {abc.Left(-1), u""},
-                                                        {abc.Right(-3), u""},
-                                                        {abc.Right(2), u"bc"},
-                                                        {abc.Right(99), u"abc"},
-                                                        {abc.Mid(-2, 1), u"a"},
-                                                        {abc.Mid(10, 2), u""},
-                                                        {abc.Mid(3, 1), u""},
-                                                        {abc.Mid(1, 0), u""},
-                                                        {abc.Mid(1, 99), u"bc"},
-                                                        {abc.Mid(1), u"bc"},
-                                                        {abc.Mid(-1), u"abc"},
-                                                        {abc.Mid(3), u""},
-                                                        {abc.Mid(PTRDIFF_MAX, PTRDIFF_MAX), u""},
-                                                        {abc.Right(PTRDIFF_MAX), u"abc"}};
-    for (const auto& [part, expected] : rows)
-        EXPECT_EQ(part, expected);
+    constexpr std::ptrdiff_t kMost = PTRDIFF_MAX;
+    EXPECT_EQ(Joined({abc.Left(0), abc.Left(2), abc.Left(99), abc.Left(-1)}), "|ab|abc||");
+    EXPECT_EQ(Joined({abc.Right(-3), abc.Right(2), abc.Right(99), abc.Right(kMost)}),
+              "|bc|abc|abc|");
+    EXPECT_EQ(
+        Joined({abc.Mid(-2, 1), abc.Mid(10, 2), abc.Mid(3, 1), abc.Mid(1, 0), abc.Mid(1, 99)}),
+        "a||||bc|");
+    EXPECT_EQ(Joined({abc.Mid(1), abc.Mid(-1), abc.Mid(3), abc.Mid(kMost, kMost)}), "bc|abc|||");
     EXPECT_EQ(AString(u"AÄΩ1").ToLower(), u"aäω1");
 }
 

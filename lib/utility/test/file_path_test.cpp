@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "atomic_file.h"
 #include "directory.h"
@@ -87,38 +88,40 @@ TEST(FilePath, IsSplitAtConstruction) {
     }
 }
 
-TEST(FilePath, HasOneSlashBehindTheRootAsCurrentDirectory) {
+TEST(FilePath, StandsInAnyCurrentDirectory) {
     ASSERT_EQ(::chdir("/"), 0);
-    EXPECT_EQ(FilePath(u"a").GetSystemPath(), "/a");
-    EXPECT_EQ(FilePath(u"").GetSystemPath(), "/");
-    EXPECT_EQ(FilePath(u"..").GetSystemPath(), "/");
+    for (const auto& [path, full] : {std::pair(u"a", "/a"), {u"", "/"}, {u"..", "/"}}) {
+        EXPECT_EQ(FilePath(path).GetSystemPath(), full);
+    }
+    const std::string noText = sys::TemporaryDirectory() + "\xE9" + std::to_string(::getpid());
+    ASSERT_EQ(::mkdir(noText.c_str(), 0700), 0);
+    ASSERT_EQ(::chdir(noText.c_str()), 0);
+    EXPECT_TRUE(sys::WriteFileAtomically(FilePath(u"a").GetSystemPath(), ""));
+    EXPECT_TRUE(sys::DeleteFile(noText + "/a"));
+    EXPECT_TRUE(sys::RemoveDirectory(noText));
+    ASSERT_EQ(::chdir("/"), 0);
 }
 
 TEST(FilePath, ResolvesLongRowsOfDots) {
-    AString dots = u"/a";
+    AString dots = u"/a", parents;
     for (int i = 0; i < 500000; ++i) {
         dots += u"/.";
-    }
-    EXPECT_EQ(FilePath(dots).GetSystemPath(), "/a");
-    AString parents;
-    for (int i = 0; i < 500000; ++i) {
         parents += u"/..";
     }
+    EXPECT_EQ(FilePath(dots).GetSystemPath(), "/a");
     EXPECT_EQ(FilePath(parents).GetSystemPath(), "/");
 }
 
 TEST(FilePath, TellsTheTimeOfWhatIsThere) {
     std::string file;
     ASSERT_TRUE(sys::CreateTemporaryFile(sys::TemporaryDirectory(), "\xC3\xA9\xE4\xB8\xAD:", file));
-    const struct {
-        time_t modified;
-        std::uint32_t shown;
-    } rows[] = {{1000000000, 1000000000u}, {0, 1u}, {4294967295, 4294967295u}, {4294967296, 1u}};
+    const std::pair<time_t, std::uint32_t> rows[] = {
+        {1000000000, 1000000000u}, {0, 1u}, {4294967295, 4294967295u}, {4294967296, 1u}};
     const FilePath path(Text(file));
-    for (const auto& row : rows) {
-        const timespec times[2] = {{row.modified, 0}, {row.modified, 0}};
+    for (const auto& [modified, shown] : rows) {
+        const timespec times[2] = {{modified, 0}, {modified, 0}};
         ASSERT_EQ(::utimensat(AT_FDCWD, file.c_str(), times, 0), 0);
-        EXPECT_EQ(path.GetModifiedTime(), row.shown);
+        EXPECT_EQ(path.GetModifiedTime(), shown);
     }
     ASSERT_TRUE(sys::DeleteFile(file));
     EXPECT_EQ(path.GetModifiedTime(), 0u);

@@ -18,7 +18,7 @@ struct Entry {
     std::string_view key;
     std::string ModuleRegistration::*member;
 };
-constexpr std::array<Entry, 9> kEntries{{
+constexpr std::array<Entry, 10> kEntries{{
     {"ClassId", &ModuleRegistration::classId},
     {"Title", &ModuleRegistration::title},
     {"VersionIndependentName", &ModuleRegistration::versionIndependentName},
@@ -28,6 +28,7 @@ constexpr std::array<Entry, 9> kEntries{{
     {"TypeLibraryId", &ModuleRegistration::typeLibraryId},
     {"ApplicationId", &ModuleRegistration::applicationId},
     {"ApplicationName", &ModuleRegistration::applicationName},
+    {"ApplicationFile", &ModuleRegistration::applicationFile},
 }};
 
 /// The class id in upper case; empty unless it has the form of one. A file is named after it, so

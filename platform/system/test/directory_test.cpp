@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "temporary_folder.h"
 
@@ -58,18 +59,15 @@ TEST(EmptyDirectoryTree, DeletesAtAnyDepthAndFollowsNoLink) {
 TEST(MakeDirectories, MakesWhatIsMissing) {
     const TemporaryFolder folder;
     const std::string file = folder.Write("file", "");
-    const struct {
-        std::string path;
-        int code;
-    } rows[] = {{folder.At("a/b//c/"), 0},
-                {folder.At("a/b/c"), 0},
-                {folder.At("d"), 0},
-                {file, EEXIST},
-                {file + "/x", ENOTDIR},
-                {"", ENOENT},
-                {"/", 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(sys::MakeDirectories(row.path).code, row.code) << row.path;
+    const std::pair<std::string, int> rows[] = {{folder.At("a/b//c/"), 0},
+                                                {folder.At("a/b/c"), 0},
+                                                {folder.At("d"), 0},
+                                                {file, EEXIST},
+                                                {file + "/x", ENOTDIR},
+                                                {"", ENOENT},
+                                                {"/", 0}};
+    for (const auto& [path, code] : rows) {
+        EXPECT_EQ(sys::MakeDirectories(path).code, code) << path;
     }
     EXPECT_EQ(folder.List(), (Names{"a", "d", "file"}));
 }

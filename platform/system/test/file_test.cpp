@@ -4,6 +4,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 #include "atomic_file.h"
 #include "file_io.h"
@@ -113,16 +114,13 @@ TEST(AtomicFile, LeavesTheOldFileWhenItFails) {
 
 TEST(AtomicFile, RefusesDirectoriesAndWritesDevicesInPlace) {
     const TemporaryFolder folder;
-    const struct {
-        std::string path;
-        int code;
-    } rows[] = {{folder.At(""), EISDIR},
-                {folder.At("none/a"), ENOENT},
-                {"", ENOENT},
-                {folder.At("a") + '\0' + "b", EINVAL},
-                {"/dev/null", 0}};
-    for (const auto& row : rows) {
-        EXPECT_EQ(sys::WriteFileAtomically(row.path, "x").code, row.code) << row.path;
+    const std::pair<std::string, int> rows[] = {{folder.At(""), EISDIR},
+                                                {folder.At("none/a"), ENOENT},
+                                                {"", ENOENT},
+                                                {folder.At("a") + '\0' + "b", EINVAL},
+                                                {"/dev/null", 0}};
+    for (const auto& [path, code] : rows) {
+        EXPECT_EQ(sys::WriteFileAtomically(path, "x").code, code) << path;
     }
     EXPECT_EQ(folder.List(), Names());
     sys::FileStatus status;

@@ -1,6 +1,7 @@
 #include <cerrno>
 #include <dlfcn.h>
 #include <gtest/gtest.h>
+#include <utility>
 
 #include "environment.h"
 #include "module_loader.h"
@@ -9,16 +10,19 @@
 
 namespace {
 
+using namespace std::string_literals;
+
 TEST(UserDirectory, FollowsTheEnvironment) {
+    using enum sys::UserFolder;
     const struct {
         sys::UserFolder folder;
         const char *variable, *value, *path;
     } rows[] = {
-        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "/c", "/c/quorel/"},
-        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "/c/", "/c/quorel/"},
-        {sys::UserFolder::kConfig, "XDG_CONFIG_HOME", "relative", "/home/ada/.config/quorel/"},
-        {sys::UserFolder::kData, "XDG_DATA_HOME", "", "/home/ada/.local/share/quorel/"},
-        {sys::UserFolder::kState, "XDG_STATE_HOME", nullptr, "/home/ada/.local/state/quorel/"},
+        {kConfig, "XDG_CONFIG_HOME", "/c", "/c/quorel/"},
+        {kConfig, "XDG_CONFIG_HOME", "/c/", "/c/quorel/"},
+        {kConfig, "XDG_CONFIG_HOME", "relative", "/home/ada/.config/quorel/"},
+        {kData, "XDG_DATA_HOME", "", "/home/ada/.local/share/quorel/"},
+        {kState, "XDG_STATE_HOME", nullptr, "/home/ada/.local/state/quorel/"},
     };
     const ScopedVariable home("HOME", "/home/ada");
     for (const auto& row : rows) {
@@ -57,40 +61,32 @@ TEST(ModuleLoader, FindsEntriesAndTellsReasons) {
 
 class RegisterModule : public testing::Test {
 protected:
-    const char* kId = "{4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}";
+    const std::string kId = "{4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}";
     TemporaryFolder mFolder;
     ScopedVariable mData{"XDG_DATA_HOME", mFolder.At("").c_str()};
-    std::string mFile = mFolder.At("quorel/classes/") + kId + ".ini";
+    std::string mFile = mFolder.At("quorel/classes/" + kId + ".ini");
 
-    sys::ModuleRegistration Sample() const {
-        return {kId,
-                "NetlistFactory Class",
-                "A.Netlist",
-                "A.Netlist.1",
-                "/m/Netlist.so",
-                "Apartment",
-                "{type}",
-                "{app}",
-                "Netlist"};
+    static sys::ModuleRegistration Sample(std::string id, std::string path = "/m/Netlist.so") {
+        return {std::move(id), "Factory Class", "A.Netlist", "A.Netlist.1", std::move(path),
+                "Apartment",   "{type}",        "{app}",     "Netlist",     "Netlist.EXE"};
     }
 };
 
 TEST_F(RegisterModule, IsFoundByItsClassIdUntilItIsRemoved) {
+    const std::string lowerId = "{4c958af9-36be-4b70-a715-da9f9b1d24e7}";
     sys::ModuleRegistration read;
     EXPECT_EQ(sys::ReadRegistration(kId, read).code, ENOENT);
     EXPECT_TRUE(sys::UnregisterModule(kId));
-    sys::ModuleRegistration sample = Sample();
-    sample.classId = "{4c958af9-36be-4b70-a715-da9f9b1d24e7}";
-    EXPECT_TRUE(sys::RegisterModule(sample));
-    EXPECT_TRUE(sys::ReadRegistration(sample.classId, read));
+    EXPECT_TRUE(sys::RegisterModule(Sample(lowerId)));
+    EXPECT_TRUE(sys::ReadRegistration(lowerId, read));
     EXPECT_EQ(Contents(mFile),
               "[Class]\nClassId={4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}\n"
-              "Title=NetlistFactory Class\nVersionIndependentName=A.Netlist\n"
+              "Title=Factory Class\nVersionIndependentName=A.Netlist\n"
               "CurrentVersion=A.Netlist.1\nModulePath=/m/Netlist.so\nThreadingModel=Apartment\n"
-              "TypeLibraryId={type}\nApplicationId={app}\nApplicationName=Netlist\n");
-    EXPECT_EQ(read.classId, kId);
-    EXPECT_EQ(read.modulePath, "/m/Netlist.so");
-    EXPECT_EQ(read.applicationName, "Netlist");
+              "TypeLibraryId={type}\nApplicationId={app}\nApplicationName=Netlist\n"
+              "ApplicationFile=Netlist.EXE\n");
+    EXPECT_EQ(read.classId + read.modulePath + read.applicationFile,
+              kId + "/m/Netlist.soNetlist.EXE");
     ASSERT_TRUE(sys::WriteFileAtomically(mFile, "[Class]\nModulePath=/m\nClassId={}\n"));
     EXPECT_EQ(sys::ReadRegistration(kId, read).code, EINVAL);
     EXPECT_EQ(read.modulePath, "");
@@ -99,22 +95,16 @@ TEST_F(RegisterModule, IsFoundByItsClassIdUntilItIsRemoved) {
 }
 
 TEST_F(RegisterModule, RefusesOtherIdsAndBadValues) {
-    sys::ModuleRegistration read;
     for (const char* id :
          {"", "4C958AF9-36BE-4B70-A715-DA9F9B1D24E7", "{../../../../../../../../../../a.b.c/d/e}",
           "{4C958AF9-36BE-4B70-A715-DA9F9B1D24EG}", "{4C958AF9036BE04B700A7150DA9F9B1D24E7}"}) {
-        sys::ModuleRegistration sample = Sample();
-        sample.classId = id;
-        EXPECT_EQ(sys::RegisterModule(sample).code, EINVAL) << id;
+        sys::ModuleRegistration read;
+        EXPECT_EQ(sys::RegisterModule(Sample(id)).code, EINVAL) << id;
         EXPECT_EQ(sys::UnregisterModule(id).code, EINVAL) << id;
         EXPECT_EQ(sys::ReadRegistration(id, read).code, EINVAL) << id;
     }
-    for (const std::string& path :
-         {std::string(), std::string("/m\nClassId=x"), std::string(2000, 'x')}) {
-        sys::ModuleRegistration sample = Sample();
-        sample.modulePath = path;
-        EXPECT_EQ(sys::RegisterModule(sample).code, EINVAL) << path;
-    }
+    for (const std::string& path : {std::string(), "/m\nClassId=x"s, std::string(2000, 'x')})
+        EXPECT_EQ(sys::RegisterModule(Sample(kId, path)).code, EINVAL) << path;
     EXPECT_EQ(Contents(mFile), "?");
 }
 

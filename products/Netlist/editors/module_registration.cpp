@@ -11,6 +11,7 @@ constexpr char kVersionIndependentName[] = "QuorelMeridane.Netlist";
 constexpr char kCurrentVersion[] = "QuorelMeridane.Netlist.1";
 constexpr char kThreadingModel[] = "Apartment";
 constexpr char kApplicationName[] = "Netlist";
+constexpr char kApplicationFile[] = "Netlist.EXE";
 
 } // namespace
 
@@ -23,7 +24,8 @@ sys::Status RegisterNetlistModule() {
                                 .threadingModel = kThreadingModel,
                                 .typeLibraryId = kNetlistTypeLibraryId.ToText(),
                                 .applicationId = kNetlistApplicationId.ToText(),
-                                .applicationName = kApplicationName});
+                                .applicationName = kApplicationName,
+                                .applicationFile = kApplicationFile});
 }
 
 sys::Status UnregisterNetlistModule() {

@@ -80,6 +80,7 @@ TEST_F(ModuleTest, RegistrationIsWrittenAndRemoved) {
     EXPECT_EQ(registration.typeLibraryId, "{6930EA0B-FE84-4D4F-9D8A-ED71BA25C229}");
     EXPECT_EQ(registration.applicationId, "{349C1E8C-81EE-4B36-9697-8384E1CE2FDF}");
     EXPECT_EQ(registration.applicationName, "Netlist");
+    EXPECT_EQ(registration.applicationFile, "Netlist.EXE");
     for (int i = 0; i < 2; ++i) {
         EXPECT_EQ(CallEntry(kUnregisterServerEntry), kResultOk);
         EXPECT_FALSE(sys::ReadRegistration(kClass, registration));
