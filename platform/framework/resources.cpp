@@ -1,7 +1,6 @@
 #include "resources.h"
 
 #include <algorithm>
-#include <ranges>
 #include <vector>
 
 namespace {
@@ -14,8 +13,9 @@ std::vector<const ResourceTables*>& Registered() {
 
 template <class Row>
 const Row* Find(std::span<const Row> ResourceTables::*list, unsigned id) {
-    for (const ResourceTables* tables : Registered() | std::views::reverse) {
-        const std::span<const Row> rows = tables->*list;
+    const auto& registered = Registered();
+    for (auto tables = registered.rbegin(); tables != registered.rend(); ++tables) {
+        const std::span<const Row> rows = (*tables)->*list;
         const auto row = std::ranges::find(rows, id, &Row::m_Id);
         if (row != rows.end())
             return &*row;
