@@ -158,8 +158,10 @@ public:
         std::uint8_t next[kFirstFinalState][0x100];
         /// Bit s of stay[character] is set when the character keeps working state s as it is.
         std::uint32_t stay[0x100];
-        /// True when every state has one of the two usual handlers, so that a token may be read at
-        /// one go.
+        /// Whether one of the literal words begins with the character in either case.
+        bool beginsWord[0x100];
+        /// True when every state has one of the two usual handlers and numbers have their usual
+        /// form, so that a token may be read at one go.
         bool isUsual;
     };
     /// The tables as they follow from flags and transitions; worked out at the first call after a

@@ -55,7 +55,8 @@ public:
         return *this;
     }
 
-    // For readers of many tokens; each replaces this token at the cost of one store.
+    // For readers of many tokens; each replaces this token at the cost of one store. But for Take,
+    // this token must have no text outside of it, such as one that Take has emptied.
 
     /// A text kind with `length` units of `text`, at most kInlineUnits; kInlineUnits of them must
     /// be readable.
@@ -66,12 +67,24 @@ public:
         std::memcpy(&body, text + 3, sizeof body);
         Set(HeadOf(kind, length) | head << 16, body);
     }
-    /// A number kind with its source text as packed_source.h makes it, 0 for none.
-    void SetPacked(TokenKind kind, double number, std::uint64_t source) noexcept {
-        Set(HeadOf(kind, 0) | source << 16, std::bit_cast<std::uint64_t>(number));
+    /// A text kind with a text of one unit.
+    void SetUnit(TokenKind kind, char16_t unit) noexcept {
+        Set(HeadOf(kind, 1) | std::uint64_t{unit} << 16, 0);
     }
-    /// A token of a kind alone.
+    /// A number kind with a source text of `length` characters, at most kInlineSource, as
+    /// packed_source.h makes it.
+    void SetPacked(TokenKind kind, double number, std::uint64_t source,
+                   std::size_t length) noexcept {
+        Set(HeadOf(kind, length) | source << 16, std::bit_cast<std::uint64_t>(number));
+    }
+    /// A kind alone.
     void SetKind(TokenKind kind) noexcept { Set(HeadOf(kind, 0), 0); }
+    /// What another token holds, which then has no text.
+    void Take(CToken& other) noexcept {
+        Release();
+        mRep = other.mRep;
+        other.mRep.form = 0;
+    }
 
     TokenKind GetKind() const noexcept { return mRep.kind; }
     bool IsNumber() const noexcept { return IsNumberKind(mRep.kind); }
@@ -112,8 +125,8 @@ public:
     friend QUOREL_API bool operator==(const CToken& a, const CToken& b) noexcept;
 
 private:
-    /// A form below kInlineUnits + 1 is the length of an inline text, `units` from 0 on. For a
-    /// number, units[3..6] hold the double and units[0..2] the packed source. With kSharedForm
+    /// The form is the length of a text in the token itself: units from 0 on, or for a number its
+    /// packed source in units[0..2] and the double in units[3..6]. With kSharedForm instead,
     /// units[1..2] hold the length and units[3..6] the address of the text: 16-bit units, or for a
     /// number the double and then its source in bytes.
     static constexpr std::uint8_t kSharedForm = 0x80;
@@ -133,7 +146,6 @@ private:
     void Set(std::uint64_t head, std::uint64_t body) noexcept {
         using Both [[gnu::vector_size(16)]] = std::uint64_t;
         const Both both = {head, body};
-        Release();
         std::memcpy(static_cast<void*>(&mRep), &both, sizeof mRep);
     }
 

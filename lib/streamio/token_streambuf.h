@@ -39,11 +39,27 @@ enum class CaseMode : int {
     Ignore = 3     ///< kept, and compared without case
 };
 
+/// Tokens read ahead of the current one, from units that the raw stream has not moved past yet.
+struct CTokens_ahead {
+    static constexpr unsigned kMost = 32;
+    struct Entry {
+        CToken token;          ///< empty once it has been the current token
+        const char16_t* start; ///< the units that it was read from
+        const char16_t* stop;
+    };
+    Entry entries[kMost];
+    const char16_t* begin = nullptr; ///< where the raw stream stands
+    unsigned next = 0;               ///< those in front of it have been the current token
+    unsigned count = 0;
+};
+
 /// Turns a raw stream into tokens and back. Owns the current token, the pushback stacks and the
 /// line number; neither the raw stream nor anything else. One thread at a time.
 ///
 /// Reading: `PeekToken` is the current token, `NextToken` goes on to the next one; a fresh buffer
 /// stands on a Null token in front of the first. At the end of the input tokens are Eof for ever.
+/// Some tokens may be read ahead; nobody can tell, but for where the raw stream stands: ask TellRaw
+/// for that, and use GetRaw to read or move it. The grammar must be changed through the buffer.
 /// Writing: each operation writes one token. A raw stream that fails or ends while writing loses
 /// what is written, and HasFailed tells so.
 class QUOREL_API CToken_streambuf {
@@ -128,7 +144,7 @@ public:
         if (!mTokenPushBack.IsEmpty())
             return PopToken();
         mAtLineStart = mToken.GetKind() == TokenKind::Eol || mToken.GetKind() == TokenKind::Null;
-        return *ReadToken();
+        return mAhead.next != mAhead.count ? TakeAhead() : *ReadToken();
     }
     /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
     /// dropped.
@@ -163,27 +179,52 @@ public:
 
     // --- Settings; setters return the old value ---
 
-    bool SetKeepComments(bool isKept) noexcept { return std::exchange(mKeepComments, isKept); }
-    bool SetKeepWhiteSpace(bool isKept) noexcept { return std::exchange(mKeepWhiteSpace, isKept); }
+    bool SetKeepComments(bool isKept) { return SetForReading(mKeepComments, isKept); }
+    bool SetKeepWhiteSpace(bool isKept) { return SetForReading(mKeepWhiteSpace, isKept); }
     CaseMode GetCaseMode() const noexcept { return mCaseMode; }
-    CaseMode SetCaseMode(CaseMode mode) noexcept { return std::exchange(mCaseMode, mode); }
+    CaseMode SetCaseMode(CaseMode mode) { return SetForReading(mCaseMode, mode); }
     bool GetAutoBlank() const noexcept { return mAutoBlank; }
     /// Output: blanks between tokens, and quotes around quoted text.
     bool SetAutoBlank(bool isOn) noexcept { return std::exchange(mAutoBlank, isOn); }
     StreamEncoding GetEncoding() const noexcept { return mEncoding; }
-    void SetEncoding(StreamEncoding encoding) noexcept { mEncoding = encoding; }
+    void SetEncoding(StreamEncoding encoding) { SetForReading(mEncoding, encoding); }
     /// Sets a locale for reading, and encoding Locale.
     void SetLocale(const std::locale& locale);
     /// Output: lines end with CR LF.
     bool SetCrLf(bool isCrLf) noexcept { return std::exchange(mCrLf, isCrLf); }
 
-    CRawStreambuf& GetRaw() const noexcept { return *mTokenStreamBuf; }
+    /// The raw stream, standing behind the last token read.
+    CRawStreambuf& GetRaw() {
+        Settle();
+        return *mTokenStreamBuf;
+    }
+    /// Where it stands then, without losing what was read ahead; -1 if it can't tell.
+    std::streamoff TellRaw();
     /// Characters written so far, UTF-8 sequences counting as the units that they stand for.
     std::uint64_t GetWriteCount() const noexcept { return mWriteCount; }
     /// True when the raw stream has refused a unit.
     bool HasFailed() const noexcept { return mHasFailed; }
 
 protected:
+    /// Forgets what was read ahead and moves the raw stream behind the last token read.
+    void Settle() {
+        if (mAhead.count != 0)
+            DropAhead(true);
+    }
+    /// Makes the next token of those read ahead the current one.
+    const CToken& TakeAhead() noexcept {
+        CTokens_ahead::Entry& entry = mAhead.entries[mAhead.next++];
+        mToken.Take(entry.token);
+        mTokenStart[mTokenCount++ % mTokenStart.size()] = mConsumed + (entry.start - mAhead.begin);
+        mLine += mToken.GetKind() == TokenKind::Eol ? 1 : 0;
+        return mToken;
+    }
+    /// Changes a setting that reading depends on, and returns the old value.
+    template <class T>
+    T SetForReading(T& setting, T value) {
+        Settle();
+        return std::exchange(setting, value);
+    }
     /// Notes that a token begins: all of it lies in raw units not yet consumed, but for `ahead`
     /// units that stand in the character pushback.
     void MarkTokenStart(std::streamoff ahead = 0) noexcept {
@@ -222,10 +263,16 @@ protected:
     bool mHasFailed = false;
 
     CToken_text_store mTexts;     ///< the longer texts of tokens read
-    std::streamoff mConsumed = 0; ///< raw units consumed since the buffer was made
+    std::streamoff mConsumed = 0; ///< raw units that the raw stream has moved past
+    CTokens_ahead mAhead;
 
 private:
     const CToken& PopToken();
+    void DropAhead(bool movesRaw);
+    /// Raw units, from where the raw stream stands, to behind the last token read.
+    std::streamoff GetAhead() const noexcept {
+        return mAhead.next == 0 ? 0 : mAhead.entries[mAhead.next - 1].stop - mAhead.begin;
+    }
     static bool IsNoCaseUnits(std::u16string_view a, std::u16string_view b) noexcept;
     template <class Matches>
     bool Find(Matches matches);

@@ -11,9 +11,9 @@ namespace io {
 
 /// Hands out room for token texts from blocks that many texts share, so that reading n units of
 /// text takes n / 4,096 allocations or so and not one for each token. Each CToken that refers to a
-/// text keeps its whole block; the store keeps the block that it is filling and reuses it once no
-/// token does. Not for two threads: tokens of one store, and all their copies, belong to one thread
-/// at a time.
+/// text keeps its whole block; the store keeps two, which it fills by turns as long as no token
+/// does. Not for two threads: tokens of one store, and all their copies, belong to one thread at a
+/// time.
 class QUOREL_API CToken_text_store {
 public:
     CToken_text_store() noexcept = default;
@@ -49,11 +49,17 @@ private:
     static Block* NewBlock(std::size_t bytes);
     static void Free(Block& block) noexcept;
     void NextBlock(std::size_t bytes);
-    void DropBlock() noexcept;
 
-    Block* mBlock = nullptr;
-    std::size_t mUsed = 0; ///< bytes behind mBlock that are given away
-    std::size_t mSize = 0; ///< bytes behind mBlock
+    /// A block that the store holds.
+    struct Filling {
+        Block* block = nullptr;
+        std::size_t used = 0; ///< bytes behind the Block that are given away
+        std::size_t size = 0; ///< bytes behind the Block
+    };
+    static void Drop(const Filling& filling) noexcept;
+
+    Filling mFilling;
+    Filling mSpare; ///< the one before, to be filled again if no token has kept a text of it
 };
 
 } // namespace io

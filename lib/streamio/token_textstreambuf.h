@@ -66,7 +66,7 @@ public:
 
     CBase_grammar& GetGrammar() const noexcept { return *mGrammar; }
     /// Input: number, true and false tokens keep the text that they were written as.
-    bool SetKeepText(bool isKept) noexcept { return std::exchange(mKeepText, isKept); }
+    bool SetKeepText(bool isKept) { return SetForReading(mKeepText, isKept); }
     bool GetKeepText() const noexcept { return mKeepText; }
 
 private:
@@ -82,15 +82,18 @@ private:
     void SkipLine(AString* line);
 
     // --- Input of tokens. The automaton reads any token, a handler for each state entered; true
-    // ends the token. Runs are a faster way for the usual tokens, those that the raw stream has
-    // buffered as a whole and that are in the input as they are; false leaves it to the automaton.
-    // ---
+    // ends the token. ReadAhead is a faster way for the usual tokens, as many as the raw stream has
+    // buffered; false leaves the next token to the automaton. ---
 
-    bool ReadRun();
-    bool SetLongNumber(TokenKind kind, std::u16string_view text);
+    bool ReadAhead();
+    CToken MakeNumber(TokenKind kind, std::u16string_view text);
 
     void ReadByStates();
-    bool IsDropped(unsigned state) const noexcept;
+    /// True when what a state reads is to be dropped.
+    bool IsDropped(unsigned state) const noexcept {
+        return (state == kStateComment && !mKeepComments) ||
+               (state == kStateWhiteSpace && !mKeepWhiteSpace);
+    }
     void AppendRun();
     std::uint32_t FoldCase(std::uint32_t ch) const;
     bool IsFolding() const noexcept { return mCaseMode <= CaseMode::Lower; }

@@ -25,6 +25,46 @@ bool IsUsualHandler(unsigned state, StateHandler handler) {
            std::any_of(std::begin(kDelimiterHandlers), std::end(kDelimiterHandlers), isDelimiters);
 }
 
+/// The form of numbers: what leads from state to state whichever grammar it is. All but these
+/// characters end a number or make it something else.
+struct NumberStep {
+    unsigned state;
+    std::u16string_view characters;
+    unsigned next;
+};
+constexpr std::u16string_view kDigits = u"0123456789";
+constexpr NumberStep kNumberSteps[] = {
+    {kStateStart, u"123456789", kStateInteger},
+    {kStateStart, u"+-", kStateSign},
+    {kStateStart, u".", kStateFirstPoint},
+    {kStateFirstZero, kDigits, kStateInteger},
+    {kStateFirstZero, u".", kStateFraction},
+    {kStateFirstZero, u"eE", kStateExponentLetter},
+    {kStateSign, kDigits, kStateInteger},
+    {kStateSign, u".", kStateSignAndPoint},
+    {kStateFirstPoint, kDigits, kStateFraction},
+    {kStateInteger, kDigits, kStateInteger},
+    {kStateInteger, u".", kStateFraction},
+    {kStateInteger, u"eE", kStateExponentLetter},
+    {kStateSignAndPoint, kDigits, kStateFraction},
+    {kStateFraction, kDigits, kStateFraction},
+    {kStateFraction, u"eE", kStateExponentLetter},
+    {kStateExponentLetter, kDigits, kStateExponent},
+    {kStateExponentLetter, u"+-", kStateExponentSign},
+    {kStateExponent, kDigits, kStateExponent},
+    {kStateExponentSign, kDigits, kStateExponent},
+};
+
+bool HasUsualNumbers(const CBase_grammar::FastTables& fast) {
+    // A grammar without the state of a first 0 takes it as a digit.
+    const bool hasFirstZero = fast.next[kStateStart][u'0'] == kStateFirstZero;
+    return std::all_of(std::begin(kNumberSteps), std::end(kNumberSteps), [&](const auto& step) {
+        return (step.state == kStateFirstZero && !hasFirstZero) ||
+               std::all_of(step.characters.begin(), step.characters.end(),
+                           [&](char16_t ch) { return fast.next[step.state][ch] == step.next; });
+    });
+}
+
 } // namespace
 
 CBase_grammar::CBase_grammar() : mTrueWord(u"true"), mFalseWord(u"false"), mHexPrefix(u"0x") {
@@ -138,7 +178,13 @@ void CBase_grammar::MakeFast() const {
             mFast->stay[ch] |= static_cast<std::uint32_t>(next == state) << state;
         }
     }
-    mFast->isUsual = true;
+    for (int ch = 0; ch < 0x100; ++ch) {
+        const char16_t lower = chars::ToLower(static_cast<char16_t>(ch));
+        mFast->beginsWord[ch] = false;
+        for (const AString* const word : {&mTrueWord, &mFalseWord, &mBeginCData})
+            mFast->beginsWord[ch] |= word->starts_with(lower);
+    }
+    mFast->isUsual = HasUsualNumbers(*mFast);
     for (unsigned state = 0; state < kStateCount; ++state)
         mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
     mIsFastValid = true;

@@ -1,63 +1,53 @@
 /// A number's short source text in one integer, so that it needs no memory of its own.
 #pragma once
 
-#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace io::packed {
 
-/// The character of each four-bit code. Code 0 is none, so the first character's code is the
-/// highest of the integer that isn't 0.
-inline constexpr char kChars[] = "\0"
-                                 "0123456789.+-eE";
+/// The character of each four-bit code; the last character of a text is the lowest code of its
+/// integer. The length stands elsewhere.
+inline constexpr std::string_view kChars = "0123456789+-.eE";
 inline constexpr unsigned kBits = 4;
-static_assert(sizeof kChars - 1 == 1U << kBits);
-inline constexpr std::uint64_t kZero = 1; ///< code of the digit 0; the others follow
+static_assert(kChars.size() <= 1U << kBits);
+inline constexpr std::uint8_t kNone = 0xFF; ///< stands for no code
 
-/// Codes of all characters, 0 for those that can't be packed.
+/// Codes of all characters below 128; those of digits are their values.
 struct Codes {
     std::uint8_t of[0x80] = {};
     constexpr Codes() {
-        for (std::uint8_t code = 1; code < 1U << kBits; ++code)
-            of[static_cast<unsigned char>(kChars[code])] = code;
+        for (std::uint8_t& code : of)
+            code = kNone;
+        for (std::size_t code = 0; code < kChars.size(); ++code)
+            of[static_cast<unsigned char>(kChars[code])] = static_cast<std::uint8_t>(code);
     }
 };
 inline constexpr Codes kCodes;
 
-constexpr std::uint64_t Append(std::uint64_t source, std::uint64_t code) noexcept {
+constexpr std::uint64_t Append(std::uint64_t source, unsigned code) noexcept {
     return source << kBits | code;
 }
 
-constexpr std::uint64_t DropLast(std::uint64_t source, std::ptrdiff_t count) noexcept {
-    return source >> (kBits * static_cast<unsigned>(count));
-}
-
-constexpr std::size_t Length(std::uint64_t source) noexcept {
-    return (static_cast<std::size_t>(std::bit_width(source)) + kBits - 1) / kBits;
-}
-
-/// Packs a text of at most 16 characters; 0 when it can't be packed.
-constexpr std::uint64_t Pack(std::string_view text) noexcept {
-    std::uint64_t source = 0;
+/// Packs a text of at most 16 characters; false when it can't be packed.
+constexpr bool Pack(std::string_view text, std::uint64_t& source) noexcept {
+    source = 0;
     for (const char ch : text) {
         const auto byte = static_cast<unsigned char>(ch);
-        const std::uint64_t code = byte < 0x80 ? kCodes.of[byte] : 0;
-        if (code == 0)
-            return 0;
+        const std::uint8_t code = byte < 0x80 ? kCodes.of[byte] : kNone;
+        if (code == kNone)
+            return false;
         source = Append(source, code);
     }
-    return source;
+    return true;
 }
 
-/// Writes the text to `out` and returns its length.
+/// Writes a text of `length` characters to `out`.
 template <class Char>
-std::size_t Unpack(std::uint64_t source, Char* out) noexcept {
-    const std::size_t length = Length(source);
+void Unpack(std::uint64_t source, std::size_t length, Char* out) noexcept {
     for (std::size_t i = length; i > 0; source >>= kBits)
         out[--i] = static_cast<Char>(kChars[source & ((1U << kBits) - 1)]);
-    return length;
 }
 
 } // namespace io::packed

@@ -15,6 +15,20 @@ namespace {
 constexpr std::streamoff kFailed = -1;
 constexpr std::size_t kLeastRoom = 64;
 
+constexpr std::size_t kLane = 16; ///< bytes converted at a time
+using Bytes [[gnu::vector_size(kLane)]] = unsigned char;
+using Units [[gnu::vector_size(kLane * 2)]] = char16_t;
+
+/// Gives each byte a unit. Both arrays have room for whole lanes.
+void Widen(const char* bytes, std::size_t count, char16_t* units) {
+    for (std::size_t i = 0; i < count; i += kLane) {
+        Bytes lane;
+        std::memcpy(&lane, bytes + i, sizeof lane);
+        const Units wide = __builtin_convertvector(lane, Units);
+        std::memcpy(units + i, &wide, sizeof wide);
+    }
+}
+
 } // namespace
 
 // --- CString_streambuf ---
@@ -173,9 +187,7 @@ CByte_streambuf::int_type CByte_streambuf::underflow() {
     if (count <= 0)
         return Traits::eof();
     mPos += mPos < 0 ? 0 : count;
-    const char* const bytes = mRawBytes.get();
-    std::transform(bytes, bytes + count, mUnits.get(),
-                   [](char byte) { return static_cast<unsigned char>(byte); });
+    Widen(mRawBytes.get(), static_cast<std::size_t>(count), mUnits.get());
     setg(mUnits.get(), mUnits.get(), mUnits.get() + count);
     return *gptr();
 }

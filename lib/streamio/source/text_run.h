@@ -25,12 +25,14 @@ struct Text_run {
     bool Knows(const char16_t* p) const noexcept { return p < end && *p < limit; }
     unsigned Next(unsigned state, const char16_t* p) const noexcept { return fast.next[state][*p]; }
     bool Stays(unsigned state, const char16_t* p) const noexcept {
-        return Knows(p) && (fast.stay[*p] >> state & 1);
+        return Knows(p) && (fast.stay[*p] & 1U << state) != 0;
     }
     /// Where a run of characters that keep a state ends, from `p` on.
     const char16_t* Skip(unsigned state, const char16_t* p) const {
-        while (Stays(state, p) || StaysBeyond(state, p))
-            ++p;
+        do {
+            while (Stays(state, p))
+                ++p;
+        } while (StaysBeyond(state, p) && ++p);
         return p;
     }
 

@@ -46,8 +46,8 @@ CToken::CToken(TokenKind kind, double number, std::string_view source, CToken_te
     if (source.empty() || !IsNumberKind(kind))
         return;
     if (source.size() <= kInlineSource) {
-        if (const std::uint64_t code = packed::Pack(source)) {
-            SetPacked(kind, number, code);
+        if (std::uint64_t codes; packed::Pack(source, codes)) {
+            SetPacked(kind, number, codes, source.size());
             return;
         }
     }
@@ -77,24 +77,24 @@ std::u16string_view CToken::GetTextView() const noexcept {
 std::size_t CToken::CopySource(char* out) const noexcept {
     if (!IsNumber())
         return 0;
-    if (!IsShared())
-        return packed::Unpack(LoadPacked(), out);
-    std::memcpy(out, Shared() + sizeof(double), SharedLength());
-    return SharedLength();
+    if (IsShared())
+        std::memcpy(out, Shared() + sizeof(double), SharedLength());
+    else
+        packed::Unpack(LoadPacked(), mRep.form, out);
+    return GetTextLength();
 }
 
 std::size_t CToken::GetTextLength() const noexcept {
-    if (IsShared())
-        return SharedLength();
-    return IsNumber() ? packed::Length(LoadPacked()) : mRep.form;
+    return IsShared() ? SharedLength() : mRep.form;
 }
 
 void CToken::AppendTextTo(std::u16string& out) const {
     if (!IsNumber()) {
         out += GetTextView();
     } else if (!IsShared()) {
-        char16_t units[kInlineSource + 4];
-        out.append(units, packed::Unpack(LoadPacked(), units));
+        char16_t units[kInlineSource];
+        packed::Unpack(LoadPacked(), mRep.form, units);
+        out.append(units, mRep.form);
     } else {
         const char* const source = Shared() + sizeof(double);
         out.append(source, source + SharedLength());

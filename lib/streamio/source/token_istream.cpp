@@ -385,7 +385,7 @@ void CToken_istream::RestoreState(const CAbstract_stream_pos& pos) {
 }
 
 std::streamoff CToken_istream::TellRaw() const {
-    return mTokenStreamBuf->GetRaw().pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    return mTokenStreamBuf->TellRaw();
 }
 
 bool CToken_istream::SeekRaw(std::streamoff pos) {

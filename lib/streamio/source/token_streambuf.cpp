@@ -58,7 +58,24 @@ std::streamoff CToken_streambuf::GetTokenDistance() const noexcept {
     const auto ahead = static_cast<std::size_t>(mTokenPushBack.mCount);
     if (mTokenCount <= ahead)
         return 0;
-    return mConsumed - mTokenStart[(mTokenCount - 1 - ahead) % mTokenStart.size()];
+    return mConsumed + GetAhead() - mTokenStart[(mTokenCount - 1 - ahead) % mTokenStart.size()];
+}
+
+std::streamoff CToken_streambuf::TellRaw() {
+    const std::streamoff pos =
+        mTokenStreamBuf->pubseekoff(0, std::ios_base::cur, std::ios_base::in);
+    return pos < 0 ? pos : pos + GetAhead();
+}
+
+void CToken_streambuf::DropAhead(bool movesRaw) {
+    if (movesRaw) {
+        RawArea::Skip(*mTokenStreamBuf, GetAhead());
+        mConsumed += GetAhead();
+    }
+    while (mAhead.next < mAhead.count)
+        mAhead.entries[mAhead.next++].token = CToken();
+    mAhead.next = 0;
+    mAhead.count = 0;
 }
 
 bool CToken_streambuf::DropPushedBackLine(AString* line) {
@@ -116,6 +133,7 @@ void CToken_streambuf::RestoreState(const CAbstract_stream_pos& pos) {
     static const CToken_stream_state start;
     const auto* const given = dynamic_cast<const CToken_stream_state*>(pos.GetState());
     const CToken_stream_state& state = given ? *given : start;
+    DropAhead(false); // the raw stream stands where it is to be already
     mAtLineStart = state.mAtLineStart;
     mToken = state.mToken;
     mLastChar = state.mLastChar;
@@ -172,7 +190,7 @@ bool CToken_streambuf::IsNoCaseUnits(std::u16string_view a, std::u16string_view 
 
 void CToken_streambuf::SetLocale(const std::locale& locale) {
     mLocale = locale;
-    mEncoding = StreamEncoding::Locale;
+    SetEncoding(StreamEncoding::Locale);
 }
 
 } // namespace io

@@ -135,6 +135,7 @@ void CToken_textstreambuf::NewLine(AString& line) {
 void CToken_textstreambuf::SkipLine(AString* line) {
     if (!DropPushedBackLine(line))
         return;
+    Settle();
     for (mChar = Peek(); mChar != kEnd; mChar = Peek()) {
         const auto ch = static_cast<char16_t>(mChar);
         Advance();
@@ -152,10 +153,12 @@ void CToken_textstreambuf::SkipLine(AString* line) {
 // --- Tokens ---
 
 const CToken* CToken_textstreambuf::ReadToken() {
+    if (mAhead.next != mAhead.count || ReadAhead())
+        return &TakeAhead();
     if (mEncoding == StreamEncoding::Locale) {
         const LocaleScope scope(mLocale, mSavedLocale);
         ReadByStates();
-    } else if (!ReadRun()) {
+    } else {
         ReadByStates();
     }
     return &mToken;
@@ -176,12 +179,6 @@ void CToken_textstreambuf::ReadByStates() {
         mState = mNextState;
         AppendRun();
     }
-}
-
-/// True when what a state reads is to be dropped.
-bool CToken_textstreambuf::IsDropped(unsigned state) const noexcept {
-    return (state == kStateComment && !mKeepComments) ||
-           (state == kStateWhiteSpace && !mKeepWhiteSpace);
 }
 
 /// Takes at one go the buffered characters that keep the state and are appended as they are.
@@ -227,16 +224,9 @@ bool CToken_textstreambuf::Finish(TokenKind kind) {
     return true;
 }
 
-/// A number of what stands in mText; a text if it is none.
+/// A decimal number of what stands in mText.
 bool CToken_textstreambuf::FinishNumber(TokenKind kind) {
-    double number = 0;
-    const std::size_t prefix = mGrammar->GetHexPrefix().size();
-    const bool isHex = kind == TokenKind::Hex;
-    mSource.assign(mText.begin(), mText.end());
-    if (isHex ? !ParseHex(std::string_view(mSource).substr(prefix), number)
-              : !ParseDecimal(mSource, number))
-        return Finish(TokenKind::SingleQuotedText);
-    mToken = mKeepText ? CToken(kind, number, mSource, &mTexts) : CToken(kind, number);
+    mToken = MakeNumber(kind, mText);
     return true;
 }
 
@@ -401,7 +391,13 @@ bool CToken_textstreambuf::HandleShortLessOne() {
 }
 
 bool CToken_textstreambuf::HandleHex() {
-    return FinishNumber(TokenKind::Hex);
+    double number = 0;
+    mSource.assign(mText.begin(), mText.end());
+    if (!ParseHex(std::string_view(mSource).substr(mGrammar->GetHexPrefix().size()), number))
+        return Finish(TokenKind::SingleQuotedText);
+    mToken = mKeepText ? CToken(TokenKind::Hex, number, mSource, &mTexts)
+                       : CToken(TokenKind::Hex, number);
+    return true;
 }
 
 } // namespace io

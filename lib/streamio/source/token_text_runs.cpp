@@ -1,9 +1,11 @@
-// Reading of the usual tokens at one go. A token is read here when all of it, and the character
-// behind it, lies in what the raw stream has buffered, and its text is what stands there; nothing
-// is consumed before that is known. Everything else is left to the automaton, which reads any token
-// a character at a time: escapes, CData, hexadecimal numbers, folded case, kept comments, UTF-8
-// beyond ASCII, and a token at the edge of the buffer. All decisions come from the grammar's
-// tables, so that both ways read the same.
+// Reading ahead of the usual tokens. A token is read here when all of it, and the character behind
+// it, lies in what the raw stream has buffered, and its text is what stands there; nothing is
+// consumed by that. Everything else is left to the automaton, which reads any token a character at
+// a time: escapes, CData, hexadecimal numbers, folded case, kept comments, UTF-8 beyond ASCII, very
+// long numbers, and a token at the edge of the buffer. What a character is and where a token ends
+// comes from the grammar's tables, so that both ways read the same.
+//
+// Many tokens are read at a time, so that what a call costs is shared by them.
 
 #include <algorithm>
 
@@ -12,10 +14,16 @@
 #include "packed_source.h"
 #include "text_run.h"
 
+// All of it is inlined into ReadAhead, so that it works in registers.
+#define ALWAYS_INLINE [[gnu::always_inline]]
+
 namespace io {
 
 namespace {
 
+/// Numbers longer than this are left to the automaton; any double written with 17 digits is
+/// shorter.
+constexpr std::ptrdiff_t kMostNumber = 26;
 /// Quoted text by the state behind its opening quote.
 struct Quotes {
     unsigned inside;
@@ -27,106 +35,163 @@ constexpr Quotes kQuotes[] = {
     {kStateInSingle, kStateClosedSingle, 39, TokenKind::SingleQuotedText},
     {kStateInDouble, kStateClosedDouble, 40, TokenKind::DoubleQuotedText}};
 
-/// What the final states of a number, or of a symbol that looked like one, make of it.
-struct NumberEnd {
-    unsigned state;
-    TokenKind kind;
-    std::ptrdiff_t left; ///< characters at its end that belong to the next token
-};
-constexpr NumberEnd kNumberEnds[] = {
-    {38, TokenKind::Int, 0},    {37, TokenKind::Double, 0}, {35, TokenKind::Symbol, 0},
-    {44, TokenKind::Symbol, 1}, {45, TokenKind::Double, 1}, {46, TokenKind::Double, 2},
-};
+/// The final states of numbers.
+constexpr unsigned kRealEnd = 37;
+constexpr unsigned kIntegerEnd = 38;
 
-const NumberEnd* FindNumberEnd(unsigned state) {
-    for (const NumberEnd& end : kNumberEnds) {
-        if (end.state == state)
-            return &end;
+/// A number as it stands in the input, with the state behind its last character.
+struct NumberScan {
+    const char16_t* stop;
+    const char16_t* bound; ///< no character from here on is looked at
+    unsigned state = kStateStart;
+    std::uint64_t source = 0; ///< packed; only if the number is short enough
+    DecimalParts parts{};
+
+    ALWAYS_INLINE void Scan() {
+        const char16_t* const start = stop;
+        if (IsOneOf(u'+', u'-')) {
+            parts.isNegative = TakeMark() == u'-';
+            state = kStateSign;
+        }
+        const bool isZero = stop == start && *stop == u'0';
+        if (TakeDigits(parts.digits))
+            state = isZero && stop == start + 1 ? kStateFirstZero : kStateInteger;
+        if (IsOneOf(u'.', u'.'))
+            ScanFraction();
+        const bool hasDigits =
+            state == kStateInteger || state == kStateFirstZero || state == kStateFraction;
+        if (hasDigits && IsOneOf(u'e', u'E'))
+            ScanExponent();
     }
-    return nullptr;
-}
+
+private:
+    ALWAYS_INLINE void ScanFraction() {
+        TakeMark();
+        const char16_t* const first = stop;
+        const bool hasFraction = TakeDigits(parts.digits);
+        parts.fraction = stop - first;
+        if (hasFraction || state == kStateInteger || state == kStateFirstZero)
+            state = kStateFraction;
+        else
+            state = state == kStateSign ? kStateSignAndPoint : kStateFirstPoint;
+    }
+
+    ALWAYS_INLINE void ScanExponent() {
+        TakeMark();
+        state = kStateExponentLetter;
+        if (IsOneOf(u'+', u'-')) {
+            parts.isExponentNegative = TakeMark() == u'-';
+            state = kStateExponentSign;
+        }
+        if (TakeDigits(parts.exponent))
+            state = kStateExponent;
+    }
+
+    ALWAYS_INLINE bool IsOneOf(char16_t a, char16_t b) const {
+        return stop < bound && (*stop == a || *stop == b);
+    }
+
+    ALWAYS_INLINE char16_t TakeMark() {
+        source = packed::Append(source, packed::kCodes.of[*stop]);
+        return *stop++;
+    }
+
+    /// Takes digits into an integer; false when there are none.
+    ALWAYS_INLINE bool TakeDigits(std::uint64_t& sum) {
+        const char16_t* const first = stop;
+        for (; stop < bound; ++stop) {
+            const unsigned digit = *stop - unsigned{u'0'};
+            if (digit > 9)
+                break;
+            sum = sum * 10 + digit;
+            source = packed::Append(source, digit);
+        }
+        return stop != first;
+    }
+};
 
 } // namespace
 
-// All of it is inlined into ReadRun, so that it works in registers.
-#define ALWAYS_INLINE [[gnu::always_inline]]
-
-/// One attempt on the next token.
+/// Reads one batch of tokens.
 class Text_runs : private Text_run {
 public:
     explicit Text_runs(CToken_textstreambuf& buffer)
-        : Text_run(buffer.GetRaw(), buffer.GetGrammar(), buffer.GetEncoding()), mBuffer(buffer),
-          mStart(begin) {}
-
-    /// Reads the next token that isn't dropped.
-    ALWAYS_INLINE bool Read() {
-        while (Knows(mStart)) {
-            const unsigned state = Next(kStateStart, mStart);
-            switch (state) {
-            case kStateComment:
-            case kStateWhiteSpace:
-                if (!Drop(state))
-                    return false;
-                break;
-            case kStateSymbol:
-                return FinishText(TokenKind::Symbol, {mStart, 1}, mStart + 1);
-            case kStateLineEnd:
-            case kStateCarriageReturn:
-                return ReadLineEnd(state);
-            case kStateWord:
-                return ReadWord();
-            case kStateOpenSingle:
-            case kStateOpenDouble:
-                return ReadQuoted(kQuotes[state - kStateOpenSingle]);
-            case kStateFirstZero:
-            case kStateSign:
-            case kStateFirstPoint:
-            case kStateInteger:
-                return ReadNumber(state);
-            default:
-                return false;
-            }
-        }
-        return false;
+        : Text_run(*buffer.mTokenStreamBuf, *buffer.mGrammar, buffer.mEncoding), mBuffer(buffer),
+          mStart(begin), mEntry(buffer.mAhead.entries) {
+        buffer.mAhead.begin = begin;
     }
 
-    /// Consumes what has been dropped, so that nobody looks at it again.
-    void ConsumeDropped() const { Consume(mStart); }
+    /// Reads until the batch is full, or a token comes that is none of the usual ones.
+    ALWAYS_INLINE void Read() {
+        CTokens_ahead::Entry* const entries = mEntry;
+        while (mEntry != entries + CTokens_ahead::kMost && Knows(mStart)) {
+            const unsigned state = Next(kStateStart, mStart);
+            if (!(state <= kStateWhiteSpace ? Drop(state) : ReadToken(state)))
+                break;
+        }
+        mBuffer.mAhead.count = static_cast<unsigned>(mEntry - entries);
+    }
+
+    /// How much has been dropped in front of the first token.
+    std::ptrdiff_t GetDropped() const { return mStart - begin; }
 
 private:
-    void Consume(const char16_t* stop) const {
-        RawArea::Skip(*mBuffer.mTokenStreamBuf, stop - begin);
-        mBuffer.mConsumed += stop - begin;
+    ALWAYS_INLINE bool ReadToken(unsigned state) {
+        switch (state) {
+        case kStateSymbol:
+            return ReadSymbol();
+        case kStateLineEnd:
+        case kStateCarriageReturn:
+            return ReadLineEnd(state);
+        case kStateWord:
+            return ReadWord();
+        case kStateOpenSingle:
+        case kStateOpenDouble:
+            return ReadQuoted(kQuotes[state - kStateOpenSingle]);
+        case kStateFirstZero:
+        case kStateSign:
+        case kStateFirstPoint:
+        case kStateInteger:
+            return ReadNumber();
+        default:
+            return false;
+        }
     }
 
     /// The token ends at `stop`.
-    ALWAYS_INLINE bool Finish(const char16_t* stop) const {
-        mBuffer.MarkTokenStart(begin - mStart);
-        Consume(stop);
+    ALWAYS_INLINE bool Finish(const char16_t* stop) {
+        mEntry->start = mStart;
+        mEntry->stop = stop;
+        ++mEntry;
+        mStart = stop;
         return true;
     }
 
-    ALWAYS_INLINE bool FinishText(TokenKind kind, std::u16string_view text,
-                                  const char16_t* stop) const {
+    ALWAYS_INLINE bool ReadSymbol() {
+        mEntry->token.SetUnit(TokenKind::Symbol, *mStart);
+        return Finish(mStart + 1);
+    }
+
+    ALWAYS_INLINE bool FinishText(TokenKind kind, std::u16string_view text, const char16_t* stop) {
         constexpr auto kUnits = static_cast<std::ptrdiff_t>(CToken::kInlineUnits);
         if (text.size() <= CToken::kInlineUnits && end - text.data() >= kUnits)
-            mBuffer.mToken.SetUnits(kind, text.data(), text.size());
+            mEntry->token.SetUnits(kind, text.data(), text.size());
         else
-            mBuffer.mToken = CToken(kind, text, &mBuffer.mTexts);
+            mEntry->token = CToken(kind, text, &mBuffer.mTexts);
         return Finish(stop);
     }
 
     ALWAYS_INLINE bool Drop(unsigned state) {
         if (!mBuffer.IsDropped(state))
             return false;
-        const char16_t* const stop = Skip(state, mStart);
+        const char16_t* const stop = Skip(state, mStart + 1);
         if (state == kStateComment && !Knows(stop))
             return false;
         mStart = stop;
         return true;
     }
 
-    ALWAYS_INLINE bool ReadLineEnd(unsigned state) const {
+    ALWAYS_INLINE bool ReadLineEnd(unsigned state) {
         const char16_t* stop = mStart + 1;
         if (state == kStateCarriageReturn) {
             if (!Knows(stop))
@@ -134,18 +199,19 @@ private:
             if (Next(state, stop) == kStateLineEnd)
                 ++stop;
         }
-        mBuffer.mToken.SetKind(TokenKind::Eol);
-        ++mBuffer.mLine;
+        mEntry->token.SetKind(TokenKind::Eol);
         return Finish(stop);
     }
 
-    ALWAYS_INLINE bool ReadWord() const {
+    ALWAYS_INLINE bool ReadWord() {
         const char16_t* const stop = Skip(kStateWord, mStart + 1);
         if (!Knows(stop) || mBuffer.IsFolding())
             return false;
         const std::u16string_view text(mStart, static_cast<std::size_t>(stop - mStart));
         if (text.size() == 1 && !chars::IsAlnum(text[0]))
             return false; // the delimiter grammar makes it a symbol
+        if (!fast.beginsWord[text[0]])
+            return FinishText(TokenKind::Keyword, text, stop);
         if (mBuffer.IsBeginCData(text))
             return false;
         const TokenKind kind = mBuffer.GetWordKind(text);
@@ -153,7 +219,7 @@ private:
         return FinishText(kind, isTextKept ? text : text.substr(0, 0), stop);
     }
 
-    ALWAYS_INLINE bool ReadQuoted(const Quotes& quotes) const {
+    ALWAYS_INLINE bool ReadQuoted(const Quotes& quotes) {
         const char16_t* const start = mStart + 1;
         const char16_t* const stop = Skip(quotes.inside, start);
         if (!Knows(stop))
@@ -165,106 +231,53 @@ private:
         return FinishText(quotes.kind, text, next == quotes.closed ? stop + 1 : stop);
     }
 
-    ALWAYS_INLINE bool ReadNumber(unsigned state) const {
-        if (mBuffer.IsFolding())
+    ALWAYS_INLINE bool ReadNumber() {
+        NumberScan scan{mStart, mStart + std::min(end - mStart, kMostNumber)};
+        scan.Scan();
+        if (scan.stop == scan.bound || !Knows(scan.stop) || mBuffer.IsFolding())
             return false;
-        DecimalParts parts;
-        std::uint64_t source = 0;
-        const char16_t* stop = mStart;
-        const NumberEnd* const last = FindNumberEnd(Scan(state, parts, source, stop));
-        if (!last)
+        const unsigned next = Next(scan.state, scan.stop);
+        if (next != kIntegerEnd && next != kRealEnd)
             return false;
-        stop -= last->left;
-        if (last->kind == TokenKind::Symbol)
-            return FinishText(last->kind, {mStart, 1}, stop);
-
-        const auto length = static_cast<std::size_t>(stop - mStart);
+        const TokenKind kind = next == kIntegerEnd ? TokenKind::Int : TokenKind::Double;
+        const auto length = static_cast<std::size_t>(scan.stop - mStart);
         double number = 0;
-        if (length <= CToken::kInlineSource && parts.GetExact(number)) {
-            source = mBuffer.mKeepText ? packed::DropLast(source, last->left) : 0;
-            mBuffer.mToken.SetPacked(last->kind, number, source);
-        } else if (!mBuffer.SetLongNumber(last->kind, {mStart, length})) {
-            return false;
-        }
-        return Finish(stop);
-    }
-
-    /// Scans a number from `state`, which the character at `stop` leads to, and returns the state
-    /// behind: a final one, or another if this is no plain number.
-    ALWAYS_INLINE unsigned Scan(unsigned state, DecimalParts& parts, std::uint64_t& source,
-                                const char16_t*& stop) const {
-        const auto takeMark = [&] {
-            source = packed::Append(source, packed::kCodes.of[*stop & 0x7F]);
-            return *stop++;
-        };
-        const auto takeDigits = [&](auto add) {
-            do {
-                const unsigned digit = *stop - unsigned{u'0'};
-                add(digit);
-                source = packed::Append(source, packed::kZero + digit);
-                ++stop;
-            } while (Stays(state, stop));
-        };
-        for (;;) {
-            switch (state) {
-            case kStateSign:
-                parts.isNegative = takeMark() == u'-';
-                break;
-            case kStateFirstPoint:
-            case kStateSignAndPoint:
-            case kStateExponentLetter:
-                takeMark();
-                break;
-            case kStateExponentSign:
-                parts.isExponentNegative = takeMark() == u'-';
-                break;
-            case kStateFirstZero:
-            case kStateInteger:
-                takeDigits([&](unsigned digit) { parts.AddDigit(digit); });
-                break;
-            case kStateFraction: {
-                if (*stop == u'.')
-                    takeMark();
-                const char16_t* const first = stop;
-                if (Stays(state, stop))
-                    takeDigits([&](unsigned digit) { parts.AddDigit(digit); });
-                parts.fraction = static_cast<int>(stop - first);
-                break;
-            }
-            case kStateExponent:
-                takeDigits([&](unsigned digit) { parts.AddExponentDigit(digit); });
-                break;
-            default:
-                return state;
-            }
-            if (!Knows(stop))
-                return kStateStart;
-            state = Next(state, stop);
-        }
+        if (length > CToken::kInlineSource ||
+            !(next == kIntegerEnd ? scan.parts.GetInteger(number) : scan.parts.GetExact(number)))
+            mEntry->token = mBuffer.MakeNumber(kind, {mStart, length});
+        else if (mBuffer.mKeepText)
+            mEntry->token.SetPacked(kind, number, scan.source, length);
+        else
+            mEntry->token.SetPacked(kind, number, 0, 0);
+        return Finish(scan.stop);
     }
 
     CToken_textstreambuf& mBuffer;
-    const char16_t* mStart;
+    const char16_t* mStart;       ///< of the token that is being read
+    CTokens_ahead::Entry* mEntry; ///< where it goes
 };
 
-bool CToken_textstreambuf::ReadRun() {
-    if (!mPushBack.IsEmpty() || !mGrammar->GetFast().isUsual)
-        return false;
-    Text_runs runs(*this);
-    if (runs.Read())
-        return true;
-    runs.ConsumeDropped();
-    return false;
+/// A number whose value or source text takes more than is done at one go.
+CToken CToken_textstreambuf::MakeNumber(TokenKind kind, std::u16string_view text) {
+    double number = 0;
+    mSource.assign(text.begin(), text.end());
+    if (!ParseDecimal(mSource, number))
+        return CToken(TokenKind::SingleQuotedText, text, &mTexts);
+    return mKeepText ? CToken(kind, number, mSource, &mTexts) : CToken(kind, number);
 }
 
-/// A number whose value or source text takes more than a run has room for.
-bool CToken_textstreambuf::SetLongNumber(TokenKind kind, std::u16string_view text) {
-    mSource.assign(text.begin(), text.end());
-    double number = 0;
-    if (!ParseDecimal(mSource, number))
+/// Reads tokens ahead; false when the next one is none of the usual.
+bool CToken_textstreambuf::ReadAhead() {
+    Settle();
+    if (!mPushBack.IsEmpty() || !mGrammar->GetFast().isUsual || mEncoding == StreamEncoding::Locale)
         return false;
-    mToken = mKeepText ? CToken(kind, number, mSource, &mTexts) : CToken(kind, number);
-    return true;
+    Text_runs runs(*this);
+    runs.Read();
+    if (mAhead.count != 0)
+        return true;
+    RawArea::Skip(*mTokenStreamBuf, runs.GetDropped()); // nobody needs to look at it again
+    mConsumed += runs.GetDropped();
+    return false;
 }
 
 } // namespace io

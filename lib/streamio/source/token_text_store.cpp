@@ -21,7 +21,8 @@ constexpr std::size_t RoundUp(std::size_t bytes, std::size_t unit) {
 } // namespace
 
 CToken_text_store::~CToken_text_store() {
-    DropBlock();
+    Drop(mFilling);
+    Drop(mSpare);
 }
 
 CToken_text_store::Block* CToken_text_store::NewBlock(std::size_t bytes) {
@@ -33,32 +34,34 @@ void CToken_text_store::Free(Block& block) noexcept {
 }
 
 void CToken_text_store::NextBlock(std::size_t bytes) {
-    mUsed = 0;
-    if (mBlock && mBlock->mCount == 1 && bytes <= mSize)
-        return; // no token has kept a text of it
-    const std::size_t size = std::max(std::clamp(mSize * 2, kFirstBlock, kLastBlock), bytes);
-    Block* const block = NewBlock(size);
-    DropBlock();
-    mBlock = block;
-    mSize = size;
+    std::swap(mFilling, mSpare);
+    const bool isFree = mFilling.block && mFilling.block->mCount == 1;
+    if (!isFree || mFilling.size < kLastBlock) {
+        const std::size_t size =
+            std::max(std::clamp(mSpare.size * 2, kFirstBlock, kLastBlock), bytes);
+        Block* const block = NewBlock(size);
+        Drop(mFilling);
+        mFilling = {block, 0, size};
+    }
+    mFilling.used = 0;
 }
 
-void CToken_text_store::DropBlock() noexcept {
-    if (mBlock && --mBlock->mCount == 0)
-        Free(*mBlock);
+void CToken_text_store::Drop(const Filling& filling) noexcept {
+    if (filling.block && --filling.block->mCount == 0)
+        Free(*filling.block);
 }
 
 char* CToken_text_store::Take(std::size_t bytes) {
     const std::size_t size = RoundUp(sizeof(Offset) + bytes, sizeof(Offset));
     if (size > kLargeText)
         return TakeAlone(bytes);
-    if (size > mSize - mUsed)
+    if (size > mFilling.size - mFilling.used)
         NextBlock(size);
-    char* const text = reinterpret_cast<char*>(mBlock + 1) + mUsed + sizeof(Offset);
-    const auto offset = static_cast<Offset>(sizeof(Block) + mUsed + sizeof(Offset));
+    const auto offset = static_cast<Offset>(sizeof(Block) + mFilling.used + sizeof(Offset));
+    char* const text = reinterpret_cast<char*>(mFilling.block) + offset;
     std::memcpy(text - sizeof offset, &offset, sizeof offset);
-    mUsed += size;
-    ++mBlock->mCount;
+    mFilling.used += size;
+    ++mFilling.block->mCount;
     return text;
 }
 

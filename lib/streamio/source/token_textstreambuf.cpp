@@ -8,10 +8,12 @@ CToken_textstreambuf::CToken_textstreambuf(CRawStreambuf* a_streambuf, CBase_gra
     : CToken_streambuf(a_streambuf, StreamEncoding::Utf8), mGrammar(&grammar) {}
 
 void CToken_textstreambuf::AddCommentChars(const char16_t* text) {
+    Settle();
     mGrammar->AddCommentChars(text);
 }
 
 void CToken_textstreambuf::RemoveCommentChars(const char16_t* text) {
+    Settle();
     mGrammar->RemoveCommentChars(text);
 }
 

@@ -19,8 +19,7 @@ struct Text {
     std::string Peek() const { return Show(buffer.PeekToken()); }
     /// The raw position at which the current token begins.
     std::streamoff Start() {
-        const std::streamoff pos = raw.pubseekoff(0, std::ios_base::cur, std::ios_base::in);
-        return pos - buffer.GetTokenDistance();
+        return buffer.TellRaw() - buffer.GetTokenDistance();
     }
     CString_streambuf raw;
     CToken_textstreambuf buffer;
@@ -143,21 +142,21 @@ TEST(TokenBuffer, GoesBackToAPosition) {
     text.Next();
     text.Next();
     text.buffer.PushBackToken(a);
-    CAbstract_stream_pos pos(text.raw.pubseekoff(0, std::ios_base::cur, std::ios_base::in));
+    CAbstract_stream_pos pos(text.buffer.TellRaw());
     text.buffer.SaveState(pos);
     const CAbstract_stream_pos copy = pos;
     EXPECT_EQ(copy.GetState()->GetLine(), 2);
     EXPECT_FALSE(copy.GetState()->IsCleanPosition());
     EXPECT_EQ(text.Next(), "DoubleQuotedText(c)");
     EXPECT_EQ(text.Next(), "Keyword(d)");
-    text.raw.pubseekpos(copy.mPos, std::ios_base::in);
+    text.buffer.GetRaw().pubseekpos(copy.mPos, std::ios_base::in);
     text.buffer.RestoreState(copy);
     EXPECT_EQ(text.Peek(), "Keyword(a)");
     EXPECT_EQ(text.buffer.GetLine(), 2);
     EXPECT_EQ(text.Next(), "DoubleQuotedText(c)");
     EXPECT_EQ(text.Next(), "Keyword(d)");
 
-    text.raw.pubseekpos(0, std::ios_base::in);
+    text.buffer.GetRaw().pubseekpos(0, std::ios_base::in);
     text.buffer.RestoreState(CAbstract_stream_pos(0));
     EXPECT_EQ(text.Next(), "Keyword(a)");
     EXPECT_EQ(text.buffer.GetTokenLine(), 1);
