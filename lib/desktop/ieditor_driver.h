@@ -18,6 +18,8 @@ inline constexpr unsigned kExportTextCommand = 42009;
 /// whose row or columns lie outside the text changes nothing and answers false or nothing.
 class QUOREL_API IEditorDriver {
 public:
+    static constexpr int kMostIndent = 65535;
+
     /// Inserts a line before row; row may be the line count. Tabs in text count, CR and LF are
     /// refused.
     virtual bool InsertLine(int row, bool record, bool first, std::string_view text) = 0;
@@ -30,7 +32,8 @@ public:
     /// Inserts a text without line ends. @return the column behind it
     virtual std::optional<int> InsertString(int row, int column, std::string_view text, bool record,
                                             bool first) = 0;
-    /// Divides a line, the second one indented by that many blanks if it is empty.
+    /// Divides a line, the second one indented by that many blanks if it is empty. An indent above
+    /// kMostIndent is refused.
     virtual bool SplitLine(int row, int column, bool first, int indent, bool record) = 0;
     /// Appends line row + 1 to line row. @return the former length of line row
     virtual std::optional<int> CatLine(int row, bool first, bool record) = 0;
@@ -42,7 +45,8 @@ public:
     /// Sets the modified flag and updates all views from the first changed row.
     virtual void NotifyEdited(int firstRow) = 0;
 
-    /// Replaces the text by a document's archive. Every sequence of bytes is one.
+    /// Replaces the text by a document's archive. Every sequence of bytes is one. The modified flag
+    /// stays as it is.
     virtual void LoadArchive(std::string_view bytes) = 0;
 
     /// Runs a command through the active view, or through the document while it has none, if its
@@ -51,10 +55,10 @@ public:
     /// The language of a script. @return false for an editor without languages
     virtual bool SetLanguage(const AString& language) = 0;
 
-    /// Undoes, or does again, the newest user action of the journal through the view.
-    /// @return false when there is none, or no view to replay it
-    virtual bool UndoEdit() { return false; }
-    virtual bool RedoEdit() { return false; }
+    /// Undoes, or does again, the newest user action of the journal, as NotifyEdited says.
+    /// @return false when there is none
+    virtual bool UndoEdit() = 0;
+    virtual bool RedoEdit() = 0;
 
 protected:
     ~IEditorDriver() = default;

@@ -162,13 +162,13 @@ std::optional<int> EditorAccess::InsertString(int row, int column, std::string_v
                                               bool record, bool first) {
     const std::optional<int> end =
         HasPlace(row, column) && !HasLineEnd(text) ? ColumnBehind(column, text) : std::nullopt;
-    if (end)
-        m_Editor.CSimEditDoc::InsertString(row, column, *end, text, record, first);
+    if (end) // a copy: the text may be a line's own
+        m_Editor.CSimEditDoc::InsertString(row, column, *end, std::string(text), record, first);
     return end;
 }
 
 bool EditorAccess::SplitLine(int row, int column, bool first, int indent, bool record) {
-    if (!HasPlace(row, column))
+    if (!HasPlace(row, column) || indent > kMostIndent)
         return false;
     m_Editor.CSimEditDoc::SplitLine(row, column, first, indent, record);
     return true;
@@ -192,6 +192,22 @@ bool EditorAccess::DelRange(int row, int column, int endColumn, bool first, bool
     if (!HasPlace(row, column) || !HasPlace(row, endColumn) || endColumn < column)
         return false;
     m_Editor.CSimEditDoc::DelRange(row, column, endColumn, first, record);
+    return true;
+}
+
+bool EditorAccess::UndoEdit() {
+    return Replayed(&EditReplay::Undo);
+}
+
+bool EditorAccess::RedoEdit() {
+    return Replayed(&EditReplay::Redo);
+}
+
+bool EditorAccess::Replayed(std::int32_t (EditReplay::*replay)()) {
+    EditReplay replayed(m_Editor);
+    if ((replayed.*replay)() == 0)
+        return false;
+    NotifyEdited(0);
     return true;
 }
 

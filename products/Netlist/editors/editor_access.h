@@ -1,6 +1,7 @@
 /// EditorAccess: an editor as hosts look at it and drive it beside the contract.
 #pragma once
 
+#include "edit_replay.h"
 #include "ieditor_driver.h"
 #include "ieditor_inspector.h"
 
@@ -48,6 +49,8 @@ public:
     void LoadArchive(std::string_view bytes) override;
     bool RunCommand(unsigned id) override;
     bool SetLanguage(const AString& language) override;
+    bool UndoEdit() override;
+    bool RedoEdit() override;
 
 protected:
     /// @param editor the editor of which this is a part
@@ -57,6 +60,7 @@ protected:
 private:
     bool HasRow(int row) const;
     bool HasPlace(int row, int column) const;
+    bool Replayed(std::int32_t (EditReplay::*replay)());
 
     CBaseEditor& m_Editor;
 };

@@ -2,26 +2,11 @@
 
 #include "assertion.h"
 #include "editor_options.h"
+#include "record_type.h"
 
 #include <utility>
 
 namespace {
-
-/// The kinds of journal record.
-enum RecordType : std::int32_t {
-    kDeleted = 0,
-    kInserted = 1,
-    kOverwritten = 2,
-    kLineDeleted = 3,
-    kTextInserted = 4,
-    kRangeDeleted = 5,
-    kTabDeleted = 6,
-    kTabInserted = 7,
-    kOverwrittenByTab = 8,
-};
-
-constexpr unsigned char kLineBreak = 13;
-constexpr unsigned char kTab = 9;
 
 std::size_t UndoLimit() {
     const std::int32_t limit = CurrentOptions().NumberOfUndos;

@@ -13,10 +13,13 @@ namespace {
 
 constexpr std::string_view kEmptyExpression = "empty expression";
 constexpr std::string_view kTooMany = "too many entries";
+constexpr std::string_view kTooManyDescriptions = "too many descriptions";
 constexpr std::string_view kTemporaryPrefix = "cfg";
 
 /// Descriptions of one configuration at the most.
 constexpr std::size_t kMostDescriptions = 1000;
+/// Missing entries of a group that are reported at the most.
+constexpr std::size_t kMostMissing = 100;
 /// Entries that all groups of a file may have together beyond the file's own keys. Groups that name
 /// each other's sections, or one section many times, end here.
 constexpr std::size_t kRepeatedEntries = 10'000;
@@ -117,17 +120,30 @@ private:
         }
         std::sort(numbers.begin(), numbers.end());
         numbers.erase(std::unique(numbers.begin(), numbers.end()), numbers.end());
-        std::int32_t missing = 0;
-        for (const std::int32_t number : numbers)
-            missing += number == missing;
-        if (missing < count)
-            Drop({Numbered(*stems.begin(), missing), {}}, kEmptyExpression);
+        ReportMissing(*stems.begin(), numbers, count);
         if (numbers.size() > m_entriesLeft) {
             Drop({Numbered(*stems.begin(), numbers[m_entriesLeft]), {}}, kTooMany);
             numbers.resize(m_entriesLeft);
         }
         m_entriesLeft -= numbers.size();
         return numbers;
+    }
+
+    /// Entries of which no key is there, up to the first behind all that are, and a bounded number.
+    void ReportMissing(std::string_view stem, const std::vector<std::int32_t>& numbers,
+                       std::int32_t count) {
+        std::int32_t next = 0;
+        std::size_t left = kMostMissing;
+        const auto report = [&](std::int32_t behind) {
+            for (; next < behind && left > 0; ++next, --left)
+                Drop({Numbered(stem, next), {}}, kEmptyExpression);
+        };
+        for (const std::int32_t number : numbers) {
+            report(number);
+            next = number + 1;
+        }
+        if (next < count)
+            report(next + 1);
     }
 
     void ReadRanges() {
@@ -180,10 +196,10 @@ private:
         if (const auto known = m_shared.find(source.text); known != m_shared.end())
             return known->second;
         auto expression = Compile(source);
-        if (!expression)
-            return nullptr;
-        auto shared = std::make_shared<const CRegExp>(std::move(*expression));
-        m_shared.emplace(source.text, shared);
+        const auto shared =
+            expression ? std::make_shared<const CRegExp>(std::move(*expression)) : nullptr;
+        if (expression || source.key.starts_with("Std")) // a default at fault is one fault
+            m_shared.emplace(source.text, shared);
         return shared;
     }
 
@@ -218,8 +234,15 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
     const std::int32_t count = config.GetInt(kList, "NumberOfDscr");
     for (const std::int32_t d : config.GetNumberedKeys(kList, "Dscr", count)) {
         const std::string_view section = config.GetString(kList, Numbered("Dscr", d));
-        if (section.empty() || result.size() == kMostDescriptions)
+        if (section.empty())
             continue;
+        if (result.size() == kMostDescriptions) {
+            if (reports)
+                reports->back().dropped.push_back({std::string(kList), Numbered("Dscr", d),
+                                                   std::string(section),
+                                                   std::string(kTooManyDescriptions)});
+            break;
+        }
         auto syntax = std::make_unique<CSyntaxDscr>();
         DescriptionReport report;
         report.section = section;

@@ -35,7 +35,7 @@ void CSimEditView::SetMaxLineLength(std::int32_t width) {
 }
 
 void CSimEditView::OnActivateView(bool activate, CView* activated, CView* deactivated) {
-    if (auto* view = dynamic_cast<CSimEditView*>(activated); view && activate && !m_Busy)
+    if (auto* view = dynamic_cast<CSimEditView*>(activated); view && activate && !*m_Busy)
         view->ActivationNotice(true, view, dynamic_cast<CSimEditView*>(deactivated));
     CScrollView::OnActivateView(activate, activated, deactivated);
 }

@@ -1,6 +1,8 @@
 /// CSimEditView: shows a text document in a scrolling window.
 #pragma once
 
+#include <memory>
+
 #include "text_view.h"
 #include "view.h"
 
@@ -32,8 +34,8 @@ public:
     /// The view has become the active one of its document (activate), or losing is no longer it:
     /// tells the document, and the instance or the desktop.
     virtual void ActivationNotice(bool activate, CSimEditView* view, CSimEditView* losing);
-    /// Set by the frame while it gives that notice itself.
-    void SetBusy(bool busy) { m_Busy = busy; }
+    /// The mark that the frame sets while it gives that notice itself; good when the view has gone.
+    std::shared_ptr<bool> BusyMark() const { return m_Busy; }
 
 private:
     CBaseEditor* GetEditor() const;
@@ -42,5 +44,5 @@ private:
     std::int32_t m_LineCount = 1;
     std::int32_t m_MaxLineLength = kLeastViewWidth;
     IViewKey* m_ViewKey = nullptr; ///< the instance's
-    bool m_Busy = false;
+    std::shared_ptr<bool> m_Busy = std::make_shared<bool>(false);
 };

@@ -192,21 +192,21 @@ bool TokenAutomaton::Advance(Point from, const RegContext& context, std::size_t 
         if (m_seen[at] == m_stepNumber)
             continue;
         m_seen[at] = m_stepNumber;
-        const auto [token, place, offset] = m_points[at];
-        const RegCode& code = *m_codes[token];
-        const RegNode& node = code.Node(place);
+        const PointOf point = m_points[at];
+        const RegCode& code = *m_codes[point.token];
+        const RegNode& node = code.Node(point.node);
         if (node.op == RegOp::End)
             return true;
         const auto push = [&](std::uint16_t way) {
             if (way != kNoWay)
-                m_stack.push_back(PointAt(token, way));
+                m_stack.push_back(PointAt(point.token, way));
         };
         const bool isLoop = RegPlaces::IsLoop(node);
         if (isLoop || RegPlaces::IsBarrier(node)) {
             if (byte != kNothing &&
-                BytesOf(code, node, offset).Has(static_cast<unsigned char>(byte)))
+                BytesOf(code, node, point.offset).Has(static_cast<unsigned char>(byte)))
                 Behind(at);
-            if (isLoop && (node.op == RegOp::Star || offset != 0))
+            if (isLoop && (node.op == RegOp::Star || point.offset != 0))
                 push(node.go);
         } else if (node.op == RegOp::Branch) {
             push(node.other);

@@ -2,6 +2,7 @@
 
 #include "archive.h"
 #include "assertion.h"
+#include "edit_replay.h"
 #include "editor_options.h"
 
 #include <gtest/gtest.h>
@@ -283,6 +284,80 @@ TEST_F(SimEditDocTest, RandomEditsKeepTheRules) {
     CSimEditDoc again;
     Load(again, Saved(doc));
     EXPECT_EQ(Lines(again), Lines(doc));
+}
+
+/// Undoing everything gives the first text back, and redoing it the last one, at each step.
+TEST_F(SimEditDocTest, UndoAndRedoWalkThroughTheTextsOfRandomEdits) {
+    std::mt19937 random(17);
+    CurrentOptions().NumberOfUndos = 100'000;
+    for (int round = 0; round < 40; ++round) {
+        CSimEditDoc doc;
+        Load(doc, "ab\n  cd\n\nef gh\nij");
+        std::vector<std::string> texts{Saved(doc)};
+        std::int32_t width = 0;
+        for (int step = 0; step < 40; ++step) {
+            const std::size_t records = doc.UndoList().Size();
+            const auto row = static_cast<std::int32_t>(random() % std::size_t(doc.LineCount()));
+            const std::int32_t length = doc.Line(row).Length();
+            const auto column = static_cast<std::int32_t>(random() % (std::size_t(length) + 1));
+            switch (random() % 8) {
+            case 0:
+                doc.SplitLine(row, column, 1, std::int32_t(random() % 3), 1);
+                break;
+            case 1:
+                if (row + 1 < doc.LineCount())
+                    doc.CatLine(row, 1, 1);
+                break;
+            case 2:
+                if (doc.LineCount() > 1)
+                    doc.DeleteLine(row, 1, 1);
+                break;
+            case 3:
+                if (column < length)
+                    doc.DelChar(row, column, 1, width);
+                break;
+            case 4:
+                doc.DelRange(row, column, length, 1, 1);
+                break;
+            case 5:
+                doc.OverwriteChar(row, column, 'o', 1, width);
+                break;
+            case 6:
+                doc.InsertString(row, column, column + 2, "xy", 1, 1);
+                break;
+            default:
+                doc.InsertChar(row, column, 'c', 1, width);
+            }
+            if (doc.UndoList().Size() != records)
+                texts.push_back(Saved(doc));
+        }
+        EditReplay replay(doc);
+        for (std::size_t i = texts.size() - 1; i-- > 0;) {
+            ASSERT_GT(replay.Undo(), 0);
+            ASSERT_EQ(Saved(doc), texts[i]) << "round " << round << " action " << i;
+        }
+        EXPECT_EQ(replay.Undo(), 0);
+        for (std::size_t i = 1; i < texts.size(); ++i) {
+            ASSERT_GT(replay.Redo(), 0);
+            ASSERT_EQ(Saved(doc), texts[i]) << "round " << round << " action " << i;
+        }
+        EXPECT_EQ(doc.Check(), "");
+    }
+}
+
+TEST_F(SimEditDocTest, UndoKeepsWhatWasLostWithATab) {
+    CSimEditDoc doc;
+    Load(doc, "a\tb");
+    std::int32_t width = 0;
+    doc.DelRange(0, 4, 5, 1, 1);
+    EditReplay replay(doc);
+    replay.Undo();
+    EXPECT_EQ(Saved(doc), "a   b"); // a snapshot has blanks where a tab stood
+    doc.InsertChar(0, 1, '\t', 1, width);
+    doc.DelRange(0, 2, 3, 1, 0); // cuts the tab behind the journal's back
+    replay.Undo();
+    EXPECT_EQ(doc.LineCount(), 1);
+    EXPECT_EQ(doc.Check(), "");
 }
 
 } // namespace
