@@ -208,9 +208,9 @@ AString& AString::FormatArgs(const char16_t* format, std::span<const FormatArg> 
     thread_local std::u16string work;
     work.clear();
     const bool hadAllArguments = textformat::AppendAll(format ? format : u"", args, work);
-    USE_ASSERT(hadAllArguments);
     CheckLength(work.size());
     assign(work);
+    USE_ASSERT(hadAllArguments); // last, since whoever answers it may format
     return *this;
 }
 

@@ -16,12 +16,6 @@ constexpr std::string_view kInstalledData = "../share/quorel/";
 constexpr std::string_view kModuleFile = "Netlist.so";
 constexpr int kFoldersAbove = 4;
 
-/// With its closing slash; empty when the system can't tell.
-std::string ProgramDirectory() {
-    const std::string program = sys::ExecutablePath();
-    return program.substr(0, program.rfind('/') + 1);
-}
-
 bool IsFile(const std::string& path) {
     sys::FileStatus status;
     return sys::GetFileStatus(path, status) && status.isRegular;
@@ -38,6 +32,11 @@ std::string FolderAbove(const std::string& folder) {
 }
 
 } // namespace
+
+std::string ProgramDirectory() {
+    const std::string program = sys::ExecutablePath();
+    return program.substr(0, program.rfind('/') + 1);
+}
 
 std::string FindDataDirectory() {
     if (const auto given = sys::GetEnvironment("QUOREL_DATA_DIR")) {

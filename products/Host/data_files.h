@@ -14,6 +14,9 @@
 /// 3. the folders above that of the running program, four at most: a build tree in its source tree
 QUOREL_API std::string FindDataDirectory();
 
+/// The folder of the running program, with a closing slash; empty when the system can't tell.
+QUOREL_API std::string ProgramDirectory();
+
 /// The loadable module: "Netlist.so" beside the running program, else the file registered for the
 /// factory's class id. On failure `path` is empty and the reason names both places.
 QUOREL_API sys::Status FindModule(std::string& path);

@@ -4,6 +4,9 @@
 #include <limits>
 #include <utility>
 
+#include "read_error.h"
+#include "streamio_object.h"
+
 HostToolBarHost::~HostToolBarHost() = default;
 
 void HostToolBarHost::RecalcLayout(int, int) {
@@ -67,7 +70,11 @@ void HostDesktop::GetStringOption(AString& value, int, const AString& section, c
 bool HostDesktop::GetBlockOption(int, const AString& section, const AString& key,
                                  io::CStreamio_object& object) {
     const std::optional<AString> text = m_Options.Find(section, key);
-    return text && m_ReadBlock && m_ReadBlock(*text, object);
+    try {
+        return text && object.FromString(*text);
+    } catch (const io::XStreamioError&) {
+        return false;
+    }
 }
 
 void HostDesktop::SetStringOption(int, const AString& section, const AString& key,

@@ -83,9 +83,6 @@ public:
     IEditor* GetActiveEditor() const { return m_ActiveEditor; }
     /// The commands of a manager; made when first asked for.
     CommandStack& GetCommands(Undo_Manager* manager = nullptr);
-    /// Reads a block from its stored text: the hook of a host that links the block streams. Without
-    /// it no block option counts as stored.
-    std::function<bool(const AString& text, io::CStreamio_object& object)> m_ReadBlock;
     /// Gives the hook of the command library, before the first command. It outlives the desktop.
     void SetCommandWork(ICommandWork* work) { m_CommandWork = work; }
     /// Destroys the global managers, the one registered last first: to be called while the modules

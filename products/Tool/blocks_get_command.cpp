@@ -14,7 +14,8 @@ using Names = std::vector<AString>;
 
 struct GetOptions {
     BlocksInputOptions m_Input;
-    std::vector<std::string> m_Names;
+    std::string m_Name;
+    std::vector<std::string> m_Nested;
 };
 
 bool IsNamed(const io::CBlock& block, const AString& name) {
@@ -109,15 +110,16 @@ std::string JoinNames(const std::vector<std::string>& names) {
 
 ExitCode Get(const GetOptions& options) {
     options.m_Input.IsBatch();
+    std::vector<std::string> path = {options.m_Name};
+    path.insert(path.end(), options.m_Nested.begin(), options.m_Nested.end());
     Names names;
-    for (const std::string& name : options.m_Names)
+    for (const std::string& name : path)
         names.push_back(AString::FromMultiByte(AString::kUtf8, name));
     const std::string& file = options.m_Input.m_File;
     const BlocksPtr block =
         file == kStandardInput ? GetFromStandardInput(names) : GetFromFile(file, names);
     if (!block)
-        throw ToolError(ExitCode::no,
-                        "no block " + JoinNames(options.m_Names) + " in '" + file + "'");
+        throw ToolError(ExitCode::no, "no block " + JoinNames(path) + " in '" + file + "'");
     std::vector<AString> errors;
     block->GetErrors(errors, true);
     WriteBlocksErrors(errors);
@@ -135,8 +137,8 @@ void AddBlocksGet(CLI::App& parent, Choice& choice) {
         "Goes through the index where the file has one. Names are compared without regard to\n"
         "case. Of several blocks of one name it is the first, through an index the last.");
     options->m_Input.AddTo(command, false);
-    AddArgument(command, "NAME", options->m_Names, "The block's name, behind those around it")
-        .required()
-        ->allow_extra_args(false); // else a name in brackets would count as a list
+    // Not one list: in a list a name in brackets would be taken for a list itself.
+    AddArgument(command, "NAME", options->m_Name, "The block's name").required();
+    AddArgument(command, "NESTED", options->m_Nested, "The name of a block within it, and so on");
     OnRun(command, choice, options, &Get);
 }

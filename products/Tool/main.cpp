@@ -29,7 +29,8 @@ ExitCode Fail(ExitCode code, const std::string& reason) {
 ExitCode FailUsage(const CLI::App& app, const std::string& reason) {
     std::string names;
     const CLI::App* const command = InnermostCommand(app, names);
-    std::string usage = CLI::Formatter().make_usage(command, names);
+    const auto formatter = std::dynamic_pointer_cast<CLI::Formatter>(app.get_formatter());
+    std::string usage = formatter->make_usage(command, names);
     usage.erase(0, usage.find_first_not_of('\n'));
     usage.erase(usage.find_last_not_of('\n') + 1);
     std::fprintf(stderr, "quorel: %s\n%s\nMore: %s --help\n", reason.c_str(), usage.c_str(),

@@ -44,11 +44,14 @@ void ShowAsJson(CSimEditDoc& document, int syntax) {
     output.Write("]}\n");
 }
 
-void ShowAsText(CSimEditDoc& document, const AnsiText& painter, bool lineNumbers) {
-    Progress progress("show", static_cast<std::uint64_t>(document.LineCount()));
-    // A file that ends with a line end has an empty line behind it, which nobody wants to see.
-    const bool endsEmpty = document.Line(document.LineCount() - 1).Length() == 0;
-    const std::int32_t count = document.LineCount() - endsEmpty;
+/// The rows that a person wants to see: a CR LF at a file's end has an empty line behind it.
+std::int32_t CountShownRows(const CSimEditDoc& document, std::string_view bytes) {
+    return document.LineCount() - (bytes.empty() || bytes.ends_with("\r\n"));
+}
+
+void ShowAsText(CSimEditDoc& document, std::int32_t count, const AnsiText& painter,
+                bool lineNumbers) {
+    Progress progress("show", static_cast<std::uint64_t>(count));
     const std::size_t digits = std::to_string(count).size();
     std::string shown;
     std::vector<ColorSpan> colors;
@@ -79,7 +82,8 @@ ExitCode Show(const ShowOptions& options) {
     if (options.m_Json)
         ShowAsJson(document, syntax);
     else
-        ShowAsText(document, AnsiText(options.m_Color.GetStyle(), bytes), options.m_LineNumbers);
+        ShowAsText(document, CountShownRows(document, bytes),
+                   AnsiText(options.m_Color.GetStyle(), bytes), options.m_LineNumbers);
     return ExitCode::done;
 }
 

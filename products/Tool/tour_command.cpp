@@ -42,9 +42,19 @@ const char* NameOf(LineEnds ends) {
     return kNames[static_cast<std::size_t>(ends)];
 }
 
+/// Without a data directory the module looks beside the program, and tells that it found nothing.
 HostDesktop::Settings FindSettings() {
-    const std::string config = FindDataDirectory() + "config/";
+    const std::string data = FindDataDirectory();
+    const std::string config = data.empty() ? ProgramDirectory() : data + "config/";
     return {.m_InstallDirectory = config, .m_SysLibDirectory = config};
+}
+
+std::string FindSample() {
+    const std::string data = FindDataDirectory();
+    if (data.empty())
+        throw ToolError(ExitCode::file,
+                        std::string("cannot find ") + kSample + " near the program; name a FILE");
+    return data + kSample;
 }
 
 /// The steps, in the order in which Run takes them.
@@ -82,12 +92,9 @@ private:
 };
 
 ExitCode Tour::Run() {
-    std::string path = m_Options.m_File;
-    if (path.empty())
-        path = FindDataDirectory() + kSample;
     StartModule();
     CreateEditor();
-    Load(path);
+    Load(m_Options.m_File.empty() ? FindSample() : m_Options.m_File);
     Edit();
     TellJournal();
     Undo();

@@ -15,16 +15,25 @@ Block_writer::Block_writer(CAbstract_ostream& stream)
 
 // --- Items ---
 
+/// An argument for which nothing stands: only the commas around it tell that it is there.
+static bool IsNullArg(const CBlock_item& item) {
+    return item.IsValue() && item.IsEmpty();
+}
+
 void Block_writer::Write(const CBlock_item& root) {
     if (!mStream)
         return;
+    bool isBehindNull = false;
     for (Item_walk walk(root); walk.Next();) {
         const CBlock_item& item = walk.GetItem();
         const bool isEnd = walk.GetMeeting() != Item_walk::Meeting::kOpen;
         if (walk.GetMeeting() == Item_walk::Meeting::kClose) {
+            if (isBehindNull && item.IsFunc())
+                mStream->WriteSymbol(u',');
             WriteClose(item);
         } else {
-            if (!walk.IsFirst() && walk.GetParent()->IsFunc())
+            if (!walk.IsFirst() && walk.GetParent()->IsFunc() &&
+                (!mIsBinary || isBehindNull || IsNullArg(item)))
                 WriteComma();
             if (isEnd)
                 item.Write(*mStream);
@@ -33,6 +42,7 @@ void Block_writer::Write(const CBlock_item& root) {
         }
         if (isEnd && walk.GetParent() && walk.GetParent()->IsBlock())
             mStream->EndLine();
+        isBehindNull = IsNullArg(item);
     }
 }
 
@@ -52,12 +62,11 @@ void Block_writer::WriteClose(const CBlock_item& item) {
         mStream->WriteSymbol(u')');
 }
 
-/// Between arguments or elements; the binary form has none.
+/// Between arguments or elements. The binary form has none but beside a null argument.
 void Block_writer::WriteComma() {
-    if (mIsBinary)
-        return;
     mStream->WriteSymbol(u',');
-    mStream->Write(u' ');
+    if (!mIsBinary)
+        mStream->Write(u' ');
 }
 
 void Block_writer::WriteElements(const CBlock_vec& vec) {
@@ -70,7 +79,7 @@ void Block_writer::WriteElements(const CBlock_vec& vec) {
     if (!vec.IsEmpty() && !mIsBinary)
         mStream->Write(u' ');
     for (const CToken& element : vec) {
-        if (&element != vec.begin())
+        if (&element != vec.begin() && !mIsBinary)
             WriteComma();
         if (element.IsNumber())
             mStream->Write(element);

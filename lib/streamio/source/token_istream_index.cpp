@@ -134,7 +134,7 @@ bool CToken_istream::BuildIndex(unsigned flags) {
 // --- A stored index ---
 
 bool CToken_istream::GoToStart() {
-    CAbstract_stream_pos start(0);
+    CAbstract_stream_pos start(IsBinary() ? 1 : 0); // behind the header
     NewState(start);
     return Seek(start);
 }

@@ -18,9 +18,7 @@ struct Text {
     std::string Next() { return Show(buffer.NextToken()); }
     std::string Peek() const { return Show(buffer.PeekToken()); }
     /// The raw position at which the current token begins.
-    std::streamoff Start() {
-        return buffer.TellRaw() - buffer.GetTokenDistance();
-    }
+    std::streamoff Start() { return buffer.TellRaw() - buffer.GetTokenDistance(); }
     CString_streambuf raw;
     CToken_textstreambuf buffer;
 };

@@ -41,7 +41,8 @@ TEST(Module, StartsOnceMakesEditorsAndEnds) {
                                      .threadingModel = "",
                                      .typeLibraryId = "",
                                      .applicationId = "",
-                                     .applicationName = ""}));
+                                     .applicationName = "",
+                                     .applicationFile = ""}));
     const sys::Status started = host.Start();
     ASSERT_TRUE(started) << started.reason;
     EXPECT_EQ(host.GetPath(), kModule);

@@ -6,7 +6,10 @@
 
 #include <gtest/gtest.h>
 
+#include "abstract_istream.h"
 #include "host_desktop.h"
+#include "read_error.h"
+#include "streamio_object.h"
 
 namespace {
 
@@ -117,6 +120,32 @@ TEST_F(Options, DesktopReadsIntegersFromText) {
     EXPECT_EQ(text, u"-8");
     desktop.GetStringOption(text, 0, u"Elsewhere", u"Tab", u"none");
     EXPECT_EQ(text, u"none");
+}
+
+/// A place, stored as its two numbers.
+struct Place : io::CStreamio_object {
+    void Read(io::CAbstract_istream& stream) override {
+        if (!stream.Read(m_X) || !stream.Read(m_Y))
+            throw io::XStreamioError(io::ReadError::kValue, 1);
+    }
+    void Write(io::CAbstract_ostream&) const override {}
+    int m_X = 0, m_Y = 0;
+};
+
+TEST_F(Options, DesktopFillsAnObjectFromItsStoredText) {
+    OptionStore store;
+    HostDesktop desktop({}, store);
+    const struct {
+        const char16_t* text;
+        bool isRead;
+    } rows[] = {{u"12 34", true}, {u"12 word", false}, {u"", false}};
+    Place place;
+    EXPECT_FALSE(desktop.GetBlockOption(0, u"Bars", u"Place", place)) << "nothing is stored";
+    for (const auto& row : rows) {
+        desktop.SetStringOption(0, u"Bars", u"Place", row.text);
+        EXPECT_EQ(desktop.GetBlockOption(0, u"Bars", u"Place", place), row.isRead);
+    }
+    EXPECT_EQ(place.m_Y, 34);
 }
 
 } // namespace

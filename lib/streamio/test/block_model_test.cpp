@@ -1,0 +1,329 @@
+// The tree in memory: getters, look-ups, cursors, errors, ownership.
+
+#include <gtest/gtest.h>
+
+#include "assertion.h"
+#include "block.h"
+#include "block_dump.h"
+#include "block_func.h"
+#include "block_named_value.h"
+#include "block_vec.h"
+#include "streamio_block_object.h"
+#include "token_istring.h"
+#include "token_ostring.h"
+
+namespace io {
+namespace {
+
+CToken Number(TokenKind kind, double number) {
+    return CToken(kind, number);
+}
+
+/// What each getter gives of a value, by its letter: wchar, bool, AString, unsigned int and long,
+/// unsigned short, int and long, short, float and double.
+std::string Succeeds(const CBlock_getters& value) {
+    char16_t text[32];
+    bool isTrue;
+    AString string;
+    unsigned u;
+    unsigned long ul;
+    unsigned short us;
+    int i;
+    long l;
+    short s;
+    float f;
+    double d;
+    std::string letters;
+    letters += value.Get(text) ? "w" : "";
+    letters += value.Get(isTrue) ? "b" : "";
+    letters += value.Get(string) ? "A" : "";
+    letters += value.Get(u) ? "U" : "";
+    letters += value.Get(ul) ? "U" : "";
+    letters += value.Get(us) ? "u" : "";
+    letters += value.Get(i) ? "I" : "";
+    letters += value.Get(l) ? "I" : "";
+    letters += value.Get(s) ? "s" : "";
+    letters += value.Get(f) ? "f" : "";
+    letters += value.Get(d) ? "d" : "";
+    return letters;
+}
+
+TEST(Block_getters, SucceedByKindAndRange) {
+    struct {
+        CToken value;
+        const char* letters;
+    } const rows[] = {
+        {Number(TokenKind::Int, 5), "UUuIIsfd"},
+        {Number(TokenKind::Int, -1), "IIsfd"},
+        {Number(TokenKind::Double, -32768), "IIsfd"},
+        {Number(TokenKind::Double, -32769), "IIfd"},
+        {Number(TokenKind::Double, 32768), "UUuIIfd"},
+        {Number(TokenKind::Double, 65535), "UUuIIfd"},
+        {Number(TokenKind::Double, 65535.9), "UUIIfd"}, // the bound is compared before the cut
+        {Number(TokenKind::Double, 2147483647), "UUIIfd"},
+        {Number(TokenKind::Hex, 3e9), "UUfd"},
+        {Number(TokenKind::Long, 4294967296.0), "fd"},
+        {Number(TokenKind::Double, -2147483648.5), "fd"},
+        {CToken(TokenKind::Int, 7, "7"), "UUuIIsfd"}, // source text is no text
+        {CToken(TokenKind::True), "b"},
+        {CToken(TokenKind::Keyword, u"k"), "wA"},
+        {CToken(TokenKind::Symbol, u"+"), "wA"},
+        {CToken(TokenKind::SingleQuotedText, u""), "wA"},
+        {CToken(), ""},
+    };
+    for (const auto& row : rows) {
+        const CBlock_value value(row.value);
+        EXPECT_EQ(Succeeds(value), row.letters) << DumpItem(value);
+        CBlock_func inner(AString("g")), outer(AString("f"));
+        inner << row.value << 1;
+        outer << CBlock_ptr<CBlock_func>(new CBlock_func(inner)) << true;
+        EXPECT_EQ(Succeeds(outer), row.letters); // the first argument, through functions
+        CBlock_vec vec;
+        EXPECT_EQ(Succeeds(vec), "");
+        vec.Add(row.value);
+        EXPECT_EQ(Succeeds(vec), row.letters);
+    }
+    int number = 3;
+    EXPECT_TRUE(CBlock_value(-2.9).Get(number));
+    EXPECT_EQ(number, -2);
+    EXPECT_FALSE(CBlock_value(1e10).Get(number));
+    EXPECT_EQ(number, -2);
+}
+
+TEST(Block_items, TellWhatTheyAre) {
+    CBlock block(AString("A"));
+    CBlock_value value(5);
+    CBlock_named_value named(CToken(TokenKind::Keyword, u"n"));
+    CBlock_func func(AString("f"));
+    CBlock_vec vec(CToken(TokenKind::Keyword, u"v"));
+    CBlock_item* const items[] = {&block, &value, &named, &func, &vec};
+    const char* const kinds[] = {"block", "value", "named", "func", "vec"};
+    for (std::size_t i = 0; i < std::size(items); ++i) {
+        CBlock_item& item = *items[i];
+        const std::string kind = item.IsBlock()        ? "block"
+                                 : item.IsValue()      ? "value"
+                                 : item.IsNamedValue() ? "named"
+                                 : item.IsFunc()       ? "func"
+                                 : item.IsVec()        ? "vec"
+                                                       : "";
+        EXPECT_EQ(kind, kinds[i]);
+        EXPECT_EQ(item.IsNamed(), kind != "value");
+        EXPECT_EQ(item.IsEmpty(), kind != "value");
+        EXPECT_EQ(item.GetSize(), kind == "value" ? 1u : 0u);
+        AString name;
+        item.SetName(AString("other"));
+        item.GetName(name);
+        EXPECT_EQ(name, item.IsNamed() ? u"other" : u"");
+        EXPECT_EQ(item.GetNameToken().GetKind(),
+                  item.IsNamed() ? TokenKind::SingleQuotedText : TokenKind::Null);
+    }
+    value.Clear();
+    EXPECT_TRUE(value.IsEmpty());
+}
+
+// --- Look-ups ---
+
+AString Name(int i) {
+    AString name;
+    name.Format(u"Item_%d", i);
+    return name;
+}
+
+/// Walks of additions, removals and look-ups, against a list that is searched from its start. Large
+/// enough to build the index, and small enough not to, and drop it again.
+TEST(Block_lookup, GivesTheFirstOfANameThroughAnyChange) {
+    for (const int names : {3, 40}) {
+        CBlock block(AString("A"));
+        std::vector<std::pair<AString, int>> twin;
+        unsigned random = 12345;
+        const auto next = [&](int bound) {
+            random = random * 1103515245 + 12345;
+            return static_cast<int>((random >> 16) % static_cast<unsigned>(bound));
+        };
+        for (int step = 0; step < 4000; ++step) {
+            const AString name = Name(next(names));
+            const auto first = std::find_if(twin.begin(), twin.end(),
+                                            [&](const auto& item) { return item.first == name; });
+            if (next(5) < 2) {
+                block.Add(CBlock_named_value(name, step));
+                twin.emplace_back(name, step);
+            } else if (next(2) == 0 && step % 500 < 400) {
+                block.Remove(block.Find(name.ToLower()));
+                if (first != twin.end())
+                    twin.erase(first);
+            } else {
+                CBlock_named_value value(next(2) == 0 ? name : AString(name.ToLower()), -1);
+                int found = -1;
+                const bool isThere = first != twin.end();
+                EXPECT_EQ(block.Get(value), isThere);
+                EXPECT_EQ(block.WasFound(), isThere);
+                EXPECT_TRUE(value.CBlock_value::Get(found));
+                EXPECT_EQ(found, isThere ? first->second : -1) << step;
+            }
+            ASSERT_EQ(block.GetSize(), twin.size());
+        }
+        auto expected = twin.begin();
+        for (const CBlockItemPtr& item : block) {
+            int number = 0;
+            EXPECT_TRUE(CBlock_ptr<CBlock_named_value>(item)->Get(number));
+            EXPECT_EQ(number, (expected++)->second);
+        }
+        EXPECT_EQ(expected, twin.end());
+    }
+}
+
+TEST(Block_lookup, GetAsksForTheClassOfTheFirst) {
+    CBlock block(AString("A"));
+    block.Add(CBlock_func(AString("twice")));
+    block.Add(CBlock_named_value(AString("twice"), 1));
+    block.AddItem(CBlockItemPtr());
+    CBlock_named_value value(AString("Twice"), 7);
+    EXPECT_FALSE(block.Get(value));
+    EXPECT_EQ(DumpItem(value), "'Twice'=7i");
+    CBlock_func func(AString("TWICE"));
+    EXPECT_TRUE(block.Get(func));
+    CBlock child(AString("twice"));
+    EXPECT_FALSE(block.Get(child));
+    block.Remove(block.end());
+    EXPECT_EQ(block.GetSize(), 2u);
+    EXPECT_EQ(block.Find(AString("none")), block.end());
+}
+
+TEST(Block_lookup, FunctionsSearchFromTheCursor) {
+    CBlock_func func(AString("f"));
+    func << CBlock_named_value(AString("a"), 1) << 5 << CBlock_named_value(AString("b"), 2)
+         << CBlock_named_value(AString("A"), 3);
+    const auto get = [&](const char* name) {
+        CBlock_named_value value(AString(name), 0);
+        func.Get(value);
+        return DumpToken(value.GetValue());
+    };
+    EXPECT_EQ(get("A"), "1i");
+    EXPECT_EQ(get("b"), "2i");
+    EXPECT_EQ(get("a"), "3i"); // on from b
+    EXPECT_EQ(get("none"), "0i");
+    EXPECT_FALSE(func.WasFound());
+    EXPECT_EQ(get("a"), "3i"); // the cursor stayed
+    EXPECT_EQ(get(""), "0i");  // an argument without a name doesn't match
+    func << 6;
+    EXPECT_TRUE(func.WasFound());
+    EXPECT_EQ(get("a"), "1i");
+}
+
+// --- Ownership and errors ---
+
+TEST(Block_items, AreSharedAndGoWithTheLastPointer) {
+    struct Counted : CBlock_value {
+        explicit Counted(int& count) : mCount(&count) { ++*mCount; }
+        ~Counted() override { --*mCount; }
+        int* mCount;
+    };
+    int count = 0;
+    {
+        CBlockItemPtr item(new Counted(count));
+        CBlock first(AString("A")), second(AString("B"));
+        first.AddItem(item);
+        second.Append(first);
+        second.Append(second); // asserted and ignored
+        second = first;
+        item = nullptr;
+        EXPECT_EQ(second.GetSize(), 1u);
+        EXPECT_FALSE(CBlock_ptr<CBlock>(*second.begin()));
+        EXPECT_TRUE(CBlock_ptr<CBlock_value>(*second.begin()));
+        first.Clear();
+        EXPECT_EQ(count, 1);
+    }
+    EXPECT_EQ(count, 0);
+    // A block that takes over what hangs below itself.
+    CBlock tree(AString("A"));
+    EXPECT_TRUE(tree.FromString(u"$begin A $begin B x=1 $end $end"));
+    tree = static_cast<const CBlock&>(**tree.begin());
+    EXPECT_EQ(DumpItem(tree), "B{x=1i}");
+}
+
+TEST(Block_items, AnItemThatIsStillHeldMustNotGo) {
+    const bool wereIgnored = std::exchange(gIgnoreAllAsserts, false);
+    std::string asserted;
+    SetAssertHandler([&](const std::string& text, unsigned) {
+        asserted = text;
+        return AssertAnswer::kRetry;
+    });
+    alignas(CBlock_value) unsigned char room[sizeof(CBlock_value)];
+    auto* const value = new (room) CBlock_value(1);
+    new CBlockItemPtr(value); // never goes
+    value->~CBlock_value();
+    SetAssertHandler({});
+    gIgnoreAllAsserts = wereIgnored;
+    EXPECT_NE(asserted.find("'mRefCount == 0'"), std::string::npos) << asserted;
+}
+
+TEST(Block_errors, AreToldByLine) {
+    CBlock block;
+    block.FromString(
+        u"$begin 'P'\n(\n$begin 'C'\nx\n$begin 'D'\nv[-1]\n$end 'E' y\n$end 'C'\n)\n$end");
+    std::vector<AString> errors;
+    EXPECT_TRUE(block.GetErrors(errors, true));
+    const std::vector<AString> expected = {
+        u"P:2: identifier expected", u"C:4: expected a '(' or a '='", u"D:6: invalid vector size",
+        u"D:7: begin/end block syntax invalid", u"P:9: identifier expected"};
+    EXPECT_EQ(errors, expected);
+    errors.clear();
+    EXPECT_TRUE(block.GetErrors(errors, false) && block.HasErrors(false));
+    EXPECT_EQ(errors.size(), 2u);
+    EXPECT_EQ(XStreamioError(static_cast<ReadError>(13), 1).GetMessage(), u"");
+}
+
+// --- Objects that persist as a block ---
+
+class Sample : public CStreamio_block_object {
+public:
+    explicit Sample(const char* name, int result = 0) : mName(name), mResult(result) {}
+    void GetBlockName(AString& name) const override { name = mName; }
+    int Exchange(CBlock& block, bool reading) override {
+        CBlock_named_value width(AString("Width"), mWidth);
+        if (reading)
+            block.Get(width) && width.CBlock_value::Get(mWidth);
+        else
+            block.Add(width);
+        mSeenFlag = GetFlag();
+        if (mResult == 99)
+            throw ReadError::kWrite;
+        return mResult;
+    }
+    AString mName;
+    int mResult;
+    int mWidth = 5;
+    bool mSeenFlag = false;
+};
+
+TEST(Streamio_block_object, MovesItsFieldsBothWays) {
+    Sample sample("Frame");
+    AString text;
+    sample.ToString(text);
+    EXPECT_EQ(text, u"$begin 'Frame'\n\tWidth=5\n$end 'Frame'\n");
+    EXPECT_TRUE(sample.FromString(u"$begin 'FRAME' width=7 $end"));
+    EXPECT_EQ(sample.mWidth, 7);
+    EXPECT_FALSE(sample.FromString(u"$begin 'Other' width=8 $end"));
+    EXPECT_EQ(sample.mWidth, 7);
+
+    Sample any("");
+    EXPECT_TRUE(any.FromString(u"$begin 'Other' Width=8 $end"));
+    EXPECT_EQ(any.mWidth, 8);
+    Sample refusing("", 3);
+    EXPECT_THROW(refusing.FromString(u"$begin 'Other' $end"), XStreamioError);
+    EXPECT_EQ(refusing.GetReadError(), 3);
+    EXPECT_FALSE(refusing.FromItem(CBlockItemPtr(new CBlock_value(1))));
+
+    CBlock block;
+    EXPECT_TRUE(sample.ToBlockFlagged(block) && sample.mSeenFlag && !sample.GetFlag());
+    EXPECT_EQ(DumpItem(block), "'Frame'{'Width'=7i}");
+    CBlockItemPtr item;
+    EXPECT_TRUE(sample.ToItem(item) && any.FromItem(item));
+    EXPECT_EQ(any.mWidth, 7);
+    EXPECT_FALSE(Sample("F", 1).ToBlock(block) || Sample("F", 99).ToBlock(block));
+    EXPECT_TRUE(Sample("F", 1).FromBlockFlagged(block));
+    EXPECT_FALSE(Sample("F", -1).FromBlockFlagged(block));
+}
+
+} // namespace
+} // namespace io

@@ -1,0 +1,136 @@
+#include "quorel_process.h"
+
+#include <gmock/gmock.h>
+
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+class CommandLine : public QuorelProcess {};
+
+TEST_F(CommandLine, EndsWithTheExitCodeOfItsFault) {
+    const std::string text = Write("a.cir", "R1 a b 1k\r\n");
+    const struct {
+        std::vector<std::string> arguments;
+        int code;
+        const char* out;
+        const char* err;
+    } rows[] = {
+        {{"--version"}, 0, "quorel 0.", ""},
+        {{"show", text}, 0, "R1 a b 1k\n", ""},
+        {{"show", "-"}, 0, "from stdin\n", ""},
+        {{"syntax", "match", "b+", "abb"}, 0, "1 2\n", ""},
+        {{"syntax", "match", "[a,b]", "a"}, 0, "0 1\n", ""},
+        {{"syntax", "match", "", ""}, 0, "0 0\n", ""},
+        {{"syntax", "match", "--", "-x", "a-x"}, 0, "1 2\n", ""},
+        {{"syntax", "match", "--ignore-case", "B", "ab"}, 0, "1 1\n", ""},
+        {{"syntax", "match", "x", "abb"}, 1, "", "quorel: no match\n"},
+        {{"syntax", "match", "a**", "abb"}, 1, "", "quorel: nested *?+\n"},
+        {{"show", "--syntax", "99", text}, 1, "", "none of index 99"},
+        {{}, 2, "", "Usage: quorel [OPTIONS] COMMAND"},
+        {{"nonsense"}, 2, "", "Usage: quorel"},
+        {{"syntax"}, 2, "", "Usage: quorel syntax"},
+        {{"show"}, 2, "", "FILE is required\nUsage: quorel show"},
+        {{"show", text, "another"}, 2, "", "another"},
+        {{"show", "--color", "sometimes", text}, 2, "", "sometimes"},
+        {{"show", "--syntax", "cobol", text}, 2, "", "cobol"},
+        {{"show", "--syntax", "-1", text}, 2, "", "-1"},
+        {{"syntax", "match", "a"}, 2, "", "PATTERN and TEXT are required\nUsage"},
+        {{"syntax", "match", "--batch", "a"}, 2, "", "--batch takes no PATTERN"},
+        {{"show", "/nowhere/a.cir"}, 3, "", "'/nowhere/a.cir': No such file"},
+        {{"show", "/"}, 3, "", "'/'"},
+        {{"show", "/dev/zero"}, 3, "", "'/dev/zero'"},
+        {{"show", "--config", "/nowhere/a.cfg", text}, 3, "", "'/nowhere/a.cfg'"},
+        {{"syntax", "check", "/nowhere/a.cfg"}, 3, "", "'/nowhere/a.cfg'"},
+        {{"tour", "/nowhere/a.cir"}, 3, "", "'/nowhere/a.cir'"},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(testing::PrintToString(row.arguments));
+        const Ran ran = Run(row.arguments, "from stdin");
+        EXPECT_EQ(ran.code, row.code);
+        EXPECT_THAT(ran.out, StartsWith(row.out));
+        EXPECT_THAT(ran.err, HasSubstr(row.err));
+        EXPECT_EQ(ran.err.empty(), row.code == 0);
+    }
+}
+
+TEST_F(CommandLine, ExplainsEveryCommandWithAnExample) {
+    const std::vector<std::vector<std::string>> commands = {
+        {}, {"show"}, {"syntax"}, {"syntax", "check"}, {"syntax", "match"}, {"tour"}};
+    for (auto command : commands) {
+        command.push_back("--help");
+        const Ran ran = Run(command);
+        SCOPED_TRACE(testing::PrintToString(command));
+        EXPECT_EQ(ran.code, 0);
+        EXPECT_THAT(ran.out, HasSubstr("\nExample:\n  quorel "));
+        EXPECT_EQ(ran.err, "");
+    }
+}
+
+TEST_F(CommandLine, ReportsAFullDisk) {
+    mProgram = "/bin/sh";
+    const std::string show = QUOREL_BIN_DIR "/quorel show " QUOREL_SOURCE_DIR "/samples/filter.cir";
+    const Ran ran = Run({"-c", show + " >/dev/full"});
+    EXPECT_EQ(ran.code, 3);
+    EXPECT_THAT(ran.err, HasSubstr("standard output"));
+}
+
+TEST_F(CommandLine, FindsNoConfigurationWhereThereIsNone) {
+    mEnvironment = "QUOREL_DATA_DIR=/nowhere";
+    const Ran ran = Run({"show", "-"});
+    EXPECT_EQ(ran.code, 3);
+    EXPECT_THAT(ran.err, HasSubstr("config/NetlistEditor.cfg"));
+    EXPECT_EQ(Run({"show", "--config", "none", "-"}, "x").out, "x\n");
+}
+
+// --- tour ---
+
+TEST_F(CommandLine, TourDrivesTheModuleStepByStep) {
+    const std::string file = Write("a.cir", "* a\tdeck\r\nR1 a b 1k\nR2 b 0 2k");
+    const Ran ran = Run({"tour", "--color", "always", file});
+    EXPECT_EQ(ran.code, 0) << ran.err;
+    std::size_t from = 0;
+    for (const char* step :
+         {"module    ", "factory   NetlistEnvironment, makes Netlist editors\n",
+          "editor    of a netlist, coloured by syntax description 2\n",
+          ": 29 bytes, 3 lines, mixed line ends\n", "\x1b[38;2;", "edit      a line inserted",
+          "journal   5 records:\n", "undo      ", "export    command 42009 to ",
+          ", the same as a save writes\n", "script    an editor of JavaScript:\n", "end       "}) {
+        const std::size_t at = ran.out.find(step, from);
+        ASSERT_NE(at, std::string::npos) << step << "\nmissing in\n" << ran.out;
+        from = at;
+    }
+    EXPECT_EQ(Read(file), "* a\tdeck\r\nR1 a b 1k\nR2 b 0 2k") << "the file itself stays";
+}
+
+TEST_F(CommandLine, TourOfAFileThatIsEmptyOrNoText) {
+    for (const std::string& bytes :
+         {std::string(), std::string("\n"), std::string("\0\x1b\xff", 3)})
+        EXPECT_EQ(Run({"tour", Write("a.cir", bytes)}).code, 0) << testing::PrintToString(bytes);
+}
+
+TEST_F(CommandLine, TourWithoutTheConfigurationTellsThePromptAndGoesOn) {
+    std::filesystem::create_directories(Path("config"));
+    mEnvironment = "QUOREL_DATA_DIR=" + Path("");
+    const Ran ran = Run({"tour", Write("a.cir", "R1 a b 1k")});
+    EXPECT_EQ(ran.code, 0) << ran.err;
+    EXPECT_THAT(ran.out, HasSubstr("prompt    Cannot locate file 'NetlistEditor.cfg' in install "
+                                   "directory or syslib directory.\n"));
+    EXPECT_THAT(ran.out, HasSubstr("editor    of a netlist, without colours\n"));
+}
+
+TEST_F(CommandLine, TourNeedsTheModule) {
+    std::filesystem::copy(mProgram, Path("quorel"));
+    mProgram = Path("quorel");
+    mEnvironment += " LD_LIBRARY_PATH=" QUOREL_BIN_DIR "/../lib XDG_DATA_HOME=" + Path("data");
+    Ran ran = Run({"tour"});
+    EXPECT_EQ(ran.code, 3);
+    EXPECT_THAT(ran.err, HasSubstr(Path("Netlist.so")));
+    Write("Netlist.so", "not a library");
+    ran = Run({"tour"});
+    EXPECT_EQ(ran.code, 3);
+    EXPECT_THAT(ran.err, HasSubstr(Path("Netlist.so")));
+}
+
+} // namespace
