@@ -236,7 +236,7 @@ TEST(Block_items, AreSharedAndGoWithTheLastPointer) {
     EXPECT_EQ(count, 0);
     // A block that takes over what hangs below itself.
     CBlock tree(AString("A"));
-    EXPECT_TRUE(tree.FromString(u"$begin A $begin B x=1 $end $end"));
+    EXPECT_TRUE(tree.FromString(u"$begin A\n$begin B\nx=1\n$end B\n$end A\n"));
     tree = static_cast<const CBlock&>(**tree.begin());
     EXPECT_EQ(DumpItem(tree), "B{x=1i}");
 }
