@@ -98,7 +98,6 @@ TEST_F(BlocksBatch, TokensInBothForms) {
         {{{"text", "a(b"}, {"options", {{"delimiters", ""}}}}, R"(Keyword "a(b" @1)"},
         {{{"text", "Ab"}, {"options", {{"caseMode", 0}}}}, R"(Keyword "AB" @1)"},
         {{{"text", "Ab"}, {"options", {{"caseMode", 1}}}}, R"(Keyword "ab" @1)"},
-        {{{"bytes", {65, 32, 200}}}, R"(Keyword "A" @1, Keyword "È" @1)"},
         {{{"bytes", {0, 12, 1, 97, 19, 18, 61, 71, 0, 1, 80, 240, 63, 10, 0, 99}}},
          R"(Keyword "a" @1, Eol @1, Symbol "=" @2, Short 256 @2, Float 1 @2, True @2, )"
          R"(Null @2, Error @2)"},
