@@ -1,6 +1,7 @@
 #include "block_dump.h"
 
 #include <charconv>
+#include <cmath>
 
 #include "block.h"
 #include "block_value.h"
@@ -41,7 +42,11 @@ std::string DumpContents(const CToken& token) {
         codepage::AppendUtf16ToUtf8(token.GetTextView(), text);
     } else if (token.IsNumber()) {
         char digits[32];
-        const auto end = std::to_chars(std::begin(digits), std::end(digits), token.GetNumber());
+        const double number = token.GetNumber();
+        const auto format = std::floor(number) == number && std::abs(number) < 1e15
+                                ? std::chars_format::fixed
+                                : std::chars_format::general;
+        const auto end = std::to_chars(std::begin(digits), std::end(digits), number, format);
         text.assign(digits, end.ptr);
     }
     return text;

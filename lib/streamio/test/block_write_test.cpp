@@ -90,6 +90,7 @@ constexpr Row kItems[] = {
     {"v[3: 007, +5, 0x1f]", nullptr}, // elements keep theirs
     {"v[1, 2]", "v[2: 1, 2]"},
     {"v[]", "v[0:]"},
+    {"x=TRUE", "x=true"},
     {"x=\"d'q\\\"\"", nullptr},
     {"x='a\\tb\\\\'", "x='a\\\tb\\\\'"}, // control characters raw behind a backslash
     {"x=$begin_cdata$a$end_cdata$", nullptr},
