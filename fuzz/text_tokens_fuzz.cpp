@@ -1,0 +1,131 @@
+/// Any bytes as text tokens: the same tokens whether the text is buffered or comes a unit at a
+/// time, each inside the text and behind the one before; and what is written of them reads back.
+///
+/// The first byte chooses: 1 UTF-8, 2 the delimiter grammar, 12 the case mode, 16 comments kept,
+/// 32 blanks kept.
+#include "delimiter_grammar.h"
+#include "raw_streambufs.h"
+#include "token_grammar.h"
+#include "token_textstreambuf.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace io;
+
+void Require(bool law) {
+    if (!law)
+        std::abort();
+}
+
+/// Buffers one unit.
+class Trickle : public CRawStreambuf {
+public:
+    explicit Trickle(std::u16string_view text) : mText(text) {}
+
+protected:
+    int_type underflow() override {
+        if (mText.empty())
+            return traits_type::eof();
+        mUnit = mText.front();
+        mText.remove_prefix(1);
+        setg(&mUnit, &mUnit, &mUnit + 1);
+        return traits_type::to_int_type(mUnit);
+    }
+
+private:
+    std::u16string_view mText;
+    char16_t mUnit = 0;
+};
+
+std::vector<CToken> ReadAll(CRawStreambuf& raw, std::size_t size, unsigned options) {
+    CBase_grammar& grammar = options & 2
+                                 ? static_cast<CBase_grammar&>(CDelimiter_grammar_default::Get())
+                                 : CToken_grammar_default::Get();
+    CToken_textstreambuf buffer(&raw, grammar);
+    buffer.SetEncoding(options & 1 ? StreamEncoding::Utf8 : StreamEncoding::Utf16);
+    buffer.SetCaseMode(static_cast<CaseMode>(options >> 2 & 3));
+    buffer.SetKeepComments(options & 16);
+    buffer.SetKeepWhiteSpace(options & 32);
+    buffer.SetKeepText(true);
+    std::vector<CToken> tokens;
+    std::streamoff last = 0;
+    while (buffer.NextToken().GetKind() != TokenKind::Eof) {
+        tokens.push_back(buffer.PeekToken());
+        Require(tokens.size() <= size);
+        Require(tokens.back().GetKind() != TokenKind::Error);
+        if (const std::streamoff pos = buffer.TellRaw(); pos >= 0) {
+            Require(pos <= static_cast<std::streamoff>(size));
+            Require(pos - buffer.GetTokenDistance() >= last || (options & 1));
+            last = pos - buffer.GetTokenDistance();
+        }
+    }
+    return tokens;
+}
+
+/// What quoted text becomes on its way through a file.
+std::u16string WithoutCr(std::u16string_view text) {
+    std::u16string out;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == u'\r' && text.substr(i, 2) == u"\r\n")
+            continue;
+        out += text[i] == u'\r' ? u'\n' : text[i];
+    }
+    return out;
+}
+
+std::vector<CToken> WriteAndRead(const std::vector<CToken>& tokens) {
+    CString_streambuf raw;
+    CToken_textstreambuf writer(&raw, CToken_grammar_default::Get());
+    writer.SetEncoding(StreamEncoding::Utf16);
+    for (const CToken& token : tokens)
+        writer.WriteToken(token, {});
+    CString_streambuf written{std::u16string(raw.GetView())};
+    return ReadAll(written, raw.GetView().size(), 12);
+}
+
+/// A number without the letter that went back to the input is an Int.
+bool IsSameValue(const CToken& before, const CToken& after) {
+    if (before.IsNumber())
+        return after.IsNumber() && after.GetNumber() == before.GetNumber();
+    if (before.GetKind() == TokenKind::CData) // may get blanks at its ends
+        return after.GetKind() == TokenKind::CData || IsQuotedKind(after.GetKind());
+    if (before.GetKind() != after.GetKind())
+        return false;
+    if (IsQuotedKind(before.GetKind()))
+        return after.GetTextView() == WithoutCr(before.GetTextView());
+    return before == after || before.GetKind() <= TokenKind::False;
+}
+
+void CheckWriting(const std::vector<CToken>& tokens) {
+    const std::vector<CToken> once = WriteAndRead(tokens);
+    Require(once == WriteAndRead(once));
+    Require(std::equal(tokens.begin(), tokens.end(), once.begin(), once.end(), IsSameValue));
+}
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0)
+        return 0;
+    const unsigned options = data[0];
+    std::u16string units(data + 1, data + size);
+    if (!(options & 1)) { // pairs of bytes with a high bit make other characters
+        for (std::size_t i = 0; i + 1 < units.size(); ++i) {
+            if (units[i] >= 0xC0)
+                units[i] = static_cast<char16_t>(units[i] << 8 | units[i + 1]);
+        }
+    }
+    CString_streambuf whole(units);
+    Trickle trickle(units);
+    const std::vector<CToken> tokens = ReadAll(whole, units.size(), options);
+    Require(tokens == ReadAll(trickle, units.size(), options));
+    if ((options & 0x3E) == 12)
+        CheckWriting(tokens);
+    return 0;
+}
