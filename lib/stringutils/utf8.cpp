@@ -178,7 +178,11 @@ template <unsigned From, unsigned To, unsigned Lanes, class In, class Out, class
 
 // ---------------------------------------------------------------- units to bytes
 
-/// Writes a character of three bytes.
+/// Writes a character of two bytes, and one of three.
+inline void PutTwo(char16_t ch, char*& out) noexcept {
+    *out++ = static_cast<char>(0xC0 | ch >> 6);
+    *out++ = static_cast<char>(0x80 | (ch & 0x3F));
+}
 inline void PutThree(char16_t ch, char*& out) noexcept {
     *out++ = static_cast<char>(0xE0 | ch >> 12);
     *out++ = static_cast<char>(0x80 | (ch >> 6 & 0x3F));
@@ -201,8 +205,7 @@ inline void PutThree(char16_t ch, char*& out) noexcept {
     if (ch < 0x80) {
         *out++ = static_cast<char>(ch);
     } else if (ch < 0x800) {
-        *out++ = static_cast<char>(0xC0 | ch >> 6);
-        *out++ = static_cast<char>(0x80 | (ch & 0x3F));
+        PutTwo(ch, out);
     } else {
         PutThree(IsSurrogate(ch) ? kReplacement : ch, out);
     }
@@ -214,6 +217,8 @@ inline void PutThree(char16_t ch, char*& out) noexcept {
                                             char*& out) noexcept {
     const auto isTwo = [](char16_t ch) { return ch >= 0x80 && ch < 0x800; };
     const auto isThree = [](char16_t ch) { return ch >= 0x800 && !IsSurrogate(ch); };
+    if (*in < 0x800 && IsAscii(in[1])) // alone, as in German
+        return PutTwo(*in++, out);
     const bool isTaken = *in < 0x800    ? TakeRun<1, 2, 4>(in, end, out, EncodeTwos, isTwo)
                          : isThree(*in) ? TakeRun<1, 3, 4>(in, end, out, EncodeThrees, isThree)
                                         : TakeRun<2, 4, 2>(in, end, out, EncodePairs, IsSurrogate);
