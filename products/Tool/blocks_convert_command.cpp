@@ -1,7 +1,7 @@
 /// quorel blocks format, convert and index: a file of blocks written anew.
 #include <cstdio>
-#include <map>
 #include <optional>
+#include <string_view>
 
 #include "batch.h"
 #include "blocks_command.h"
@@ -11,14 +11,21 @@
 
 namespace {
 
-const std::map<std::string, BlocksForm> kForms = {{"text", BlocksForm::kText},
-                                                  {"binary", BlocksForm::kBinary}};
+/// The form of that name; nothing for no form.
+std::optional<BlocksForm> FindForm(std::string_view name) {
+    if (name == "text")
+        return BlocksForm::kText;
+    return name == "binary" ? std::optional(BlocksForm::kBinary) : std::nullopt;
+}
 
 /// Adds --to, which is the form of FILE by default.
 void AddFormOption(CLI::App& command, std::optional<BlocksForm>& form) {
-    command.add_option("--to", form, "The form to write; default: that of FILE")
-        ->type_name("text|binary")
-        ->transform(CLI::CheckedTransformer(kForms));
+    command
+        .add_option_function<std::string>(
+            "--to", [&form](const std::string& name) { form = FindForm(name); },
+            "The form to write: text or binary; default: that of FILE")
+        ->type_name("FORM")
+        ->check(CLI::IsMember({"text", "binary"}).description(""));
 }
 
 /// Says that a file's index was dropped.
@@ -28,11 +35,13 @@ void TellDropped(const std::string& file, const std::vector<std::string>& names)
                      file.c_str(), name.c_str());
 }
 
-void AppendNames(const std::vector<std::string>& names, BlocksJson& json) {
+/// The same in the answer of a batch, as its last member.
+void EndWithDropped(const std::vector<std::string>& names, BlocksJson& json) {
     for (const std::string& name : names) {
-        json << (&name == names.data() ? "" : ",");
+        json << (&name == names.data() ? ",\"dropped\":[" : ",");
         json.AppendString(std::string_view(name));
     }
+    json << (names.empty() ? "}" : "]}");
 }
 
 // --- format ---
@@ -51,12 +60,7 @@ std::string ServeFormat(const Json& request) {
     json.AppendString(std::string_view(WriteBlocks(file.blocks, BlocksForm::kText)));
     json << ",\"errors\":";
     json.AppendStrings(file.errors);
-    if (!dropped.empty()) {
-        json << ",\"dropped\":[";
-        AppendNames(dropped, json);
-        json << "]";
-    }
-    json << "}";
+    EndWithDropped(dropped, json);
     return json.GetText();
 }
 
@@ -84,10 +88,11 @@ BlocksForm TakeForm(const Json& request, BlocksForm defaultForm) {
     const auto found = request.find("to");
     if (found == request.end())
         return defaultForm;
-    const auto form = found->is_string() ? kForms.find(found->get<std::string>()) : kForms.end();
-    if (form == kForms.end())
+    const auto form =
+        found->is_string() ? FindForm(found->get_ref<const std::string&>()) : std::nullopt;
+    if (!form)
         throw BadRequest("\"to\" is neither \"text\" nor \"binary\"");
-    return form->second;
+    return *form;
 }
 
 void AppendBytes(std::string_view bytes, BlocksJson& json) {
@@ -115,12 +120,7 @@ std::string ServeConvert(const Json& request, std::optional<BlocksForm> defaultF
         json << "{\"bytes\":";
         AppendBytes(bytes, json);
     }
-    if (!dropped.empty()) {
-        json << ",\"dropped\":[";
-        AppendNames(dropped, json);
-        json << "]";
-    }
-    json << "}";
+    EndWithDropped(dropped, json);
     return json.GetText();
 }
 

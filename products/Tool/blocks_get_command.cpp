@@ -83,8 +83,10 @@ BlocksPtr GetBlock(io::CToken_istream& stream, const Names& names) {
 BlocksPtr GetFromFile(const std::string& path, const Names& names) {
     sys::FileStatus status;
     Require(sys::GetFileStatus(path, status));
+    if (status.IsDirectory())
+        Require(sys::Failure("read", path, EISDIR));
     if (!status.isRegular)
-        Require(sys::Failure("read", path, status.IsDirectory() ? EISDIR : EINVAL));
+        Require(sys::Failure("read", path, EINVAL, "not a regular file"));
     errno = 0;
     io::CToken_ifile stream(path, io::kReadIndex);
     if (!stream.IsOpen())

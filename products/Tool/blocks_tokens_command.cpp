@@ -165,7 +165,7 @@ void AddBlocksTokens(CLI::App& parent, Choice& choice) {
         .add_option("--case-mode", options->m_CaseMode,
                     "Words become upper case (0) or lower case (1) or stay (2, 3; default 3)")
         ->type_name("N")
-        ->check(CLI::Range(0, kLastCaseMode));
+        ->check(CLI::Range(0, kLastCaseMode).description(""));
     command.add_flag("--json", options->m_Json, "Changes nothing: the tokens are JSON");
     OnRun(command, choice, options, &Tokens);
 }
