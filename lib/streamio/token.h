@@ -115,7 +115,7 @@ public:
     bool HasText() const noexcept { return GetTextLength() != 0; }
     /// Writes a number's source text to `out`, which has room for GetTextLength characters, and
     /// returns their number; 0 for other kinds.
-    std::size_t CopySource(char* out) const noexcept;
+    std::size_t CopySource(char16_t* out) const noexcept;
 
     /// Bytes that the token's text takes outside the token.
     std::size_t GetHeldBytes() const noexcept;

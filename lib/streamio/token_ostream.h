@@ -74,6 +74,7 @@ public:
     void Write(bool value) override;
     AString GetIndent() const override;
 
+    std::ios_base::fmtflags GetFormatFlags() const { return mStream->flags(); }
     CToken_streambuf& GetTokenStreambuf() const noexcept { return *mTokenStreamBuf; }
     /// The grammar of a text stream; null for a binary one.
     CBase_grammar* GetGrammar() const noexcept { return mGrammar; }

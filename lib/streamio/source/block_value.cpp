@@ -44,10 +44,7 @@ void CBlock_named_value::Read(CAbstract_istream& stream) {
 }
 
 void CBlock_named_value::Write(CAbstract_ostream& stream) const {
-    Block_writer writer(stream);
-    writer.WriteName(mName);
-    stream.WriteSymbol(u'=');
-    writer.WriteValue(GetValue());
+    Block_writer(stream).WriteNamedValue(*this);
 }
 
 bool CBlock_named_value::ReadWhole(CAbstract_istream& stream) {

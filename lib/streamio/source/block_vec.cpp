@@ -48,9 +48,7 @@ void CBlock_vec::Read(CAbstract_istream& stream) {
 }
 
 void CBlock_vec::Write(CAbstract_ostream& stream) const {
-    Block_writer writer(stream);
-    writer.WriteName(mName);
-    writer.WriteElements(*this);
+    Block_writer(stream).WriteVec(*this);
 }
 
 bool CBlock_vec::ReadWhole(CAbstract_istream& stream) {

@@ -1,6 +1,7 @@
 #include "block_writer.h"
 
 #include <algorithm>
+#include <typeinfo>
 
 #include "char_class.h"
 #include "item_walk.h"
@@ -9,8 +10,13 @@
 namespace io {
 
 Block_writer::Block_writer(CAbstract_ostream& stream)
-    : mStream(dynamic_cast<CToken_ostream*>(&stream)), mIsBinary(mStream && mStream->IsBinary()) {
+    : mStream(dynamic_cast<CToken_ostream*>(&stream)) {
     USE_ASSERT(mStream);
+    if (!mStream)
+        return;
+    mBuffer = &mStream->GetTokenStreambuf();
+    mFlags = mStream->GetFormatFlags();
+    mIsBinary = mStream->IsBinary();
 }
 
 // --- Items ---
@@ -29,21 +35,42 @@ void Block_writer::Write(const CBlock_item& root) {
         const bool isEnd = walk.GetMeeting() != Item_walk::Meeting::kOpen;
         if (walk.GetMeeting() == Item_walk::Meeting::kClose) {
             if (isBehindNull && item.IsFunc())
-                mStream->WriteSymbol(u',');
+                mBuffer->WriteSymbol(u',');
             WriteClose(item);
         } else {
             if (!walk.IsFirst() && walk.GetParent()->IsFunc() &&
                 (!mIsBinary || isBehindNull || IsNullArg(item)))
                 WriteComma();
             if (isEnd)
-                item.Write(*mStream);
+                WriteLeaf(item);
             else
                 WriteOpen(item);
         }
         if (isEnd && walk.GetParent() && walk.GetParent()->IsBlock())
-            mStream->EndLine();
+            mBuffer->EndLine(false);
         isBehindNull = IsNullArg(item);
     }
+}
+
+/// An item without children. One of a class that an application has derived writes itself.
+void Block_writer::WriteLeaf(const CBlock_item& item) {
+    const std::type_info* const type = &typeid(item);
+    if (type == &typeid(CBlock_named_value))
+        WriteNamedValue(static_cast<const CBlock_named_value&>(item));
+    else if (type == &typeid(CBlock_vec))
+        WriteVec(static_cast<const CBlock_vec&>(item));
+    else if (type == &typeid(CBlock_value))
+        WriteValue(static_cast<const CBlock_value&>(item).GetValue());
+    else
+        item.Write(*mStream);
+}
+
+void Block_writer::WriteNamedValue(const CBlock_named_value& value) {
+    if (!mStream)
+        return;
+    WriteName(value.GetNameToken());
+    mBuffer->WriteSymbol(u'=');
+    WriteValue(value.GetValue());
 }
 
 void Block_writer::WriteOpen(const CBlock_item& item) {
@@ -51,7 +78,7 @@ void Block_writer::WriteOpen(const CBlock_item& item) {
         mStream->BeginBlock(item.GetNameToken());
     } else {
         WriteName(item.GetNameToken());
-        mStream->WriteSymbol(u'(');
+        mBuffer->WriteSymbol(u'(');
     }
 }
 
@@ -59,53 +86,52 @@ void Block_writer::WriteClose(const CBlock_item& item) {
     if (item.IsBlock())
         mStream->EndBlock(item.GetNameToken());
     else
-        mStream->WriteSymbol(u')');
+        mBuffer->WriteSymbol(u')');
 }
 
 /// Between arguments or elements. The binary form has none but beside a null argument.
 void Block_writer::WriteComma() {
-    mStream->WriteSymbol(u',');
+    mBuffer->WriteSymbol(u',');
     if (!mIsBinary)
-        mStream->Write(u' ');
+        mBuffer->WriteChar(u' ');
 }
 
-void Block_writer::WriteElements(const CBlock_vec& vec) {
+void Block_writer::WriteVec(const CBlock_vec& vec) {
     constexpr unsigned kMaxSize = 65535;
     if (!mStream)
         return;
-    mStream->WriteSymbol(u'[');
+    WriteName(vec.GetNameToken());
+    mBuffer->WriteSymbol(u'[');
     mStream->Write(std::min(vec.GetSize(), kMaxSize));
-    mStream->WriteSymbol(u':');
+    mBuffer->WriteSymbol(u':');
     if (!vec.IsEmpty() && !mIsBinary)
-        mStream->Write(u' ');
+        mBuffer->WriteChar(u' ');
     for (const CToken& element : vec) {
         if (&element != vec.begin() && !mIsBinary)
             WriteComma();
         if (element.IsNumber())
-            mStream->Write(element);
+            mBuffer->WriteToken(element, mFlags);
         else
             WriteText(element);
     }
-    mStream->WriteSymbol(u']');
+    mBuffer->WriteSymbol(u']');
 }
 
 // --- Names and values ---
 
 void Block_writer::WriteName(const CToken& name) {
-    if (!mStream)
-        return;
     const TokenKind kind = name.GetKind();
     if (name.IsNumber() || kind == TokenKind::True || kind == TokenKind::False) {
-        mStream->Write(name);
+        mBuffer->WriteToken(name, mFlags);
         return;
     }
     const std::u16string_view text = name.GetTextView();
     const bool isPlain =
         mIsBinary ? kind == TokenKind::Keyword && IsPlainName(text) : IsPlainName(text);
     if (isPlain)
-        mStream->Write(CToken(TokenKind::Keyword, text));
+        mBuffer->WriteToken(CToken(TokenKind::Keyword, text), mFlags);
     else
-        mStream->Write(CToken(TokenKind::SingleQuotedText, text));
+        mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, text), mFlags);
 }
 
 void Block_writer::WriteValue(const CToken& value) {
@@ -115,7 +141,7 @@ void Block_writer::WriteValue(const CToken& value) {
         WriteInteger(value);
     } else if (value.GetKind() == TokenKind::Hex) {
         const bool old = mStream->SetHex(true);
-        mStream->Write(value);
+        mBuffer->WriteToken(value, mFlags);
         mStream->SetHex(old);
     } else {
         WriteText(value);
@@ -126,7 +152,7 @@ void Block_writer::WriteInteger(const CToken& value) {
     const double number = value.GetNumber();
     const IntegerRange range = GetIntegerRange(value.GetKind());
     if (!(number >= range.lowest && number <= range.highest))
-        mStream->Write(value);
+        mBuffer->WriteToken(value, mFlags);
     else if (value.GetKind() >= TokenKind::UnsignedShort)
         mStream->Write(static_cast<unsigned>(number));
     else
@@ -149,15 +175,15 @@ void Block_writer::WriteText(const CToken& text) {
     case TokenKind::Eol:
     case TokenKind::Eof:
     case TokenKind::Error:
-        mStream->Write(CToken());
+        mBuffer->WriteToken(CToken(), mFlags);
         return;
     default:
         break;
     }
     if (isPlain)
-        mStream->Write(text);
+        mBuffer->WriteToken(text, mFlags);
     else
-        mStream->Write(CToken(TokenKind::SingleQuotedText, view));
+        mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, view), mFlags);
 }
 
 /// True when the text reads as a Keyword.
@@ -168,6 +194,23 @@ bool Block_writer::IsPlainWord(std::u16string_view text) const {
            !IsSameNoCase(text, grammar.GetTrueWord()) &&
            !IsSameNoCase(text, grammar.GetFalseWord()) &&
            !IsSameNoCase(text, grammar.GetBeginCData());
+}
+
+/// IsPlainName, which the names that recur need only once.
+bool Block_writer::IsKnownName(std::u16string_view text) {
+    if (text.empty() || text.size() > CToken::kInlineUnits)
+        return IsPlainName(text);
+    Short_name name{};
+    std::copy(text.begin(), text.end(), name.begin());
+    name.back() = static_cast<char16_t>(text.size());
+    const std::size_t hash = text.front() * 3u + text.back() * 5u + text.size();
+    Short_name& known = mPlainNames[hash % mPlainNames.size()];
+    if (known == name)
+        return true;
+    const bool isPlain = IsPlainName(text);
+    if (isPlain)
+        known = name;
+    return isPlain;
 }
 
 /// True when the text reads as a name with that text: a Keyword that is no block word, or a number.

@@ -1,7 +1,9 @@
 /// The writer of the block syntax.
 #pragma once
 
-#include "block_item.h"
+#include <array>
+
+#include "block_named_value.h"
 #include "block_vec.h"
 #include "token_ostream.h"
 
@@ -17,14 +19,15 @@ public:
 
     /// An item with all that is below it.
     void Write(const CBlock_item& item);
-    /// The name of an item that is no block.
-    void WriteName(const CToken& name);
-    /// Integers in plain decimal form whatever their source text was, other numbers with theirs.
+    /// A value: integers in plain decimal form whatever their source text was, other numbers with
+    /// theirs.
     void WriteValue(const CToken& value);
-    /// From the `[` on.
-    void WriteElements(const CBlock_vec& vec);
+    void WriteNamedValue(const CBlock_named_value& value);
+    void WriteVec(const CBlock_vec& vec);
 
 private:
+    void WriteLeaf(const CBlock_item& item);
+    void WriteName(const CToken& name);
     void WriteOpen(const CBlock_item& item);
     void WriteClose(const CBlock_item& item);
     void WriteInteger(const CToken& value);
@@ -34,8 +37,15 @@ private:
     bool IsPlainWord(std::u16string_view text) const;
     bool IsPlainNumber(std::u16string_view text) const;
 
+    /// A short text, zeros, and its length.
+    using Short_name = std::array<char16_t, CToken::kInlineUnits + 1>;
+    bool IsKnownName(std::u16string_view text);
+
     CToken_ostream* mStream;
-    bool mIsBinary;
+    CToken_streambuf* mBuffer = nullptr; ///< the stream's, for what a stream passes on as it is
+    std::ios_base::fmtflags mFlags{};
+    bool mIsBinary = false;
+    std::array<Short_name, 32> mPlainNames{}; ///< names found to go out as they stand, by a hash
 };
 
 } // namespace io

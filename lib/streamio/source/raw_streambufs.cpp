@@ -29,6 +29,32 @@ void Widen(const char* bytes, std::size_t count, char16_t* units) {
     }
 }
 
+/// Gives each unit a byte, and returns all bits of the units. Both arrays have room for whole
+/// lanes.
+char16_t Narrow(const char16_t* units, std::size_t count, char* bytes) {
+    Units all{};
+    const auto takeLane = [&](std::size_t i, const Units& lane) {
+        const Bytes narrow = __builtin_convertvector(lane, Bytes);
+        std::memcpy(bytes + i, &narrow, sizeof narrow);
+        all |= lane;
+    };
+    std::size_t i = 0;
+    Units lane{};
+    for (; count - i >= kLane; i += kLane) {
+        std::memcpy(&lane, units + i, sizeof lane);
+        takeLane(i, lane);
+    }
+    if (i < count) {
+        lane = Units{};
+        std::memcpy(&lane, units + i, (count - i) * sizeof(char16_t));
+        takeLane(i, lane);
+    }
+    char16_t bits = 0;
+    for (std::size_t k = 0; k < kLane; ++k)
+        bits = static_cast<char16_t>(bits | all[k]);
+    return bits;
+}
+
 } // namespace
 
 // --- CString_streambuf ---
@@ -149,11 +175,7 @@ CByte_streambuf::off_type CByte_streambuf::Tell() const noexcept {
 /// Writes what is buffered; in any case nothing is buffered for writing then.
 bool CByte_streambuf::Flush() {
     const auto count = static_cast<std::size_t>(pptr() - pbase());
-    char16_t all = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        all = static_cast<char16_t>(all | mUnits[i]);
-        mRawBytes[i] = static_cast<char>(mUnits[i]);
-    }
+    const char16_t all = Narrow(mUnits.get(), count, mRawBytes.get());
     setp(nullptr, nullptr);
     if (all > 0xFF)
         return false;

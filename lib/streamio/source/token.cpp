@@ -1,5 +1,6 @@
 #include "token.h"
 
+#include <algorithm>
 #include <stdexcept>
 
 #include "packed_source.h"
@@ -74,14 +75,15 @@ std::u16string_view CToken::GetTextView() const noexcept {
     return {reinterpret_cast<const char16_t*>(Shared()), SharedLength()};
 }
 
-std::size_t CToken::CopySource(char* out) const noexcept {
+std::size_t CToken::CopySource(char16_t* out) const noexcept {
     if (!IsNumber())
         return 0;
+    const std::size_t length = GetTextLength();
     if (IsShared())
-        std::memcpy(out, Shared() + sizeof(double), SharedLength());
+        std::copy_n(Shared() + sizeof(double), length, out);
     else
-        packed::Unpack(LoadPacked(), mRep.form, out);
-    return GetTextLength();
+        packed::Unpack(LoadPacked(), length, out);
+    return length;
 }
 
 std::size_t CToken::GetTextLength() const noexcept {

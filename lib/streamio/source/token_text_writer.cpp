@@ -2,10 +2,13 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
+#include <iterator>
 
 #include "char_class.h"
 #include "code_page.h"
 #include "number_format.h"
+#include "raw_area.h"
 #include "token_textstreambuf.h"
 
 namespace io {
@@ -49,20 +52,40 @@ void CToken_textstreambuf::PutUtf8(std::u16string_view text) {
     }
 }
 
+/// Copies units, several at a time, and returns all their bits.
+static char16_t CopyUnits(std::u16string_view text, char16_t* out) noexcept {
+    constexpr std::size_t kLane = sizeof(std::uint64_t) / sizeof(char16_t);
+    std::uint64_t lanes = 0;
+    char16_t all = 0;
+    std::size_t i = 0;
+    for (; text.size() - i >= kLane; i += kLane) {
+        std::uint64_t lane;
+        std::memcpy(&lane, text.data() + i, sizeof lane);
+        std::memcpy(out + i, &lane, sizeof lane);
+        lanes |= lane;
+    }
+    for (; i < text.size(); ++i) {
+        all = static_cast<char16_t>(all | text[i]);
+        out[i] = text[i];
+    }
+    lanes |= lanes >> 32;
+    return static_cast<char16_t>(all | lanes | lanes >> 16);
+}
+
 void CToken_textstreambuf::Put(std::u16string_view text) {
     if (text.empty())
         return;
     mLastChar = text.back();
     mWriteCount += text.size();
-    char16_t all = 0;
-    if (mEncoding == StreamEncoding::Utf8) {
-        for (const char16_t ch : text)
-            all = static_cast<char16_t>(all | ch);
+    const bool isUtf8 = mEncoding == StreamEncoding::Utf8;
+    if (text.size() <= RawArea::RoomSize(*mTokenStreamBuf)) {
+        const char16_t all = CopyUnits(text, RawArea::Room(*mTokenStreamBuf));
+        if (!isUtf8 || all < 0x80) {
+            RawArea::Commit(*mTokenStreamBuf, text.size());
+            return;
+        }
     }
-    if (all < 0x80)
-        PutUnits(text);
-    else
-        PutUtf8(text);
+    isUtf8 ? PutUtf8(text) : PutUnits(text);
 }
 
 // --- Tokens ---
@@ -193,7 +216,11 @@ void CToken_textstreambuf::WriteKeyword(std::u16string_view text) {
 }
 
 void CToken_textstreambuf::WriteChar(char16_t ch) {
-    WriteWord({&ch, 1});
+    // One character that leads to this state is one token.
+    if (ch < 0x100 && mGrammar->GetFast().next[kStateStart][ch] == kStateSymbol)
+        PutToken({&ch, 1}, TokenKind::Symbol);
+    else
+        WriteWord({&ch, 1});
 }
 
 void CToken_textstreambuf::WriteSymbol(char16_t ch) {
@@ -291,6 +318,11 @@ void CToken_textstreambuf::PutNumberToken(const CToken& token, std::ios_base::fm
 }
 
 void CToken_textstreambuf::PutSource(const CToken& token) {
+    char16_t units[CToken::kInlineSource];
+    if (token.GetTextLength() <= std::size(units)) {
+        PutToken({units, token.CopySource(units)}, token.GetKind());
+        return;
+    }
     mNumberText.clear();
     token.AppendTextTo(mNumberText);
     PutToken(mNumberText, token.GetKind());

@@ -14,6 +14,8 @@
 namespace io {
 namespace {
 
+using namespace std::literals;
+
 std::string Utf8(const AString& text) {
     return text.ToCString(AString::kUtf8);
 }
@@ -152,6 +154,14 @@ TEST(Block_write, NothingGoesOutThatReadsBackAsSomethingElse) {
             EXPECT_EQ(Write(vec), std::string("v[1: ") + row.text + "]");
         }
     }
+}
+
+TEST(Block_write, NamesThatLookLikeOthersAreLookedAt) {
+    CBlock block(AString("A"));
+    for (const std::u16string_view name : {u"a"sv, u"a\0"sv, u"a "sv, u"a"sv})
+        block.Add(CBlock_named_value(AString(name), 1));
+    const std::string expected = "$begin 'A'\n\ta=1\n\t'a\\\0'=1\n\t'a '=1\n\ta=1\n$end 'A'\n"s;
+    EXPECT_EQ(Write(block), expected);
 }
 
 TEST(Block_write, NamesOfBlocksAreQuoted) {
