@@ -158,8 +158,21 @@ public:
         std::uint8_t next[kFirstFinalState][0x100];
         /// Bit s of stay[character] is set when the character keeps working state s as it is.
         std::uint32_t stay[0x100];
-        /// Whether one of the literal words begins with the character in either case.
-        bool beginsWord[0x100];
+        /// What a token that begins with the character is.
+        enum class First : std::uint8_t {
+            kOther, ///< none of the usual
+            kBlank,
+            kComment,
+            kSymbol,
+            kLineEnd,
+            kCarriageReturn,
+            kWord,
+            kLiteral, ///< a word that may turn out to be something else
+            kSingleQuoted,
+            kDoubleQuoted,
+            kNumber
+        };
+        First first[0x100];
         /// True when every state has one of the two usual handlers and numbers have their usual
         /// form, so that a token may be read at one go.
         bool isUsual;
@@ -205,6 +218,7 @@ protected:
 
 private:
     void MakeFast() const;
+    FastTables::First FindFirst(char16_t ch) const;
 
     mutable std::unique_ptr<FastTables> mFast;
     mutable bool mIsFastValid = false;

@@ -39,18 +39,19 @@ enum class CaseMode : int {
     Ignore = 3     ///< kept, and compared without case
 };
 
-/// Tokens read ahead of the current one, from units that the raw stream has not moved past yet.
-struct CTokens_ahead {
+/// A batch of tokens, read at one go from units that the raw stream has not moved past yet.
+struct CToken_batch {
     static constexpr unsigned kMost = 32;
     struct Entry {
-        CToken token;          ///< empty once it has been the current token
+        CToken token;
         const char16_t* start; ///< the units that it was read from
         const char16_t* stop;
     };
     Entry entries[kMost];
     const char16_t* begin = nullptr; ///< where the raw stream stands
-    unsigned next = 0;               ///< those in front of it have been the current token
+    unsigned next = 0;               ///< the entry in front of it is the current token
     unsigned count = 0;
+    bool startsLine = false; ///< whether the first entry does
 };
 
 /// Turns a raw stream into tokens and back. Owns the current token, the pushback stacks and the
@@ -58,7 +59,7 @@ struct CTokens_ahead {
 ///
 /// Reading: `PeekToken` is the current token, `NextToken` goes on to the next one; a fresh buffer
 /// stands on a Null token in front of the first. At the end of the input tokens are Eof for ever.
-/// Some tokens may be read ahead; nobody can tell, but for where the raw stream stands: ask TellRaw
+/// Tokens may be read ahead; nobody can tell, but for where the raw stream stands: ask TellRaw
 /// for that, and use GetRaw to read or move it. The grammar must be changed through the buffer.
 /// Writing: each operation writes one token. A raw stream that fails or ends while writing loses
 /// what is written, and HasFailed tells so.
@@ -127,7 +128,7 @@ public:
     /// start.
     virtual void RestoreState(const CAbstract_stream_pos& pos);
 
-    /// Reads one token into mToken and returns it.
+    /// Reads one token, makes it the current one but for those pushed back, and returns it.
     virtual const CToken* ReadToken() = 0;
 
     virtual void WriteUnsignedShort(const unsigned short* number,
@@ -137,24 +138,23 @@ public:
 
     /// The current token: the one pushed back last, else the one read last.
     const CToken& PeekToken() const noexcept {
-        return mTokenPushBack.IsEmpty() ? mToken : mTokenPushBack.Top();
+        return mTokenPushBack.IsEmpty() ? *mCurrent : mTokenPushBack.Top();
     }
     /// Goes on to the next token and returns it.
     const CToken& NextToken() {
         if (!mTokenPushBack.IsEmpty())
             return PopToken();
-        mAtLineStart = mToken.GetKind() == TokenKind::Eol || mToken.GetKind() == TokenKind::Null;
-        return mAhead.next != mAhead.count ? TakeAhead() : *ReadToken();
+        return mBatch.next != mBatch.count ? TakeFromBatch() : ReadNext();
     }
     /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
     /// dropped.
     void PushBackToken(const CToken& token);
 
     /// True when the current token is the first of its line.
-    bool IsAtLineStart() const noexcept { return mAtLineStart; }
+    bool IsAtLineStart() const noexcept;
     /// The line at which reading or writing stands: behind the last token read.
-    int GetLine() const noexcept { return mLine; }
-    void SetLine(int line) noexcept { mLine = line; }
+    int GetLine() const noexcept { return mLine + CountBatchLines(); }
+    void SetLine(int line) noexcept { mLine = line - CountBatchLines(); }
     /// The line of the current token; of a line end, the line that it closes.
     int GetTokenLine() const noexcept;
     /// Raw units from the first unit of the current token to where the raw stream stands; the raw
@@ -208,16 +208,14 @@ public:
 protected:
     /// Forgets what was read ahead and moves the raw stream behind the last token read.
     void Settle() {
-        if (mAhead.count != 0)
-            DropAhead(true);
+        if (mBatch.count != 0)
+            LeaveBatch();
     }
-    /// Makes the next token of those read ahead the current one.
-    const CToken& TakeAhead() noexcept {
-        CTokens_ahead::Entry& entry = mAhead.entries[mAhead.next++];
-        mToken.Take(entry.token);
-        mTokenStart[mTokenCount++ % mTokenStart.size()] = mConsumed + (entry.start - mAhead.begin);
-        mLine += mToken.GetKind() == TokenKind::Eol ? 1 : 0;
-        return mToken;
+    /// Makes the next token of the batch the current one.
+    const CToken& TakeFromBatch() noexcept {
+        mLineStart = LineStart::kAsInBatch;
+        mCurrent = &mBatch.entries[mBatch.next++].token;
+        return *mCurrent;
     }
     /// Changes a setting that reading depends on, and returns the old value.
     template <class T>
@@ -251,11 +249,11 @@ protected:
     StreamEncoding mEncoding;
     std::locale mLocale, mSavedLocale;
     bool mCrLf = false;
-    bool mAtLineStart = true;
-    CToken mToken;
+    CToken mToken;                    ///< the last one read, unless it is in the batch
+    const CToken* mCurrent = &mToken; ///< the last one read
     char16_t mLastChar = 0;
     TokenKind mLastKind = TokenKind::Eol;
-    int mLine = 1;
+    int mLine = 1; ///< without the lines of the batch
     CRawStreambuf* mTokenStreamBuf;
     CCharPushBack mPushBack;
     CTokenPushBack mTokenPushBack;
@@ -264,21 +262,29 @@ protected:
 
     CToken_text_store mTexts;     ///< the longer texts of tokens read
     std::streamoff mConsumed = 0; ///< raw units that the raw stream has moved past
-    CTokens_ahead mAhead;
+    CToken_batch mBatch;
 
 private:
+    enum class LineStart : std::uint8_t { kNo, kYes, kAsInBatch };
+
     const CToken& PopToken();
-    void DropAhead(bool movesRaw);
+    const CToken& ReadNext();
+    void LeaveBatch();
+    void ClearBatch();
+    /// Line ends among the tokens taken from the batch.
+    int CountBatchLines() const noexcept;
     /// Raw units, from where the raw stream stands, to behind the last token read.
     std::streamoff GetAhead() const noexcept {
-        return mAhead.next == 0 ? 0 : mAhead.entries[mAhead.next - 1].stop - mAhead.begin;
+        return mBatch.next == 0 ? 0 : mBatch.entries[mBatch.next - 1].stop - mBatch.begin;
     }
+    LineStart mLineStart = LineStart::kYes; ///< whether the current token is the first of its line
     static bool IsNoCaseUnits(std::u16string_view a, std::u16string_view b) noexcept;
     template <class Matches>
     bool Find(Matches matches);
     bool IsSameText(const CToken& token, std::u16string_view text) const;
 
-    /// mConsumed at the start of the last tokens read: as many as can be pushed back, and one.
+    /// mConsumed at the start of the last tokens read in front of the batch: as many as can be
+    /// pushed back, and one.
     std::array<std::streamoff, 16> mTokenStart{};
     std::size_t mTokenCount = 0;
 };

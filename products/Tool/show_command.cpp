@@ -19,27 +19,41 @@ struct ShowOptions {
     bool m_Json = false;
 };
 
-Json LineAsJson(const CSimEditLine& line) {
-    Json tabs = Json::array(), colors = Json::array();
-    for (const TabEntry& tab : line.Tabs())
-        tabs.push_back({tab.Position, tab.Width});
-    for (const CColorDscr& color : line.Colors())
-        colors.push_back({color.Start, color.End, color.Color});
-    return {{"text", JsonFromBytes(line.Text())},
-            {"tabs", std::move(tabs)},
-            {"rangeIn", line.RangeIn()},
-            {"rangeOut", line.RangeOut()},
-            {"colors", std::move(colors)}};
+/// Appends a list of numbers, behind a comma unless it is the first.
+void AppendNumbers(std::initializer_list<std::int64_t> numbers, std::string& out) {
+    if (out.back() != '[')
+        out += ',';
+    char open = '[';
+    for (const std::int64_t number : numbers) {
+        out += open;
+        out += std::to_string(number);
+        open = ',';
+    }
+    out += ']';
 }
 
-/// Line by line, since a tree of a million lines would take gigabytes.
+/// Written by hand: trees of all these small lists would take most of the time.
+void AppendLineAsJson(const CSimEditLine& line, std::string& out) {
+    out += "{\"text\":" + DumpJson(JsonFromBytes(line.Text())) + ",\"tabs\":[";
+    for (const TabEntry& tab : line.Tabs())
+        AppendNumbers({tab.Position, tab.Width}, out);
+    out += "],\"rangeIn\":" + std::to_string(line.RangeIn());
+    out += ",\"rangeOut\":" + std::to_string(line.RangeOut()) + ",\"colors\":[";
+    for (const CColorDscr& color : line.Colors())
+        AppendNumbers({color.Start, color.End, color.Color}, out);
+    out += "]}";
+}
+
 void ShowAsJson(CSimEditDoc& document, int syntax) {
     Progress progress("show", static_cast<std::uint64_t>(document.LineCount()));
     Output& output = Output::Get();
     output.Write("{\"syntax\":" + std::to_string(syntax) + ",\"lines\":[");
+    std::string shown;
     for (std::int32_t row = 0; row < document.LineCount(); ++row) {
         progress.Set(static_cast<std::uint64_t>(row));
-        output.Write((row ? ",\n" : "\n") + DumpJson(LineAsJson(document.ColouredLine(row))));
+        shown = row ? ",\n" : "\n";
+        AppendLineAsJson(document.ColouredLine(row), shown);
+        output.Write(shown);
     }
     output.Write("]}\n");
 }

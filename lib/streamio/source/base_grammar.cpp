@@ -178,16 +178,38 @@ void CBase_grammar::MakeFast() const {
             mFast->stay[ch] |= static_cast<std::uint32_t>(next == state) << state;
         }
     }
-    for (int ch = 0; ch < 0x100; ++ch) {
-        const char16_t lower = chars::ToLower(static_cast<char16_t>(ch));
-        mFast->beginsWord[ch] = false;
-        for (const AString* const word : {&mTrueWord, &mFalseWord, &mBeginCData})
-            mFast->beginsWord[ch] |= word->starts_with(lower);
-    }
+    for (char16_t ch = 0; ch < 0x100; ++ch)
+        mFast->first[ch] = FindFirst(ch);
     mFast->isUsual = HasUsualNumbers(*mFast);
     for (unsigned state = 0; state < kStateCount; ++state)
         mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
     mIsFastValid = true;
+}
+
+CBase_grammar::FastTables::First CBase_grammar::FindFirst(char16_t ch) const {
+    using First = FastTables::First;
+    constexpr std::pair<unsigned, First> kFirsts[] = {
+        {kStateWhiteSpace, First::kBlank},
+        {kStateComment, First::kComment},
+        {kStateSymbol, First::kSymbol},
+        {kStateLineEnd, First::kLineEnd},
+        {kStateCarriageReturn, First::kCarriageReturn},
+        {kStateWord, First::kWord},
+        {kStateOpenSingle, First::kSingleQuoted},
+        {kStateOpenDouble, First::kDoubleQuoted},
+        {kStateFirstZero, First::kNumber},
+        {kStateSign, First::kNumber},
+        {kStateFirstPoint, First::kNumber},
+        {kStateInteger, First::kNumber}};
+    const unsigned state = mFast->next[kStateStart][ch];
+    const auto row = std::find_if(std::begin(kFirsts), std::end(kFirsts),
+                                  [=](const auto& candidate) { return candidate.first == state; });
+    const First first = row == std::end(kFirsts) ? First::kOther : row->second;
+    const char16_t lower = chars::ToLower(ch);
+    const bool isLiteral = mTrueWord.starts_with(lower) || mFalseWord.starts_with(lower) ||
+                           mBeginCData.starts_with(lower);
+    // The delimiter grammar makes a symbol of a word that is no letter or digit.
+    return first == First::kWord && (isLiteral || !chars::IsAlnum(ch)) ? First::kLiteral : first;
 }
 
 TokenKind CBase_grammar::Scan(std::u16string_view text, std::size_t& stop) const {

@@ -24,22 +24,39 @@ struct Text_run {
 
     bool Knows(const char16_t* p) const noexcept { return p < end && *p < limit; }
     unsigned Next(unsigned state, const char16_t* p) const noexcept { return fast.next[state][*p]; }
-    bool Stays(unsigned state, const char16_t* p) const noexcept {
-        return Knows(p) && (fast.stay[*p] & 1U << state) != 0;
-    }
     /// Where a run of characters that keep a state ends, from `p` on.
     const char16_t* Skip(unsigned state, const char16_t* p) const {
-        do {
-            while (Stays(state, p))
-                ++p;
-        } while (StaysBeyond(state, p) && ++p);
-        return p;
+        p = SkipKnown(state, p);
+        return p < end && *p >= limit && !isUtf8 ? SkipOthers(state, p) : p;
     }
 
 private:
-    /// The same for characters that the tables don't hold.
-    bool StaysBeyond(unsigned state, const char16_t* p) const {
-        return p < end && *p >= limit && !isUtf8 && grammar.NextState(state, *p) == state;
+    bool Keeps(unsigned state, char16_t ch) const noexcept {
+        return ch < limit && (fast.stay[ch] & 1U << state) != 0;
+    }
+
+    const char16_t* SkipKnown(unsigned state, const char16_t* p) const noexcept {
+        for (; end - p >= 4; p += 4) { // with one look at the end
+            if (!Keeps(state, p[0]))
+                return p;
+            if (!Keeps(state, p[1]))
+                return p + 1;
+            if (!Keeps(state, p[2]))
+                return p + 2;
+            if (!Keeps(state, p[3]))
+                return p + 3;
+        }
+        while (p < end && Keeps(state, *p))
+            ++p;
+        return p;
+    }
+
+    /// The same where characters stand that the tables don't hold.
+    [[gnu::noinline]] const char16_t* SkipOthers(unsigned state, const char16_t* p) const {
+        while (p < end &&
+               (Keeps(state, *p) || (*p >= limit && grammar.NextState(state, *p) == state)))
+            ++p;
+        return p;
     }
 };
 

@@ -30,10 +30,36 @@ CToken_streambuf::~CToken_streambuf() = default;
 
 // --- The current token ---
 
+namespace {
+
+bool IsEol(const CToken& token) {
+    return token.GetKind() == TokenKind::Eol;
+}
+
+/// True when the token behind it is the first of a line.
+bool EndsLine(const CToken& token) {
+    return IsEol(token) || token.GetKind() == TokenKind::Null;
+}
+
+} // namespace
+
 const CToken& CToken_streambuf::PopToken() {
-    mAtLineStart = mTokenPushBack.Top().GetKind() == TokenKind::Eol;
+    mLineStart = IsEol(mTokenPushBack.Top()) ? LineStart::kYes : LineStart::kNo;
     mTokenPushBack.Pop();
     return PeekToken();
+}
+
+/// Reads on behind the batch, and what comes may be the first of a new one.
+const CToken& CToken_streambuf::ReadNext() {
+    mBatch.startsLine = EndsLine(*mCurrent);
+    mLineStart = mBatch.startsLine ? LineStart::kYes : LineStart::kNo;
+    return *ReadToken();
+}
+
+bool CToken_streambuf::IsAtLineStart() const noexcept {
+    if (mLineStart != LineStart::kAsInBatch)
+        return mLineStart == LineStart::kYes;
+    return mBatch.next > 1 ? EndsLine(mBatch.entries[mBatch.next - 2].token) : mBatch.startsLine;
 }
 
 void CToken_streambuf::PushBackToken(const CToken& token) {
@@ -48,17 +74,19 @@ void CToken_streambuf::PushBackChar(std::uint32_t ch) {
 }
 
 int CToken_streambuf::GetTokenLine() const noexcept {
-    const auto isEol = [](const CToken& token) { return token.GetKind() == TokenKind::Eol; };
     const CToken* const tokens = mTokenPushBack.mItems.data();
-    const auto ends = std::count_if(tokens, tokens + mTokenPushBack.mCount, isEol);
-    return mLine - static_cast<int>(ends) - (isEol(mToken) ? 1 : 0);
+    const auto ends = std::count_if(tokens, tokens + mTokenPushBack.mCount, IsEol);
+    return GetLine() - static_cast<int>(ends) - (IsEol(*mCurrent) ? 1 : 0);
 }
 
 std::streamoff CToken_streambuf::GetTokenDistance() const noexcept {
-    const auto ahead = static_cast<std::size_t>(mTokenPushBack.mCount);
-    if (mTokenCount <= ahead)
+    std::size_t behind = static_cast<std::size_t>(mTokenPushBack.mCount); // tokens read since
+    if (behind < mBatch.next)
+        return GetAhead() - (mBatch.entries[mBatch.next - 1 - behind].start - mBatch.begin);
+    behind -= mBatch.next;
+    if (mTokenCount <= behind)
         return 0;
-    return mConsumed + GetAhead() - mTokenStart[(mTokenCount - 1 - ahead) % mTokenStart.size()];
+    return mConsumed + GetAhead() - mTokenStart[(mTokenCount - 1 - behind) % mTokenStart.size()];
 }
 
 std::streamoff CToken_streambuf::TellRaw() {
@@ -67,15 +95,36 @@ std::streamoff CToken_streambuf::TellRaw() {
     return pos < 0 ? pos : pos + GetAhead();
 }
 
-void CToken_streambuf::DropAhead(bool movesRaw) {
-    if (movesRaw) {
-        RawArea::Skip(*mTokenStreamBuf, GetAhead());
-        mConsumed += GetAhead();
+int CToken_streambuf::CountBatchLines() const noexcept {
+    return static_cast<int>(
+        std::count_if(mBatch.entries, mBatch.entries + mBatch.next,
+                      [](const CToken_batch::Entry& entry) { return IsEol(entry.token); }));
+}
+
+void CToken_streambuf::LeaveBatch() {
+    const unsigned first = mBatch.next > mTokenStart.size()
+                               ? mBatch.next - static_cast<unsigned>(mTokenStart.size())
+                               : 0;
+    for (unsigned i = first; i < mBatch.next; ++i)
+        MarkTokenStart(mBatch.begin - mBatch.entries[i].start);
+    const std::streamoff ahead = GetAhead();
+    RawArea::Skip(*mTokenStreamBuf, ahead);
+    mConsumed += ahead;
+    mLine += CountBatchLines();
+    ClearBatch();
+}
+
+/// Empties the batch but for the current token, which it keeps.
+void CToken_streambuf::ClearBatch() {
+    mLineStart = IsAtLineStart() ? LineStart::kYes : LineStart::kNo;
+    if (mCurrent != &mToken) {
+        mToken = *mCurrent;
+        mCurrent = &mToken;
     }
-    while (mAhead.next < mAhead.count)
-        mAhead.entries[mAhead.next++].token = CToken();
-    mAhead.next = 0;
-    mAhead.count = 0;
+    for (unsigned i = 0; i < mBatch.count; ++i)
+        mBatch.entries[i].token = CToken();
+    mBatch.next = 0;
+    mBatch.count = 0;
 }
 
 bool CToken_streambuf::DropPushedBackLine(AString* line) {
@@ -85,18 +134,18 @@ bool CToken_streambuf::DropPushedBackLine(AString* line) {
         const CToken token = mTokenPushBack.Top();
         mTokenPushBack.Pop();
         if (token.GetKind() == TokenKind::Eol) {
-            mAtLineStart = true;
+            mLineStart = LineStart::kYes;
             return false;
         }
         if (line && !isFirst)
             token.AppendTextTo(*line);
     }
-    if (mToken.GetKind() == TokenKind::Eol) {
+    if (IsEol(*mCurrent)) {
         NextToken();
         return false;
     }
     if (line)
-        mToken.AppendTextTo(*line);
+        mCurrent->AppendTextTo(*line);
     return true;
 }
 
@@ -119,11 +168,11 @@ void CToken_streambuf::NewState(CAbstract_stream_pos& pos) const {
 void CToken_streambuf::SaveState(CAbstract_stream_pos& pos) const {
     NewState(pos);
     auto& state = static_cast<CToken_stream_state&>(*pos.GetState());
-    state.mAtLineStart = mAtLineStart;
-    state.mToken = mToken;
+    state.mAtLineStart = IsAtLineStart();
+    state.mToken = *mCurrent;
     state.mLastChar = mLastChar;
     state.mLastKind = mLastKind;
-    state.mLine = mLine;
+    state.mLine = GetLine();
     state.mPushBack = mPushBack;
     state.mTokenPushBack = mTokenPushBack;
     state.mTokenDistance = GetTokenDistance();
@@ -133,8 +182,8 @@ void CToken_streambuf::RestoreState(const CAbstract_stream_pos& pos) {
     static const CToken_stream_state start;
     const auto* const given = dynamic_cast<const CToken_stream_state*>(pos.GetState());
     const CToken_stream_state& state = given ? *given : start;
-    DropAhead(false); // the raw stream stands where it is to be already
-    mAtLineStart = state.mAtLineStart;
+    ClearBatch(); // the raw stream stands where it is to be already
+    mLineStart = state.mAtLineStart ? LineStart::kYes : LineStart::kNo;
     mToken = state.mToken;
     mLastChar = state.mLastChar;
     mLastKind = state.mLastKind;
@@ -165,7 +214,7 @@ bool CToken_streambuf::FindToken(TokenKind kind, std::u16string_view text) {
 
 bool CToken_streambuf::FindTokenAtLineStart(TokenKind kind, std::u16string_view text) {
     return Find([&](const CToken& token) {
-        return mAtLineStart && token.GetKind() == kind && IsSameWord(token.GetTextView(), text);
+        return IsAtLineStart() && token.GetKind() == kind && IsSameWord(token.GetTextView(), text);
     });
 }
 
@@ -174,7 +223,7 @@ bool CToken_streambuf::FindText(std::u16string_view text) {
 }
 
 bool CToken_streambuf::FindTextAtLineStart(std::u16string_view text) {
-    return Find([&](const CToken& token) { return mAtLineStart && IsSameText(token, text); });
+    return Find([&](const CToken& token) { return IsAtLineStart() && IsSameText(token, text); });
 }
 
 bool CToken_streambuf::IsSameText(const CToken& token, std::u16string_view text) const {

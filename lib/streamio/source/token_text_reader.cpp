@@ -153,8 +153,8 @@ void CToken_textstreambuf::SkipLine(AString* line) {
 // --- Tokens ---
 
 const CToken* CToken_textstreambuf::ReadToken() {
-    if (mAhead.next != mAhead.count || ReadAhead())
-        return &TakeAhead();
+    if (mBatch.next != mBatch.count || ReadAhead())
+        return &TakeFromBatch();
     if (mEncoding == StreamEncoding::Locale) {
         const LocaleScope scope(mLocale, mSavedLocale);
         ReadByStates();

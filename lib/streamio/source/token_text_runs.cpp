@@ -24,16 +24,15 @@ namespace {
 /// Numbers longer than this are left to the automaton; any double written with 17 digits is
 /// shorter.
 constexpr std::ptrdiff_t kMostNumber = 26;
-/// Quoted text by the state behind its opening quote.
+/// Quoted text by its kind.
 struct Quotes {
     unsigned inside;
     unsigned closed;
     unsigned final;
     TokenKind kind;
 };
-constexpr Quotes kQuotes[] = {
-    {kStateInSingle, kStateClosedSingle, 39, TokenKind::SingleQuotedText},
-    {kStateInDouble, kStateClosedDouble, 40, TokenKind::DoubleQuotedText}};
+constexpr Quotes kSingle{kStateInSingle, kStateClosedSingle, 39, TokenKind::SingleQuotedText};
+constexpr Quotes kDouble{kStateInDouble, kStateClosedDouble, 40, TokenKind::DoubleQuotedText};
 
 /// The final states of numbers.
 constexpr unsigned kRealEnd = 37;
@@ -117,41 +116,44 @@ class Text_runs : private Text_run {
 public:
     explicit Text_runs(CToken_textstreambuf& buffer)
         : Text_run(*buffer.mTokenStreamBuf, *buffer.mGrammar, buffer.mEncoding), mBuffer(buffer),
-          mStart(begin), mEntry(buffer.mAhead.entries) {
-        buffer.mAhead.begin = begin;
-    }
+          mStart(begin), mEntry(buffer.mBatch.entries) {}
 
     /// Reads until the batch is full, or a token comes that is none of the usual ones.
     ALWAYS_INLINE void Read() {
-        CTokens_ahead::Entry* const entries = mEntry;
-        while (mEntry != entries + CTokens_ahead::kMost && Knows(mStart)) {
-            const unsigned state = Next(kStateStart, mStart);
-            if (!(state <= kStateWhiteSpace ? Drop(state) : ReadToken(state)))
-                break;
+        CToken_batch& batch = mBuffer.mBatch;
+        while (mEntry != batch.entries + CToken_batch::kMost && Knows(mStart) && ReadOne()) {
         }
-        mBuffer.mAhead.count = static_cast<unsigned>(mEntry - entries);
+        batch.begin = begin;
+        batch.count = static_cast<unsigned>(mEntry - batch.entries);
     }
 
     /// How much has been dropped in front of the first token.
     std::ptrdiff_t GetDropped() const { return mStart - begin; }
 
 private:
-    ALWAYS_INLINE bool ReadToken(unsigned state) {
-        switch (state) {
-        case kStateSymbol:
+    /// Reads one token, or drops what is none; false when it is none of the usual.
+    ALWAYS_INLINE bool ReadOne() {
+        using First = CBase_grammar::FastTables::First;
+        switch (fast.first[*mStart]) {
+        case First::kBlank:
+            return !mBuffer.mKeepWhiteSpace && DropBlanks();
+        case First::kComment:
+            return !mBuffer.mKeepComments && DropComment();
+        case First::kSymbol:
             return ReadSymbol();
-        case kStateLineEnd:
-        case kStateCarriageReturn:
-            return ReadLineEnd(state);
-        case kStateWord:
-            return ReadWord();
-        case kStateOpenSingle:
-        case kStateOpenDouble:
-            return ReadQuoted(kQuotes[state - kStateOpenSingle]);
-        case kStateFirstZero:
-        case kStateSign:
-        case kStateFirstPoint:
-        case kStateInteger:
+        case First::kLineEnd:
+            return ReadLineEnd(mStart + 1);
+        case First::kCarriageReturn:
+            return ReadCarriageReturn();
+        case First::kWord:
+            return ReadWord(false);
+        case First::kLiteral:
+            return ReadWord(true);
+        case First::kSingleQuoted:
+            return ReadQuoted(kSingle);
+        case First::kDoubleQuoted:
+            return ReadQuoted(kDouble);
+        case First::kNumber:
             return ReadNumber();
         default:
             return false;
@@ -181,45 +183,46 @@ private:
         return Finish(stop);
     }
 
-    ALWAYS_INLINE bool Drop(unsigned state) {
-        if (!mBuffer.IsDropped(state))
-            return false;
-        const char16_t* const stop = Skip(state, mStart + 1);
-        if (state == kStateComment && !Knows(stop))
+    ALWAYS_INLINE bool DropBlanks() {
+        mStart = Skip(kStateWhiteSpace, mStart + 1);
+        return true;
+    }
+
+    ALWAYS_INLINE bool DropComment() {
+        const char16_t* const stop = Skip(kStateComment, mStart + 1);
+        if (!Knows(stop))
             return false;
         mStart = stop;
         return true;
     }
 
-    ALWAYS_INLINE bool ReadLineEnd(unsigned state) {
-        const char16_t* stop = mStart + 1;
-        if (state == kStateCarriageReturn) {
-            if (!Knows(stop))
-                return false;
-            if (Next(state, stop) == kStateLineEnd)
-                ++stop;
-        }
+    ALWAYS_INLINE bool ReadLineEnd(const char16_t* stop) {
         mEntry->token.SetKind(TokenKind::Eol);
         return Finish(stop);
     }
 
-    ALWAYS_INLINE bool ReadWord() {
+    ALWAYS_INLINE bool ReadCarriageReturn() {
+        const char16_t* const stop = mStart + 1;
+        if (!Knows(stop))
+            return false;
+        return ReadLineEnd(Next(kStateCarriageReturn, stop) == kStateLineEnd ? stop + 1 : stop);
+    }
+
+    ALWAYS_INLINE bool ReadWord(bool mayBeLiteral) {
         const char16_t* const stop = Skip(kStateWord, mStart + 1);
         if (!Knows(stop) || mBuffer.IsFolding())
             return false;
         const std::u16string_view text(mStart, static_cast<std::size_t>(stop - mStart));
-        if (text.size() == 1 && !chars::IsAlnum(text[0]))
-            return false; // the delimiter grammar makes it a symbol
-        if (!fast.beginsWord[text[0]])
+        if (!mayBeLiteral)
             return FinishText(TokenKind::Keyword, text, stop);
-        if (mBuffer.IsBeginCData(text))
+        if ((text.size() == 1 && !chars::IsAlnum(text[0])) || mBuffer.IsBeginCData(text))
             return false;
         const TokenKind kind = mBuffer.GetWordKind(text);
         const bool isTextKept = kind == TokenKind::Keyword || mBuffer.mKeepText;
         return FinishText(kind, isTextKept ? text : text.substr(0, 0), stop);
     }
 
-    ALWAYS_INLINE bool ReadQuoted(const Quotes& quotes) {
+    ALWAYS_INLINE bool ReadQuoted(Quotes quotes) {
         const char16_t* const start = mStart + 1;
         const char16_t* const stop = Skip(quotes.inside, start);
         if (!Knows(stop))
@@ -253,8 +256,8 @@ private:
     }
 
     CToken_textstreambuf& mBuffer;
-    const char16_t* mStart;       ///< of the token that is being read
-    CTokens_ahead::Entry* mEntry; ///< where it goes
+    const char16_t* mStart;      ///< of the token that is being read
+    CToken_batch::Entry* mEntry; ///< where it goes
 };
 
 /// A number whose value or source text takes more than is done at one go.
@@ -273,7 +276,7 @@ bool CToken_textstreambuf::ReadAhead() {
         return false;
     Text_runs runs(*this);
     runs.Read();
-    if (mAhead.count != 0)
+    if (mBatch.count != 0)
         return true;
     RawArea::Skip(*mTokenStreamBuf, runs.GetDropped()); // nobody needs to look at it again
     mConsumed += runs.GetDropped();

@@ -257,30 +257,48 @@ TEST_F(BlocksBatch, WhatCannotBeServedIsAnErrorAndTheNextLineIsRead) {
 }
 
 TEST_F(BlocksBatch, NestingIsBoundedInEitherForm) {
-    std::string begins, functions;
-    json bytes = {0};
-    for (int i = 0; i < 1'000'000; ++i)
-        begins += i % 2000 < 1500 ? "$begin a " : "$begin a\n";
-    functions = "$begin a\n";
-    for (int i = 0; i < 300'000; ++i)
-        functions += "f(";
-    for (int i = 0; i < 300'000; ++i)
-        for (const int byte : {12, 1, 102, 18, 40})
-            bytes.push_back(byte);
-    const std::vector<json> requests = {
-        {{"text", begins}}, {{"text", functions + "\nx=1"}}, {{"bytes", bytes}}, {{"text", ""}}};
-    for (const char* subcommand : {"tree", "format", "tokens", "convert"}) {
-        const Ran ran = [&] {
-            std::string lines;
-            for (const json& request : requests)
-                lines += request.dump() + "\n";
-            return Run({"blocks", subcommand, "--batch"}, lines);
-        }();
-        EXPECT_EQ(ran.code, 0) << subcommand;
-        EXPECT_EQ(std::count(ran.out.begin(), ran.out.end(), '\n'), 4) << subcommand;
-        if (subcommand == std::string("format")) {
-            EXPECT_THAT(ran.out, testing::HasSubstr("\"a:2: invalid block item\""));
-        }
+    const auto repeat = [](int count, std::string_view text) {
+        std::string all;
+        while (count-- > 0)
+            all += text;
+        return all;
+    };
+    const auto count = [](std::string_view text, std::string_view part) {
+        std::size_t found = 0;
+        for (std::size_t at = 0; (at = text.find(part, at)) != text.npos; at += part.size())
+            ++found;
+        return found;
+    };
+    json bytes = {0, 12, 6, 36, 98, 101, 103, 105, 110, 13, 1, 97}; // $begin 'a'
+    for (int i = 0; i < 30'000; ++i)
+        bytes.insert(bytes.end(), {12, 1, 102, 18, 40}); // f(
+    const struct {
+        json request;
+        std::size_t blocks, functions, errors; ///< in the tree
+    } rows[] = {
+        {{{"text", repeat(1000, "$begin a ") + repeat(1000, "f(") + repeat(1000, ")")}},
+         1000,
+         1000,
+         0},
+        {{{"text", "$begin a\n" + repeat(1001, "f(") + repeat(1001, ")") + "\ny()"}}, 1, 1, 1},
+        {{{"text", repeat(100'000, "$begin a ")}}, 1000, 0, 1},
+        {{{"text", repeat(3000, "$begin a\n")}}, 1000, 0, 2000},
+        {{{"text", "$begin a\n" + repeat(30'000, "f(") + "\ny()"}}, 1, 1, 1},
+        {{{"bytes", bytes}}, 1, 0, 1},
+    };
+    std::string lines;
+    for (const auto& row : rows)
+        lines += row.request.dump() + "\n";
+    EXPECT_EQ(Run({"blocks", "format", "--batch"}, lines).code, 0);
+    const Ran ran = Run({"blocks", "tree", "--batch"}, lines);
+    EXPECT_EQ(ran.code, 0);
+    std::istringstream answers(ran.out);
+    std::string answer;
+    for (const auto& row : rows) {
+        ASSERT_TRUE(std::getline(answers, answer));
+        EXPECT_EQ(count(answer, "{\"block\":"), row.blocks);
+        EXPECT_EQ(count(answer, "{\"function\":"), row.functions);
+        EXPECT_EQ(count(answer, "{\"code\":4,"), row.errors);
     }
 }
 

@@ -95,7 +95,8 @@ TEST_F(CommandLine, TourDrivesTheModuleStepByStep) {
          {"module    ", "factory   NetlistEnvironment, makes Netlist editors\n",
           "editor    of a netlist, coloured by syntax description 2\n",
           ": 29 bytes, 3 lines, mixed line ends\n", "\x1b[38;2;", "edit      a line inserted",
-          "journal   5 records:\n", "undo      ", "export    command 42009 to ",
+          "journal   4 records:\n", "undo      4 actions, the text is as it was loaded\n",
+          "redo      4 actions, the text is as it was edited\n", "export    command 42009 to ",
           ", the same as a save writes\n", "script    an editor of JavaScript:\n", "end       "}) {
         const std::size_t at = ran.out.find(step, from);
         ASSERT_NE(at, std::string::npos) << step << "\nmissing in\n" << ran.out;
