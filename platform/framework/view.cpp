@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "dc.h"
 #include "document.h"
 #include "frame.h"
 
@@ -33,6 +34,22 @@ void CView::OnActivateView(bool activate, CView* activated, CView*) {
 
 void CView::OnUpdate(CView*, std::intptr_t, CObject*) {
     Invalidate();
+}
+
+void CView::OnPrepareDC(CDC&, CPrintInfo*) {}
+
+void CView::OnDraw(CDC&) {}
+
+void CView::OnEraseBackground(CDC& dc) {
+    dc.FillRect(dc.GetClipBox(), kWhite);
+}
+
+void CView::HandlePaint(IBackendSurface& surface, bool erase) {
+    CDC dc(surface);
+    OnPrepareDC(dc, nullptr);
+    if (erase)
+        OnEraseBackground(dc);
+    OnDraw(dc);
 }
 
 CCmdTarget::Route CView::RouteCommand(unsigned id) {

@@ -5,8 +5,10 @@
 
 #include "wnd.h"
 
+class CDC;
 class CDocument;
 class CFrameWnd;
+struct CPrintInfo;
 
 /// A view of one document, alone in its frame. It leaves its document when it is destroyed.
 class QUOREL_API CView : public CWnd {
@@ -19,6 +21,9 @@ public:
     /// The frame around the view, null when it stands in none.
     CFrameWnd* GetParentFrame() const;
 
+    /// Makes a context ready for OnDraw, or for a page of a print job (info isn't null then). The
+    /// base sets nothing.
+    virtual void OnPrepareDC(CDC& dc, CPrintInfo* info);
     /// The view is to show its document from the start. The base calls OnUpdate.
     virtual void OnInitialUpdate();
     /// The view has become, or stops being, its frame's active one, or its frame was activated.
@@ -27,11 +32,18 @@ public:
     virtual void OnActivateView(bool activate, CView* activated, CView* deactivated);
     /// The document's update notice. The base repaints everything.
     virtual void OnUpdate(CView* sender, std::intptr_t hint, CObject* object);
+    /// Draws what the context's clip box shows. The base draws nothing.
+    virtual void OnDraw(CDC& dc);
+
+    /// Paints through OnPrepareDC and OnDraw; with erase, OnEraseBackground in between.
+    void HandlePaint(IBackendSurface& surface, bool erase) override;
 
     /// Own map first, then the document's route.
     Route RouteCommand(unsigned id) override;
 
 protected:
+    /// Fills the clip box with the background. The base takes white.
+    virtual void OnEraseBackground(CDC& dc);
     /// Views delete themselves with their window.
     void PostNcDestroy() override;
 

@@ -26,7 +26,7 @@ void CSimEditView::SetInstance(IDesignInstance* instance) {
 }
 
 void CSimEditView::ResetText(std::int32_t lineCount, std::int32_t width) {
-    m_LineCount = lineCount;
+    static_cast<void>(lineCount);
     m_MaxLineLength = width;
 }
 
