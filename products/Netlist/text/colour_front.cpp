@@ -65,13 +65,18 @@ void ColourFront::MakePending(std::size_t row) {
     m_carried = RangeBefore(row);
 }
 
+void ColourFront::ForgetStaleFrom(std::size_t row) {
+    m_staleEnd = std::min(m_staleEnd, row);
+    m_staleBegin = std::min(m_staleBegin, m_staleEnd);
+}
+
 void ColourFront::Recolour(std::size_t row, bool stopEarly, const CSyntaxDscr* syntax) {
     if (!stopEarly && row < m_front) {
-        m_staleEnd = std::min(m_staleEnd, row);
-        m_staleBegin = std::min(m_staleBegin, m_staleEnd);
+        ForgetStaleFrom(row);
         MakePending(row);
         return;
     }
+    const std::size_t first = row;
     for (std::size_t done = 0; row < m_front; ++row, ++done) {
         m_lines[row].ColourLine(RangeBefore(row), syntax);
         if (row == m_staleBegin && m_staleBegin < m_staleEnd)
@@ -83,6 +88,7 @@ void ColourFront::Recolour(std::size_t row, bool stopEarly, const CSyntaxDscr* s
             return;
         }
     }
+    ForgetStaleFrom(first);
     if (row == m_front)
         m_carried = RangeBefore(row);
 }

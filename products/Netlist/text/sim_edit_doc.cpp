@@ -58,14 +58,14 @@ void CSimEditDoc::SetBookmark(std::int32_t row, std::int32_t bookmark) {
 
 void CSimEditDoc::PutLine(std::int32_t row, std::unique_ptr<CSimEditLine> line) {
     if (m_colouring == 0 && row > 0)
-        m_front.KeepStale(Index(row - 1), m_syntax);
+        m_front.Ensure(Index(row - 1), m_syntax);
     m_lines.Insert(Index(row), std::move(line));
     m_front.Inserted(Index(row), m_colouring != 0);
 }
 
 std::unique_ptr<CSimEditLine> CSimEditDoc::TakeLine(std::int32_t row) {
-    if (m_colouring == 0)
-        m_front.KeepStale(Index(row), m_syntax);
+    if (m_colouring == 0 && HasRow(row + 1))
+        m_front.KeepStale(Index(row + 1), m_syntax);
     if (Line(row).Bookmark() != 0)
         --m_bookmarkCount;
     auto line = m_lines.Take(Index(row));
@@ -194,7 +194,7 @@ std::int32_t CSimEditDoc::CatLine(std::int32_t row, std::int32_t first, std::int
     if (record != 0)
         InsertNewUndo(kDeleted, row, length, first, kLineBreak, {}, -1, -1);
     Touch(row).Append(Touch(row + 1));
-    TakeLine(row + 1);
+    DeleteLine(row + 1, 0, 0);
     Recolour(row, 1);
     return length;
 }
