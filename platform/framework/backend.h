@@ -70,6 +70,28 @@ public:
     virtual CSize GetResolution() = 0;
 };
 
+/// A window's text as a screen reader reads it: one text with an LF behind each line but the last.
+/// Offsets count 16-bit units from its start and are clamped to it. Asked only while a reader runs.
+class QUOREL_API IAccessibleText {
+public:
+    struct Range {
+        int m_From = 0;
+        int m_To = 0; ///< not included
+        bool operator==(const Range&) const = default;
+    };
+
+    virtual int GetLength() = 0;
+    virtual AString GetText(Range range) = 0;
+    virtual int GetCaretOffset() = 0;
+    /// Empty when nothing is selected.
+    virtual Range GetSelection() = 0;
+    /// The line of an offset, without its line end.
+    virtual Range GetLineAt(int offset) = 0;
+
+protected:
+    ~IAccessibleText() = default;
+};
+
 /// Hears from a backend's window. Implemented by the framework's windows.
 class QUOREL_API IWindowSink {
 public:
@@ -78,6 +100,11 @@ public:
                                         std::intptr_t second) = 0;
     /// Draws what GetClipBox of the surface says; with erase the background first.
     virtual void HandlePaint(IBackendSurface& surface, bool erase) = 0;
+    /// Asked before a key-down is sent, with the key and the KeyModifiers that are down.
+    /// @return true: an accelerator took the key, which is then sent neither as key nor character
+    virtual bool PreTranslateKey(unsigned, unsigned) { return false; }
+    /// What a screen reader reads of the window, owned by the sink; null: nothing.
+    virtual IAccessibleText* GetAccessibleText() { return nullptr; }
 
 protected:
     ~IWindowSink() = default;

@@ -44,6 +44,7 @@ enum WindowMessage : unsigned {
     kMsgLButtonDblClk = 0x0203,
     kMsgMouseWheel = 0x020A,  ///< first value: the delta
     kMsgMdiActivate = 0x0222, ///< the user has chosen this frame
+    kMsgDpiChanged = 0x02E0,  ///< fonts have new measures; a kMsgSize follows
     kMsgCut = 0x0300,
     kMsgCopy = 0x0301,
     kMsgPaste = 0x0302,

@@ -109,6 +109,10 @@ void CWnd::HandlePaint(IBackendSurface& surface, bool erase) {
         surface.FillRect(surface.GetClipBox(), kWhite);
 }
 
+bool CWnd::PreTranslateKey(unsigned key, unsigned modifiers) {
+    return m_Parent && m_Parent->PreTranslateKey(key, modifiers);
+}
+
 void CWnd::SetWindowText(const AString& text) {
     m_Text = text;
     if (m_Window)

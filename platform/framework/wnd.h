@@ -69,6 +69,8 @@ public:
     std::intptr_t HandleMessage(unsigned message, std::uintptr_t first,
                                 std::intptr_t second) override;
     void HandlePaint(IBackendSurface& surface, bool erase) override;
+    /// The base asks the parent; a window at the top takes no key.
+    bool PreTranslateKey(unsigned key, unsigned modifiers) override;
 
 protected:
     /// The class's map; static data.

@@ -1,0 +1,96 @@
+#include "breaking_desk.h"
+
+#include <new>
+
+namespace {
+
+/// A job whose device fails where it is told to.
+class BreakingPrinter : public IBackendPrinter {
+public:
+    BreakingPrinter(std::unique_ptr<IBackendPrinter> printer, unsigned broken, int lostPage)
+        : m_Printer(std::move(printer)), m_Broken(broken), m_LostPage(lostPage) {}
+
+    CSize GetPageSize() override { return m_Printer->GetPageSize(); }
+    CSize GetResolution() override { return m_Printer->GetResolution(); }
+    IBackendSurface& GetSurface() override { return m_Printer->GetSurface(); }
+    bool StartDocument(const AString& title) override {
+        return !(m_Broken & kBreakPrintStart) && m_Printer->StartDocument(title);
+    }
+    bool StartPage() override {
+        ++m_Page;
+        return !IsLost(kBreakPrintPage) && m_Printer->StartPage();
+    }
+    bool EndPage() override { return !IsLost(kBreakPrintPageEnd) && m_Printer->EndPage(); }
+    bool EndDocument() override { return !(m_Broken & kBreakPrintEnd) && m_Printer->EndDocument(); }
+
+private:
+    bool IsLost(unsigned operation) const { return (m_Broken & operation) && m_Page >= m_LostPage; }
+
+    std::unique_ptr<IBackendPrinter> m_Printer;
+    unsigned m_Broken;
+    int m_LostPage;
+    int m_Page = 0;
+};
+
+} // namespace
+
+BreakingDesk::~BreakingDesk() {
+    if (GetBackend() == this)
+        SetBackend(nullptr);
+}
+
+bool BreakingDesk::Refuses(BreakableOperation operation) {
+    if (!(m_Broken & operation))
+        return false;
+    ++m_Refusals;
+    return true;
+}
+
+std::unique_ptr<IBackendWindow> BreakingDesk::CreateWindow(WindowKind kind, IBackendWindow* parent,
+                                                           IWindowSink& sink) {
+    return Refuses(kBreakWindow) ? nullptr : m_Desk.CreateWindow(kind, parent, sink);
+}
+
+bool BreakingDesk::SetClipboardText(const AString& text) {
+    return !Refuses(kBreakClipboardWrite) && m_Desk.SetClipboardText(text);
+}
+
+std::optional<AString> BreakingDesk::GetClipboardText() {
+    return Refuses(kBreakClipboardRead) ? std::nullopt : m_Desk.GetClipboardText();
+}
+
+std::unique_ptr<IBackendFont> BreakingDesk::CreateFont(const LogFont& font) {
+    if (Refuses(kBreakFont))
+        throw std::bad_alloc();
+    return m_Desk.CreateFont(font);
+}
+
+std::optional<AString> BreakingDesk::AskFile(const FileRequest& request) {
+    return Refuses(kBreakFile) ? std::nullopt : m_Desk.AskFile(request);
+}
+
+std::optional<ColorRef> BreakingDesk::AskColor(ColorRef preset, std::span<const ColorRef> custom) {
+    return Refuses(kBreakColor) ? std::nullopt : m_Desk.AskColor(preset, custom);
+}
+
+int BreakingDesk::RunDialog(const AString& title, std::span<const DialogResource* const> pages,
+                            IDialogSink& sink) {
+    return Refuses(kBreakDialog) ? int{kIdCancel} : m_Desk.RunDialog(title, pages, sink);
+}
+
+unsigned BreakingDesk::TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) {
+    return Refuses(kBreakMenu) ? 0 : m_Desk.TrackMenu(menu, at, target);
+}
+
+DropEffect BreakingDesk::DragText(const AString& text) {
+    return Refuses(kBreakDrag) ? DropEffect::none : m_Desk.DragText(text);
+}
+
+std::unique_ptr<IBackendPrinter> BreakingDesk::AskPrinter(PrintRequest& request) {
+    std::unique_ptr<IBackendPrinter> job;
+    if (!Refuses(kBreakPrinter))
+        job = m_Desk.AskPrinter(request);
+    if (job)
+        job = std::make_unique<BreakingPrinter>(std::move(job), m_Broken, m_LostPage);
+    return job;
+}

@@ -1,0 +1,65 @@
+/// BreakingDesk: a backend that passes everything on to another one and breaks chosen operations.
+#pragma once
+
+#include "backend.h"
+
+/// What can be broken, one bit each.
+enum BreakableOperation : unsigned {
+    kBreakClipboardRead = 1u << 0,  ///< the clipboard is busy: it has no text for anybody
+    kBreakClipboardWrite = 1u << 1, ///< setting its text is refused
+    kBreakFont = 1u << 2,           ///< making a font throws std::bad_alloc
+    kBreakWindow = 1u << 3,         ///< windows are null
+    kBreakPrinter = 1u << 4,        ///< there is no printer
+    kBreakPrintStart = 1u << 5,     ///< a job's start is refused
+    kBreakPrintPage = 1u << 6,      ///< the device is gone at the start of page m_LostPage
+    kBreakPrintPageEnd = 1u << 7,   ///< the device is gone at the end of page m_LostPage
+    kBreakPrintEnd = 1u << 8,       ///< a job's end is refused
+    kBreakFile = 1u << 9,           ///< file dialogs are cancelled
+    kBreakColor = 1u << 10,         ///< colour dialogs are cancelled
+    kBreakDialog = 1u << 11,        ///< dialogs give kIdCancel without having been shown
+    kBreakMenu = 1u << 12,          ///< popup menus give no command
+    kBreakDrag = 1u << 13,          ///< drags end without effect
+};
+
+/// The forwarding desk. Windows, fonts and surfaces are the other desk's own.
+class QUOREL_API BreakingDesk : public IBackendDesk {
+public:
+    /// @param desk must outlive this one and its windows
+    explicit BreakingDesk(IBackendDesk& desk) : m_Desk(desk) {}
+    /// Takes itself away as the framework's backend.
+    virtual ~BreakingDesk();
+
+    unsigned m_Broken = 0; ///< BreakableOperations, joined
+    int m_LostPage = 1;    ///< of a job, 1-based; a job notes it when it is asked for
+    int m_Refusals = 0;    ///< how often a broken operation was asked for
+
+    std::unique_ptr<IBackendWindow> CreateWindow(WindowKind kind, IBackendWindow* parent,
+                                                 IWindowSink& sink) override;
+    bool SetClipboardText(const AString& text) override;
+    std::optional<AString> GetClipboardText() override;
+    bool HasClipboardText() override { return m_Desk.HasClipboardText(); }
+    bool IsKeyDown(unsigned key, bool now) override { return m_Desk.IsKeyDown(key, now); }
+    CPoint GetPointer() override { return m_Desk.GetPointer(); }
+    void SetCursor(CursorShape shape) override { m_Desk.SetCursor(shape); }
+    std::unique_ptr<IBackendFont> CreateFont(const LogFont& font) override;
+    std::vector<AString> GetFixedPitchFonts() override { return m_Desk.GetFixedPitchFonts(); }
+    int GetBorderWidth() override { return m_Desk.GetBorderWidth(); }
+    IBackendSurface& GetScreen() override { return m_Desk.GetScreen(); }
+    int ShowMessage(const AString& text, int style) override {
+        return m_Desk.ShowMessage(text, style);
+    }
+    std::optional<AString> AskFile(const FileRequest& request) override;
+    std::optional<ColorRef> AskColor(ColorRef preset, std::span<const ColorRef> custom) override;
+    int RunDialog(const AString& title, std::span<const DialogResource* const> pages,
+                  IDialogSink& sink) override;
+    unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override;
+    DropEffect DragText(const AString& text) override;
+    std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
+    void Wait(int milliseconds) override { m_Desk.Wait(milliseconds); }
+
+private:
+    /// Whether that operation is broken; counts the refusal.
+    bool Refuses(BreakableOperation operation);
+
+    IBackendDesk& m_Desk;
+};
