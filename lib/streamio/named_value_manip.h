@@ -12,6 +12,9 @@ namespace detail {
 QUOREL_API void ReadNamedValue(CAbstract_istream& stream, const CBlock_named_value& value,
                                bool (*accept)(const CBlock_named_value& read, void* target),
                                void* target);
+/// True for equal numbers of any kinds, and for equal kinds with equal texts. How a number, true or
+/// false was written makes no difference.
+QUOREL_API bool IsSameValue(const CToken& a, const CToken& b);
 } // namespace detail
 
 /// Reads `name=value` into a T, or without a T expects that very value; writes `name=value`. T is
@@ -33,7 +36,7 @@ private:
     static bool Accept(const CBlock_named_value& read, void* target) {
         auto& self = *static_cast<CNamed_value_manip*>(target);
         return self.mDestination ? read.Get(*self.mDestination)
-                                 : read.GetValue() == self.mValue.GetValue();
+                                 : detail::IsSameValue(read.GetValue(), self.mValue.GetValue());
     }
 
     CBlock_named_value mValue;

@@ -197,6 +197,7 @@ private:
     bool GoToStart();
     bool ReadStoredIndex();
     bool LoadStoredIndex();
+    bool IsBeginOfPath(std::u16string_view path);
     bool CheckIndex(bool isWhole);
     bool CheckEntries(bool isWhole);
 

@@ -94,6 +94,7 @@ private:
     void WriteBlockWord(const AString& word, std::u16string_view name, bool isNamed);
     void EnterBlock(std::u16string_view name, bool isNamed);
     void LeaveBlock(std::u16string_view name, bool isNamed);
+    AString GetNameReadBack(std::u16string_view name) const;
     void NoteBlockBegin(std::u16string_view name);
     CAbstract_stream_pos BeginPos() const;
     void WriteBaseIndex(const CAbstract_stream_pos& index);
@@ -101,7 +102,6 @@ private:
     std::streamoff GetStartPos() const { return IsBinary() ? 1 : 0; }
 
     CBase_grammar* mGrammar;
-    std::unique_ptr<CBase_grammar> mOwnedGrammar;
     std::unique_ptr<CToken_streambuf> mTokenStreamBuf;
     bool mQuoteBlockNames = true;
 };

@@ -33,14 +33,13 @@ bool CAbstract_stream::Seek(const CAbstract_stream_pos& pos) {
     if (!pos.IsValid())
         return false;
     const std::streamoff old = TellRaw();
-    if (!SeekRaw(pos.mPos)) {
-        if (old >= 0)
-            SeekRaw(old);
-        return false;
-    }
-    USE_ASSERT_TEXT(TellRaw() == pos.mPos, "(ACharStreamOff)new_pos == (ACharStreamOff)pos.mPos");
-    RestoreState(pos);
-    return true;
+    const bool isThere = SeekRaw(pos.mPos);
+    USE_ASSERT_TEXT(isThere, "(ACharStreamOff)new_pos == (ACharStreamOff)pos.mPos");
+    if (isThere)
+        RestoreState(pos);
+    else if (old >= 0)
+        SeekRaw(old);
+    return isThere;
 }
 
 CAbstract_ostream& EndLine(CAbstract_ostream& stream) {

@@ -82,9 +82,8 @@ std::uint32_t CBlock::FindSlot(std::u16string_view name) const {
     if (!mNameIndex && mItems.size() > kIndexedSize)
         mNameIndex = std::make_unique<Name_index>(mItems);
     if (mNameIndex) {
-        const std::uint32_t next = NextSlot(mCursor);
-        if (next < mItems.size() && mNameIndex->IsFirst(next) && isNamed(next))
-            return next;
+        if (mCursor < mItems.size() && mNameIndex->IsFirst(mCursor) && isNamed(mCursor))
+            return mCursor;
         const std::uint32_t slot = mNameIndex->Find(name);
         return slot == Name_index::kNone ? mItems.size() : slot;
     }

@@ -74,7 +74,7 @@ CBlock_ptr<CBlock_func_arg> CBlock_func::Find(const AString& name) const {
     for (std::uint32_t i = 0; i < count; ++i) {
         const std::uint32_t index = (mCursor + i) % count;
         const CBlock_item& arg = *mArgs[index].get();
-        if (arg.GetNameToken().IsText() && IsItemNamed(arg, name)) {
+        if (IsItemNamed(arg, name) && (!name.empty() || arg.GetNameToken().IsText())) {
             mCursor = index & 0x7FFFFFFF;
             mFound = 1;
             return GetArg(index);

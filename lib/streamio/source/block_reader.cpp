@@ -122,7 +122,8 @@ ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
     }
     CToken name = mStream->Peek();
     mStream->Step();
-    return ReadBehindName(arg, std::move(name), LookSymbol(), true);
+    const bool isEmptyText = name.IsText() && name.GetTextLength() == 0; // always a value
+    return ReadBehindName(arg, std::move(name), isEmptyText ? u'\0' : LookSymbol(), true);
 }
 
 template <class T>
@@ -256,7 +257,7 @@ void Block_reader::ReadBlock(CBlock& block) {
     const ReadError error = Fail(ReadError::kBeginEnd);
     block.mErrors.push_back(XStreamioError(error, mErrorLine));
     if (mStream)
-        mStream->SetFail();
+        mStream->Accept(false);
 }
 
 void Block_reader::ReadBlockBody(CBlock& block) {

@@ -122,16 +122,29 @@ void Block_writer::WriteVec(const CBlock_vec& vec) {
 void Block_writer::WriteName(const CToken& name) {
     const TokenKind kind = name.GetKind();
     if (name.IsNumber() || kind == TokenKind::True || kind == TokenKind::False) {
-        mBuffer->WriteToken(name, mFlags);
+        WriteNameOfValue(name);
         return;
     }
     const std::u16string_view text = name.GetTextView();
     const bool isPlain =
-        mIsBinary ? kind == TokenKind::Keyword && IsPlainName(text) : IsPlainName(text);
-    if (isPlain)
+        mIsBinary ? kind == TokenKind::Keyword && IsPlainName(text) : IsKnownName(text);
+    const TokenKind written = isPlain ? TokenKind::Keyword : TokenKind::SingleQuotedText;
+    if (kind == written)
+        mBuffer->WriteToken(name, mFlags);
+    else
+        mBuffer->WriteToken(CToken(written, text), mFlags);
+}
+
+/// A name that is a number, true or false keeps its text: that of a number goes out as a text in
+/// the binary form, which has no source texts; that of true or false as it stands in text.
+void Block_writer::WriteNameOfValue(const CToken& name) {
+    const AString text = name.GetText();
+    if (mIsBinary && name.IsNumber() && !text.empty())
+        mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, text), mFlags);
+    else if (!mIsBinary && IsTrueOrFalse(text))
         mBuffer->WriteToken(CToken(TokenKind::Keyword, text), mFlags);
     else
-        mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, text), mFlags);
+        mBuffer->WriteToken(name, mFlags);
 }
 
 void Block_writer::WriteValue(const CToken& value) {
@@ -190,10 +203,14 @@ void Block_writer::WriteText(const CToken& text) {
 bool Block_writer::IsPlainWord(std::u16string_view text) const {
     const CBase_grammar& grammar = *mStream->GetGrammar();
     TokenKind kind;
-    return grammar.IsOneToken(text, kind) && kind == TokenKind::Keyword &&
-           !IsSameNoCase(text, grammar.GetTrueWord()) &&
-           !IsSameNoCase(text, grammar.GetFalseWord()) &&
+    return grammar.IsOneToken(text, kind) && kind == TokenKind::Keyword && !IsTrueOrFalse(text) &&
            !IsSameNoCase(text, grammar.GetBeginCData());
+}
+
+/// True when the text reads as true or false.
+bool Block_writer::IsTrueOrFalse(std::u16string_view text) const {
+    const CBase_grammar& grammar = *mStream->GetGrammar();
+    return IsSameNoCase(text, grammar.GetTrueWord()) || IsSameNoCase(text, grammar.GetFalseWord());
 }
 
 /// IsPlainName, which the names that recur need only once.

@@ -28,6 +28,7 @@ public:
 private:
     void WriteLeaf(const CBlock_item& item);
     void WriteName(const CToken& name);
+    void WriteNameOfValue(const CToken& name);
     void WriteOpen(const CBlock_item& item);
     void WriteClose(const CBlock_item& item);
     void WriteInteger(const CToken& value);
@@ -35,6 +36,7 @@ private:
     void WriteComma();
     bool IsPlainName(std::u16string_view text) const;
     bool IsPlainWord(std::u16string_view text) const;
+    bool IsTrueOrFalse(std::u16string_view text) const;
     bool IsPlainNumber(std::u16string_view text) const;
 
     /// A short text, zeros, and its length.

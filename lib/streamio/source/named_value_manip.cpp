@@ -5,6 +5,12 @@
 
 namespace io::detail {
 
+bool IsSameValue(const CToken& a, const CToken& b) {
+    if (a.IsNumber() && b.IsNumber())
+        return a.GetNumber() == b.GetNumber();
+    return a.GetKind() == b.GetKind() && (!a.IsText() || a.GetTextView() == b.GetTextView());
+}
+
 void ReadNamedValue(CAbstract_istream& stream, const CBlock_named_value& value,
                     bool (*accept)(const CBlock_named_value& read, void* target), void* target) {
     AString text;

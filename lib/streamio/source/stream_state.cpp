@@ -11,6 +11,8 @@ namespace {
 /// Names of the arguments that an index entry has of a state.
 constexpr char16_t kLineName[] = u"lin";
 constexpr char16_t kLevelName[] = u"lvl";
+/// A greater line in an index entry is none: counting on from it must not overflow.
+constexpr int kMaxLine = 1 << 30;
 
 } // namespace
 
@@ -82,8 +84,9 @@ void CToken_textstream_state::WriteTo(CBlock_func& func) const {
 
 void CToken_textstream_state::ReadFrom(CBlock_func& func) {
     CBlock_named_value line{AString(kLineName)};
-    if (func.Get(line))
-        line.Get(mLine);
+    int number = 0;
+    if (func.Get(line) && line.Get(number) && number >= 1 && number <= kMaxLine)
+        mLine = number;
     CToken_stream_state::ReadFrom(func);
 }
 

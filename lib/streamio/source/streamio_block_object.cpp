@@ -64,21 +64,31 @@ bool CStreamio_block_object::ToBlock(CBlock& block) {
     }
 }
 
+/// Sets an object's flag for a while, whatever ends it.
+class Flag_scope {
+public:
+    explicit Flag_scope(CStreamio_block_object& object)
+        : mObject(object), mOld(object.SetFlag(true)) {}
+    Flag_scope(const Flag_scope&) = delete;
+    Flag_scope& operator=(const Flag_scope&) = delete;
+    ~Flag_scope() { mObject.SetFlag(mOld); }
+
+private:
+    CStreamio_block_object& mObject;
+    bool mOld;
+};
+
 bool CStreamio_block_object::FromBlockFlagged(const CBlock& block) {
-    const bool old = SetFlag(true);
-    const int error = FromBlock(block);
-    SetFlag(old);
-    return error >= 0;
+    const Flag_scope flagged(*this);
+    return FromBlock(block) >= 0;
 }
 
 bool CStreamio_block_object::ToBlockFlagged(CBlock& block) {
     AString name;
     GetBlockName(name);
     block.SetName(name);
-    const bool old = SetFlag(true);
-    const bool isDone = ToBlock(block);
-    SetFlag(old);
-    return isDone;
+    const Flag_scope flagged(*this);
+    return ToBlock(block);
 }
 
 bool CStreamio_block_object::SetFlag(bool flag) {

@@ -172,7 +172,6 @@ struct Checked_entry {
     CAbstract_stream_pos pos;
 
     bool IsNested() const { return path.find(u'\t') != AString::npos; }
-    AString GetName() const { return path.Mid(static_cast<std::ptrdiff_t>(path.rfind(u'\t') + 1)); }
 };
 
 /// True for the paths of the index blocks and those under them.
@@ -190,6 +189,18 @@ bool CToken_istream::CheckIndex(bool isWhole) {
     Clear();
     Seek(here);
     return isSound;
+}
+
+/// True at a block whose name ends the path. A name may have tabs of its own.
+bool CToken_istream::IsBeginOfPath(std::u16string_view path) {
+    for (;;) {
+        if (IsBegin(path))
+            return true;
+        const std::size_t tab = path.find(u'\t');
+        if (tab == std::u16string_view::npos)
+            return false;
+        path.remove_prefix(tab + 1);
+    }
 }
 
 /// Each entry must stand at a block of its name. When blocks are read whole, those at the top in
@@ -212,7 +223,7 @@ bool CToken_istream::CheckEntries(bool isWhole) {
     });
     std::streamoff end = 0;
     for (const Checked_entry& entry : entries) {
-        if (!Seek(entry.pos) || !IsBegin(entry.GetName()))
+        if (!Seek(entry.pos) || !IsBeginOfPath(entry.path))
             return false;
         if (!isWhole || entry.IsNested())
             continue;

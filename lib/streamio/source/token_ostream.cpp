@@ -34,8 +34,7 @@ CToken_ostream::~CToken_ostream() {
 void CToken_ostream::Close() {
     if (mBuildIndex)
         FinishIndex();
-    mTokenStreamBuf->GetRaw().pubsync();
-    const bool hasFailed = Fail();
+    const bool hasFailed = mTokenStreamBuf->GetRaw().pubsync() != 0 || Fail();
     Buffer_request request;
     request.raw = &GetNullRaw();
     request.grammar = mGrammar ? &CToken_grammar_default::Get() : nullptr;
@@ -52,7 +51,9 @@ bool CToken_ostream::IsBinary() const {
 // --- Lines and levels ---
 
 void CToken_ostream::WriteRawLine(std::u16string_view text) {
-    mTokenStreamBuf->GetRaw().sputn(text.data(), static_cast<std::streamsize>(text.size()));
+    const auto size = static_cast<std::streamsize>(text.size());
+    if (mTokenStreamBuf->GetRaw().sputn(text.data(), size) != size)
+        mStream->setstate(std::ios_base::badbit);
     NewLine();
 }
 

@@ -3,7 +3,8 @@
 #include "assertion.h"
 #include "block_index.h"
 #include "code_page.h"
-#include "token_ostream.h"
+#include "token_istring.h"
+#include "token_ostring.h"
 
 namespace io {
 
@@ -43,9 +44,19 @@ CAbstract_stream_pos CToken_ostream::BeginPos() const {
     return pos;
 }
 
+/// The name that a block will be read with: one with quotes of its own goes out as it stands, and a
+/// CR comes back as LF.
+AString CToken_ostream::GetNameReadBack(std::u16string_view name) const {
+    if (IsBinary() || name.find_first_of(u"'\"\r") == std::u16string_view::npos)
+        return AString(name);
+    CToken_ostring written(mGrammar);
+    mQuoteBlockNames ? written.WriteQuoted(name) : written.Write(name);
+    return CToken_istring(AString(written.GetView()), mGrammar).PeekToken().GetText();
+}
+
 void CToken_ostream::NoteBlockBegin(std::u16string_view name) {
     AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back() + u'\t';
-    path += name;
+    path += GetNameReadBack(name);
     mIndex->AddEntry(path, BeginPos());
     mOpenBlocks.push_back(std::move(path));
 }

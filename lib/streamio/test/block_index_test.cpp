@@ -117,6 +117,7 @@ TEST(Block_index, DamageIsAsGoodAsNoIndexUnlessItIsChecked) {
         {"table cut off", sound.substr(0, sound.rfind("$begin '$index$'")), false, true},
         {"table with an error", Replaced(sound, "\tB(", "\tB "), false, true},
         {"entry outside", Replaced(sound, "A" + pos(a), "A" + pos(99999)), true, false},
+        {"line out of range", Replaced(sound, "lin=9", "lin=2147483647"), true, true},
         {"entry below zero", Replaced(sound, "A" + pos(a), "A(pos=-1"), true, false},
         {"entry in a token", Replaced(sound, "A" + pos(a), "A" + pos(a + 1)), true, false},
         {"entry of another name", Replaced(sound, "A" + pos(a), "C" + pos(a)), true, false},
@@ -137,6 +138,15 @@ TEST(Block_index, DamageIsAsGoodAsNoIndexUnlessItIsChecked) {
         EXPECT_EQ(strict.stream.GetLine(), 1) << row.what;
         ReadAt(lax.stream, "A");
     }
+}
+
+TEST(Block_index, OfOddNamesPassesItsCheck) {
+    const std::string bytes = Indexed(
+        kAllLevels, {Sample("a\tb", 1), Sample("'q'", 2), Sample("it's", 3), Sample("c\rd", 4)});
+    test::Bytes_in stored(bytes, kChecked);
+    ASSERT_TRUE(stored.stream.Good() && stored.stream.GetIndex());
+    for (const char* path : {"a\tb", "a\tb\tIn ner", "q", "it's", "c\nd"})
+        EXPECT_TRUE(stored.stream.SeekBlock(AString(path))) << path;
 }
 
 TEST(Block_index, IsMadeOfWhatIsThere) {

@@ -205,8 +205,9 @@ TEST(Block_lookup, FunctionsSearchFromTheCursor) {
     EXPECT_FALSE(func.WasFound());
     EXPECT_EQ(get("a"), "3i"); // the cursor stayed
     EXPECT_EQ(get(""), "0i");  // an argument without a name doesn't match
-    func << 6;
+    func << CBlock_named_value(CToken(TokenKind::Int, 6, "6"), 4);
     EXPECT_TRUE(func.WasFound());
+    EXPECT_EQ(get("6"), "4i");
     EXPECT_EQ(get("a"), "1i");
 }
 

@@ -85,6 +85,7 @@ constexpr Row kErrors[] = {
     {"$begin 'A'\nx=", "'A'{}!5@2"},
     {"$begin 'A'\nf(+) z=1\nx=1\n$end 'A'", "'A'{x=1i}!5@2"},
     {"$begin 'A'\nf(1 2)\nx=1\n$end 'A'", "'A'{x=1i}!10@2"},
+    {"$begin 'A'\nf(''=1)\n''=1\n$end 'A'", "'A'{''=1i}!10@2"}, // as an argument a value
     {"$begin 'A'\nf(\n1\n2)\nx=1\n$end 'A'", "'A'{x=1i}!10@4"},
     {"$begin 'A'\nv[1: 2 3]\nw[1 2]\nx[(]\ny=1\n$end 'A'", "'A'{y=1i}!10@2!10@3!5@4"},
     {"$begin 'A'\nf(1,", "'A'{f(1i)}"},

@@ -118,6 +118,7 @@ constexpr Row kItems[] = {
     {"'\\'q\\''=1", nullptr},
     {"'a b'=1", nullptr},
     {"true=1", nullptr},
+    {"FALSE(1)", nullptr},
     {"5=1", nullptr},
 };
 INSTANTIATE_TEST_SUITE_P(Items, Item_write, testing::ValuesIn(kItems));
@@ -249,7 +250,8 @@ TEST(Block_write, TellsItsBinarySize) {
 
 TEST(Block_write, TextToTreeToBinaryToTreeToText) {
     const std::string text =
-        "$begin 'A'\n\ti=7\n\tn=-5\n\tr=0.10000000000000001\n\th(true, 'two\\\n words', "
+        "$begin 'A'\n\ti=7\n\t0x1f=-5\n\t1.50(true=2)\n\tr=0.10000000000000001\n\th(true, 'two\\\n "
+        "words', "
         "\"d\", k=word, , g())\n\t'two words'='\xE2\x82\xAC \xF0\x9F\x98\x80'\n"
         "\tv[2: 1.5, 'x']\n\tc=$begin_cdata$ a\n b $end_cdata$\n"
         "\t$begin 'B'\n\t$end 'B'\n$end 'A'\n";

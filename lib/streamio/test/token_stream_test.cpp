@@ -194,7 +194,7 @@ TEST(Named_value_manip, FailsWithoutLosingAToken) {
         {u"x='5'", false, false}, {u"x=+", false, false}, {u"x 5", false, false},
         {u"y=5", false, false},   {u"", false, false},
     };
-    const CBlock_named_value five(AString("x"), CToken(TokenKind::Int, 5, "5"));
+    const CBlock_named_value five(AString("x"), 5.0);
     for (const auto& row : rows) {
         int number = 0;
         CToken_istring first{AString(row.text)}, second{AString(row.text)};
@@ -211,8 +211,9 @@ TEST(Named_value_manip, FailsWithoutLosingAToken) {
     }
     char16_t room[16];
     char16_t* target = room;
-    CToken_istring in(u"t='text'");
-    in >> CNamed_value_manip<char16_t*>(CBlock_named_value(AString("t")), &target);
+    CToken_istring in(u"b=TRUE t='text'");
+    in >> CNamed_value_manip<bool>(CBlock_named_value(AString("b"), true)) >>
+        CNamed_value_manip<char16_t*>(CBlock_named_value(AString("t")), &target);
     EXPECT_EQ(AString(room), u"text");
 }
 
@@ -261,6 +262,11 @@ TEST(Token_files, HoldUtf8AndTellFailures) {
         full << i;
     full.Close();
     EXPECT_TRUE(full.Fail());
+    CToken_ofile wide(path);
+    wide.WriteRawLine(u"\u20AC"); // no byte
+    wide.Close();
+    EXPECT_TRUE(wide.Fail());
+    std::filesystem::remove(path);
 }
 
 } // namespace
