@@ -1,5 +1,6 @@
 #include "edit_replay.h"
 
+#include "assertion.h"
 #include "record_type.h"
 #include "sim_edit_doc.h"
 
@@ -62,7 +63,7 @@ const EditReplay::Actions& EditReplay::ActionsOf(const CSimEditLine& record) {
         /* kTextInserted */ {&R::TakeTextBack, &R::PutTextAgain},
         /* kRangeDeleted */ {&R::RestoreLine, &R::TakeRange},
         /* kTabDeleted */ {&R::PutTab, &R::TakeAgain},
-        /* kTabInserted */ {&R::TakeBack, &R::PutTab},
+        /* kTabInserted */ {&R::TakeBack, &R::PutTabAgain},
         /* kOverwrittenByTab */ {&R::PutOldOver, &R::PutNewOver},
     }};
     const auto type = static_cast<std::size_t>(record.Record().Type);
@@ -72,16 +73,24 @@ const EditReplay::Actions& EditReplay::ActionsOf(const CSimEditLine& record) {
 /// Puts the caret at the record's place, or the nearest that there is, and acts.
 void EditReplay::Replay(CSimEditLine& record, Action action) {
     m_lastRow = record.Record().Row;
-    m_row = std::clamp(m_lastRow, 0, std::max(m_document.LineCount() - 1, 0));
-    m_column = std::clamp(record.Record().Column, 0, m_document.Line(m_row).Length());
+    m_lastType = record.Record().Type;
+    USE_ASSERT(m_document.LineCount() > 0);
+    if (m_document.LineCount() == 0)
+        return;
+    PutCaretNear(m_lastRow, record.Record().Column);
     (this->*action)(record);
+}
+
+void EditReplay::PutCaretNear(std::int32_t row, std::int32_t column) {
+    row = std::clamp(row, 0, m_document.LineCount() - 1);
+    m_keys.PutCaret(row, std::clamp(column, 0, m_document.Line(row).Length()));
 }
 
 void EditReplay::PutBack(CSimEditLine& record) {
     if (record.Record().Char == kLineBreak)
-        Return();
+        m_keys.PressReturn();
     else
-        Type(static_cast<char>(record.Record().Char));
+        m_keys.TypeChar(static_cast<char>(record.Record().Char));
 }
 
 void EditReplay::TakeAgain(CSimEditLine& record) {
@@ -94,47 +103,52 @@ void EditReplay::TakeAgain(CSimEditLine& record) {
 /// A break that left its line empty is taken back by joining that line to the one before, which has
 /// the same result and leaves the place right for doing it again.
 void EditReplay::TakeBack(CSimEditLine& record) {
-    if (record.Record().Char != kLineBreak)
+    const JournalFields& fields = record.Record();
+    if (fields.Char != kLineBreak)
         return Delete();
-    if (record.Record().Row < 1)
+    if (fields.Row < 1)
         return Join();
-    if (record.Record().Column == 0 && m_row > 0) {
-        m_row -= 1;
-        m_column = m_document.Line(m_row).Length();
-    }
-    Join();
+    const std::int32_t row = fields.Column == 0 ? fields.Row : fields.Row + 1;
+    if (row >= m_document.LineCount())
+        return;
+    m_keys.PutCaret(row, 0);
+    m_keys.PressBackspace();
     PlaceRecordAtCaret(record);
 }
 
 void EditReplay::PutAgain(CSimEditLine& record) {
-    if (record.Record().Char != kLineBreak)
-        return Type(static_cast<char>(record.Record().Char));
-    Return();
-    PlaceRecordAtCaret(record);
+    PutBack(record);
+    if (record.Record().Char == kLineBreak)
+        PlaceRecordAtCaret(record);
 }
 
 void EditReplay::PutOldOver(CSimEditLine& record) {
     Delete();
-    Type(static_cast<char>(record.Record().Char));
+    m_keys.TypeChar(static_cast<char>(record.Record().Char));
 }
 
 void EditReplay::PutNewOver(CSimEditLine& record) {
     Delete();
     if (record.Record().Type == kOverwrittenByTab)
-        Type('\t');
+        m_keys.TypeChar('\t');
     else if (!record.Text().empty())
-        Type(record.Text().front());
+        m_keys.TypeChar(record.Text().front());
 }
 
 void EditReplay::PutLineBack(CSimEditLine& record) {
     const std::int32_t row = std::clamp(record.Record().Row, 0, m_document.LineCount());
     m_document.InsertLine(row, 0, 0, record.GetText());
+    m_keys.PutCaret(row, 0);
+    m_keys.LineChanged(row);
 }
 
 void EditReplay::TakeLine(CSimEditLine& record) {
-    if (record.Record().Column == 0 && record.Record().EndColumn == -1 &&
-        m_document.LineCount() > 1)
-        m_document.DeleteLine(m_row, 0, 0);
+    const std::int32_t row = m_keys.CaretRow();
+    if (record.Record().Column != 0 || record.Record().EndColumn != -1 ||
+        m_document.LineCount() == 1)
+        return;
+    m_document.DeleteLine(row, 0, 0);
+    PutCaretNear(row, 0);
 }
 
 void EditReplay::TakeTextBack(CSimEditLine& record) {
@@ -148,56 +162,60 @@ void EditReplay::TakeTextBack(CSimEditLine& record) {
 void EditReplay::PutTextAgain(CSimEditLine& record) {
     if (!IsRange(record.Record()))
         return PutLineBack(record);
-    const std::int32_t row = m_row;
-    const std::int32_t column = m_column;
+    const std::int32_t row = m_keys.CaretRow();
+    const std::int32_t column = m_keys.CaretColumn();
     if (record.Record().Char == kLineBreak)
-        Return();
-    m_row = row;
-    m_column = column;
+        m_keys.PressReturn();
+    m_keys.PutCaret(row, column);
     m_document.InsertString(row, column, record.Record().EndColumn, record.GetText(), 0, 0);
+    m_keys.LineChanged(row);
 }
 
 void EditReplay::RestoreLine(CSimEditLine& record) {
-    m_document.DeleteLine(m_row, 0, 0);
-    m_document.InsertLine(m_row, 0, 0, record.GetText());
+    const std::int32_t row = m_keys.CaretRow();
+    m_document.DeleteLine(row, 0, 0);
+    m_document.InsertLine(row, 0, 0, record.GetText());
+    PutCaretNear(row, record.Record().Column);
+    m_keys.LineChanged(row);
 }
 
 void EditReplay::TakeRange(CSimEditLine& record) {
+    const std::int32_t row = m_keys.CaretRow();
+    const std::int32_t column = m_keys.CaretColumn();
     const std::int32_t end =
-        std::clamp(record.Record().EndColumn, m_column, m_document.Line(m_row).Length());
-    m_document.DelRange(m_row, m_column, end, 0, 0);
+        std::clamp(record.Record().EndColumn, column, m_document.Line(row).Length());
+    m_document.DelRange(row, column, end, 0, 0);
 }
 
 void EditReplay::PutTab(CSimEditLine&) {
-    Type('\t');
+    m_keys.TypeChar('\t');
 }
 
+void EditReplay::PutTabAgain(CSimEditLine& record) {
+    if (record.Record().Char == kLineBreak)
+        m_keys.PressReturn();
+    else
+        m_keys.TypeChar('\t');
+}
+
+/// A character behind the caret goes, but no line break.
 void EditReplay::Delete() {
-    std::int32_t width = 0;
-    if (m_column < m_document.Line(m_row).Length())
-        m_document.DelChar(m_row, m_column, 0, width);
+    if (m_keys.CaretColumn() < m_document.Line(m_keys.CaretRow()).Length())
+        m_keys.PressDelete();
 }
 
+/// The line break at the end of the caret's line goes.
 void EditReplay::Join() {
-    if (m_column == m_document.Line(m_row).Length() && m_row + 1 < m_document.LineCount())
-        m_document.CatLine(m_row, 0, 0);
-}
-
-void EditReplay::Return() {
-    m_document.SplitLine(m_row, m_column, 0, 0, 0);
-    m_row += 1;
-    m_column = 0;
-}
-
-void EditReplay::Type(char character) {
-    std::int32_t width = 0;
-    m_document.InsertChar(m_row, m_column, character, 0, width);
-    m_column += width;
+    const std::int32_t row = m_keys.CaretRow();
+    if (row + 1 == m_document.LineCount())
+        return;
+    m_keys.PutCaret(row, m_document.Line(row).Length());
+    m_keys.PressDelete();
 }
 
 void EditReplay::PlaceRecordAtCaret(CSimEditLine& record) const {
     JournalFields fields = record.Record();
-    fields.Row = m_row;
-    fields.Column = m_column;
+    fields.Row = m_keys.CaretRow();
+    fields.Column = m_keys.CaretColumn();
     record.SetRecord(fields);
 }

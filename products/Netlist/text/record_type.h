@@ -18,3 +18,8 @@ enum RecordType : std::int32_t {
 
 inline constexpr unsigned char kLineBreak = 13;
 inline constexpr unsigned char kTab = 9;
+
+/// Whether a key types the character: any but the control characters other than the tab.
+inline constexpr bool CanBeTyped(char character) {
+    return static_cast<unsigned char>(character) >= 32 || character == '\t';
+}
