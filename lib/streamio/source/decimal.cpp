@@ -27,7 +27,7 @@ bool IsLarge(std::string_view text) {
         if (result.ec == std::errc::result_out_of_range)
             return !digits.starts_with('-');
     }
-    return exponent + static_cast<long>(point) > static_cast<long>(first);
+    return exponent > static_cast<long>(first) - static_cast<long>(point);
 }
 
 } // namespace

@@ -130,7 +130,7 @@ struct HandlerOfState {
     StateHandler handler;
 };
 inline constexpr HandlerOfState kDelimiterHandlers[] = {
-    {8, StateHandler::Invalid},  {9, StateHandler::Word},
+    {8, StateHandler::Word},     {9, StateHandler::Word},
     {10, StateHandler::Word},    {11, StateHandler::Word},
     {23, StateHandler::Invalid}, {24, StateHandler::Invalid},
     {25, StateHandler::Word},    {26, StateHandler::Invalid},

@@ -57,6 +57,22 @@ void AppendChars(std::u16string& out, Args... args) {
     out.append(chars.data(), result.ptr);
 }
 
+/// Gives a real number its point, and in general notation the zeros up to so many significant
+/// digits. The digits begin at `start`.
+void ShowPoint(std::size_t start, bool isGeneral, int precision, std::u16string& out) {
+    const std::size_t end = std::min(out.find(u'e'), out.size());
+    const std::size_t point = std::min(out.find(u'.'), end);
+    std::u16string added = point == end ? u"." : u"";
+    if (isGeneral) {
+        std::size_t first = out.find_first_of(u"123456789");
+        first = first < end ? first : start;
+        const std::size_t digits = end - first - (first < point && point < end ? 1 : 0);
+        const auto wanted = static_cast<std::size_t>(std::max(precision, 1));
+        added.append(wanted - std::min(digits, wanted), u'0');
+    }
+    out.insert(end, added);
+}
+
 /// Widens `out`, of which `prefix` characters are sign and prefix, and sets its case.
 void Finish(const NumberFormat& format, std::size_t prefix, std::u16string& out) {
     if (format.flags & ios_base::uppercase)
@@ -79,11 +95,14 @@ void FormatNumber(double number, const NumberFormat& format, std::u16string& out
     const int precision = format.precision < 0 ? kDefaultPrecision : format.precision;
     out = isNegative ? u"-" : format.flags & ios_base::showpos ? u"+" : u"";
     const std::size_t prefix = out.size();
-    if (std::isfinite(number))
-        AppendChars(out, std::abs(number),
-                    FindRow(kNotations, format.flags & ios_base::floatfield).format, precision);
-    else
+    if (std::isfinite(number)) {
+        const Notation& notation = FindRow(kNotations, format.flags & ios_base::floatfield);
+        AppendChars(out, std::abs(number), notation.format, precision);
+        if (format.flags & ios_base::showpoint)
+            ShowPoint(prefix, notation.format == std::chars_format::general, precision, out);
+    } else {
         out += std::isnan(number) ? u"nan" : u"1e999";
+    }
     Finish(format, prefix, out);
 }
 

@@ -8,7 +8,7 @@
 namespace io {
 
 /// What the stream would be set to. Of the flags the float, base and adjust fields, showpos,
-/// showbase and uppercase count; both bits of the float field together count as none.
+/// showbase, showpoint and uppercase count; both bits of the float field together count as none.
 struct NumberFormat {
     std::ios_base::fmtflags flags{};
     int precision = -1; ///< negative: the stream's default of 6

@@ -355,9 +355,8 @@ void CToken_binarystreambuf::WriteToken(const CToken& token, std::ios_base::fmtf
     if (token.IsNumber()) {
         const double number = token.GetNumber();
         WriteDouble(&number, flags);
-    } else if (kind == Symbol) {
-        if (!text.empty())
-            WriteSymbol(text.front());
+    } else if (kind == Symbol && text.size() == 1) {
+        WriteSymbol(text.front());
     } else if (token.IsText()) {
         PutText(kind, text);
     } else if (kind == Eol) {

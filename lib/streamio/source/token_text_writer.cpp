@@ -152,13 +152,26 @@ void CToken_textstreambuf::PutQuoted(std::u16string_view text, char16_t quote, T
     Put(quote);
 }
 
-/// Whether a text reads back when it stands between the CData words.
+/// Whether a text reads back when it stands between the CData words: it must not end CData by
+/// itself, which the end word does only where no identifier goes on behind it.
 bool CToken_textstreambuf::CanBeCData(std::u16string_view text) const {
     const AString& word = mGrammar->GetEndCData();
     if (word.empty() || mGrammar->GetBeginCData().empty())
         return false;
-    return std::search(text.begin(), text.end(), word.begin(), word.end(),
-                       [](char16_t a, char16_t b) { return chars::ToLower(a) == b; }) == text.end();
+    unsigned state = kStateCData;
+    std::size_t cursor = 0;
+    for (const char16_t ch : text) {
+        state = mGrammar->NextState(state, ch);
+        if (state == kStateCDataEnd && cursor < word.size() && chars::ToLower(ch) == word[cursor]) {
+            ++cursor;
+        } else if (cursor == word.size() && state != kStateCDataEnd) {
+            return false;
+        } else {
+            state = kStateCData;
+            cursor = 0;
+        }
+    }
+    return cursor < word.size();
 }
 
 void CToken_textstreambuf::PutCData(std::u16string_view text) {
@@ -261,10 +274,12 @@ void CToken_textstreambuf::PutNumber(Number number, TokenKind kind, std::ios_bas
     NumberFormat format{flags, mPrecision, mWidth, mFill};
     const bool isHex = mHex && std::integral<Number>;
     if (isHex)
-        format.flags = (flags & ~std::ios_base::basefield) | std::ios_base::hex;
+        format.flags =
+            (flags & ~(std::ios_base::basefield | std::ios_base::showbase)) | std::ios_base::hex;
     FormatNumber(number, format, mNumberText);
-    if (isHex)
-        mNumberText.insert(0, mGrammar->GetHexPrefix());
+    if (isHex) // fill characters that are no digits stay in front of it
+        mNumberText.insert(mNumberText.find_first_of(u"0123456789abcdefABCDEF"),
+                           mGrammar->GetHexPrefix());
     PutToken(mNumberText, kind);
 }
 
@@ -313,19 +328,27 @@ void CToken_textstreambuf::PutNumberToken(const CToken& token, std::ios_base::fm
         return;
     }
     const bool wasHex = std::exchange(mHex, mHex || isHex);
-    PutNumber(static_cast<long>(number), kind, flags);
+    if (kind == TokenKind::Short)
+        PutNumber(static_cast<short>(number), kind, flags);
+    else if (kind <= TokenKind::Long)
+        PutNumber(static_cast<int>(number), kind, flags);
+    else
+        PutNumber(static_cast<unsigned>(number), kind, flags);
     mHex = wasHex;
 }
 
 void CToken_textstreambuf::PutSource(const CToken& token) {
+    const TokenKind kind = token.GetKind();
     char16_t units[CToken::kInlineSource];
-    if (token.GetTextLength() <= std::size(units)) {
-        PutToken({units, token.CopySource(units)}, token.GetKind());
+    if (token.GetTextLength() <= std::size(units) && kind != TokenKind::Hex) {
+        PutToken({units, token.CopySource(units)}, kind);
         return;
     }
     mNumberText.clear();
     token.AppendTextTo(mNumberText);
-    PutToken(mNumberText, token.GetKind());
+    if (kind == TokenKind::Hex) // a reader that folds to upper case has made it none
+        std::transform(mNumberText.begin(), mNumberText.end(), mNumberText.begin(), chars::ToLower);
+    PutToken(mNumberText, kind);
 }
 
 void CToken_textstreambuf::WriteToken(const CToken& token, std::ios_base::fmtflags flags) {

@@ -114,6 +114,7 @@ TEST(BinaryToken, WholeTokens) {
         {CToken(True), {10}, 1},
         {CToken(False), {11}, 1},
         {CToken(Symbol, u"("), {18, u'('}, 3},
+        {CToken(Symbol, u"\U0001F600"), {0x92, 4, 0, 0, 0, 0xF0}, 6},
         {CToken(Keyword, text255), {12, 255, u'x'}, 257},
         {CToken(CData, text256), {0x8F, 0, 1, 0, 0, u'x'}, 261},
         {CToken(DoubleQuotedText, u"\u00E9"), {14, 2, 0xC3}, 4},

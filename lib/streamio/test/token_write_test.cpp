@@ -111,7 +111,9 @@ TEST(TokenWrite, CData) {
         {u"_", "$begin_cdata$ _ $end_cdata$"},
         {u"", "$begin_cdata${9}$end_cdata$"},
         {u"\na\n", "$begin_cdata${9}{a}a{a}{9}$end_cdata$"},
-        {u"a$END_cdata$b'", "'a$END_cdata$b\\''"}, // CData can't hold its end word
+        {u"a$END_cdata$-'", "'a$END_cdata$-\\''"}, // CData can't hold its end word
+        {u" $end_cdata$", "' $end_cdata$'"},
+        {u" $end_cdata$b ", "$begin_cdata$ $end_cdata$b $end_cdata$"}, // this is another word
     };
     for (const auto& row : rows) {
         CString_streambuf raw;
@@ -169,6 +171,7 @@ TEST(TokenWrite, Numbers) {
         {CToken(Double, 1.0, "1.000"), "1.000"},
         {CToken(Hex, 31.0), "0x1f"},
         {CToken(Hex, -1.0), "-1"},
+        {CToken(Hex, 171.0, "0xAB"), "0xab"},
         {CToken(Double, infinity), "1e999"},
         {CToken(Int, -infinity), "-1e999"},
         {CToken(Int, nan), "nan"},
@@ -198,7 +201,14 @@ TEST(TokenWrite, NumberFormats) {
         {[](Buffer& b) { b.SetHex(true); }, {}, 255, "255", "0xff"},
         {[](Buffer& b) { b.SetHex(true), b.SetWidth(4), b.SetFill(u'0'); }, ios_base::uppercase, -2,
          "00-2", "0xFFFFFFFE"},
+        {[](Buffer& b) { b.SetHex(true), b.SetWidth(6); }, ios_base::showbase, 255, "   255",
+         "    0xff"},
         {[](Buffer&) {}, ios_base::oct | ios_base::showbase, 8, "8", "010"},
+        {[](Buffer&) {}, ios_base::showpoint, 10, "10.0000", "10"},
+        {[](Buffer&) {}, ios_base::showpoint, 0, "0.00000", "0"},
+        {[](Buffer&) {}, ios_base::showpoint, -0.0025, "-0.00250000", "0"},
+        {[](Buffer& b) { b.SetPrecision(0); }, ios_base::showpoint, 4e7, "4.e+07", "40000000"},
+        {[](Buffer& b) { b.SetPrecision(0); }, ios_base::showpoint | ios_base::fixed, 7, "7.", "7"},
     };
     for (const auto& row : rows) {
         EXPECT_EQ(Written([&](Buffer& buffer) {
