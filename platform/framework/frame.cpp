@@ -1,5 +1,6 @@
 #include "frame.h"
 
+#include "accelerator.h"
 #include "document.h"
 
 namespace {
@@ -50,6 +51,16 @@ void CFrameWnd::SetPlacement(const WindowPlacement& placement) {
 CCmdTarget::Route CFrameWnd::RouteCommand(unsigned id) {
     const Route view = m_ActiveView ? m_ActiveView->RouteCommand(id) : Route{};
     return view.m_Target ? view : CWnd::RouteCommand(id);
+}
+
+bool CFrameWnd::PreTranslateKey(unsigned key, unsigned modifiers) {
+    CDocument* const document = GetActiveDocument();
+    const CAcceleratorTable* keys = document ? document->GetDefaultAccelerator() : nullptr;
+    const unsigned command = keys ? keys->FindCommand(key, modifiers) : 0;
+    if (command == 0)
+        return CWnd::PreTranslateKey(key, modifiers);
+    RunCommand(command);
+    return true;
 }
 
 const MessageMap& CFrameWnd::GetMessageMap() const {

@@ -26,6 +26,9 @@ public:
 
     /// The active view's route first, then the own map.
     Route RouteCommand(unsigned id) override;
+    /// A key among the default accelerators of the active document runs its command; it is taken
+    /// even while the command is disabled.
+    bool PreTranslateKey(unsigned key, unsigned modifiers) override;
 
 protected:
     const MessageMap& GetMessageMap() const override;

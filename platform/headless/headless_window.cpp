@@ -1,5 +1,8 @@
 #include "headless_window.h"
 
+#include <set>
+#include <utility>
+
 #include "headless_desk.h"
 
 HeadlessFont::~HeadlessFont() = default;
@@ -113,6 +116,19 @@ void HeadlessWindow::Show(int showCommand) {
         m_Placement.m_ShowCommand = kShowNormal;
     else if (showCommand == kShowMinimized || showCommand == kShowMaximized)
         m_Placement.m_ShowCommand = showCommand;
+}
+
+void HeadlessWindow::PressKey(unsigned key, unsigned modifiers) {
+    constexpr std::pair<unsigned, unsigned> kKeys[] = {
+        {kModShift, kKeyShift}, {kModControl, kKeyControl}, {kModAlt, kKeyAlt}};
+    HeadlessDesk& desk = m_Desk; // which outlives a window that the key closes
+    const std::set<unsigned> before = desk.m_KeysDown;
+    for (const auto& [modifier, modifierKey] : kKeys)
+        if (modifiers & modifier)
+            desk.m_KeysDown.insert(modifierKey);
+    if (!m_Sink.PreTranslateKey(key, modifiers))
+        m_Sink.HandleMessage(kMsgKeyDown, key, 1);
+    desk.m_KeysDown = before;
 }
 
 std::intptr_t HeadlessWindow::Send(unsigned message, std::uintptr_t first, std::intptr_t second) {

@@ -74,6 +74,9 @@ public:
 
     /// Sends a message through the sink at once, as a user's doing.
     std::intptr_t Send(unsigned message, std::uintptr_t first = 0, std::intptr_t second = 0);
+    /// Presses a key with KeyModifiers down, and lets all go: a key-down unless an accelerator
+    /// takes the key. The flags of the message are 1.
+    void PressKey(unsigned key, unsigned modifiers = 0);
     /// Changes the client size and tells the sink.
     void Resize(CSize size);
 

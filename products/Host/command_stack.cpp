@@ -1,11 +1,16 @@
 #include "command_stack.h"
 
 #include "assertion.h"
+#include "iquorel_command.h"
 
 bool CommandStack::Run(IQuorelCommand* command) {
-    USE_ASSERT(command != nullptr && m_Work != nullptr);
-    if (!command || !m_Work)
+    USE_ASSERT(command != nullptr);
+    if (!command)
         return false;
+    if (!m_Work) {
+        delete command;
+        return false;
+    }
     if (!m_Work->Execute(*command)) {
         m_Work->Destroy(*command);
         return false;

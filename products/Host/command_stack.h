@@ -26,7 +26,7 @@ protected:
 /// itself.
 class QUOREL_API CommandStack {
 public:
-    /// @param work must outlive the stack; null when no command is ever run
+    /// @param work must outlive the stack; null when none is there yet
     explicit CommandStack(ICommandWork* work = nullptr) : m_Work(work) {}
     CommandStack(const CommandStack&) = delete;
     CommandStack& operator=(const CommandStack&) = delete;
@@ -34,7 +34,8 @@ public:
 
     /// Executes a command, which belongs to the stack from then on: it becomes the latest one done,
     /// and those undone are destroyed. One that fails is destroyed and leaves the rest as it was.
-    /// A null command, or one on a stack without work, is an assertion and changes nothing.
+    /// A stack without work destroys every command. A null command is an assertion and changes
+    /// nothing.
     bool Run(IQuorelCommand* command);
     /// Undoes the latest command. False when there is none, or it fails; it stays then.
     bool Undo();

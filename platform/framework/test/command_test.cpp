@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include "accelerator.h"
 #include "doc_template.h"
 #include "document.h"
 #include "frame.h"
@@ -44,12 +45,15 @@ class TestDocument : public CDocument {
 public:
     ~TestDocument() override { Log("~document"); }
     void OnAny() { Log("document"); }
+    const CAcceleratorTable* GetDefaultAccelerator() override { return m_Keys; }
     void OnForbidden() { Log("forbidden"); }
     void OnUpdateForbidden(CCmdUI& ui) { ui.Enable(false); }
     void OnUpdateChecked(CCmdUI& ui) {
         ui.SetCheck();
         ui.SetText(u"checked");
     }
+
+    const CAcceleratorTable* m_Keys = nullptr;
 
 protected:
     const CommandMap& GetCommandMap() const override {
@@ -209,6 +213,36 @@ TEST_P(DocumentTest, UpdateHandlersDecideTheState) {
     EXPECT_TRUE(m_Frame->SendCommand(6));
     EXPECT_FALSE(m_Frame->SendCommand(8));
     EXPECT_EQ(TakeLog(), Lines{"forbidden"});
+}
+
+TEST_P(DocumentTest, AcceleratorsAreTakenOnTheWayToTheFrame) {
+    static constexpr Accelerator kKeys[] = {{'A', kModControl, 5}, {'B', 0, 6}, {'C', 0, 8}};
+    static constexpr AcceleratorResource kTable[] = {{1, kKeys}};
+    static constexpr ResourceTables kTables{.m_Strings = {},
+                                            .m_Menus = {},
+                                            .m_Accelerators = kTable,
+                                            .m_Dialogs = {},
+                                            .m_Pictures = {}};
+    const ResourceRegistration registration(kTables);
+    CAcceleratorTable keys;
+    ASSERT_TRUE(keys.LoadAccelerators(1));
+    EXPECT_FALSE(View(0).PreTranslateKey('A', kModControl)) << "no table yet";
+    static_cast<TestDocument*>(m_Document)->m_Keys = &keys;
+    const struct {
+        unsigned m_Key, m_Modifiers;
+        bool m_Taken;
+        Lines m_Log;
+    } kRows[] = {
+        {'A', kModControl, true, {"frame"}},
+        {'A', kModControl | kModShift, false, {}},
+        {'B', 0, true, {}}, // disabled
+        {'C', 0, true, {}}, // answered by nobody
+        {'D', 0, false, {}},
+    };
+    for (const auto& row : kRows) {
+        EXPECT_EQ(View(0).PreTranslateKey(row.m_Key, row.m_Modifiers), row.m_Taken) << row.m_Key;
+        EXPECT_EQ(TakeLog(), row.m_Log) << row.m_Key;
+    }
 }
 
 TEST_P(DocumentTest, AnUpdateReachesEveryViewButTheSender) {
