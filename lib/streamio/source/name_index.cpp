@@ -1,12 +1,35 @@
 #include "name_index.h"
 
 #include <algorithm>
+#include <cstring>
+
+#include "char_class.h"
 
 namespace io {
 
+namespace {
+
+/// The order of two names without regard to case: below 0, 0 or above 0. Long common parts, such as
+/// those of the paths of an index, cost little.
+int Compare(std::u16string_view a, std::u16string_view b) noexcept {
+    constexpr std::size_t kPiece = 32;
+    const std::size_t common = std::min(a.size(), b.size());
+    for (std::size_t i = 0; i < common;) {
+        const std::size_t end = std::min(i + kPiece, common);
+        if (std::memcmp(a.data() + i, b.data() + i, (end - i) * sizeof(char16_t)) == 0)
+            i = end;
+        for (; i < end; ++i)
+            if (const int order = chars::ToLower(a[i]) - chars::ToLower(b[i]))
+                return order;
+    }
+    return a.size() == b.size() ? 0 : a.size() < b.size() ? -1 : 1;
+}
+
+} // namespace
+
 bool Name_index::Less::operator()(const Key& a, const Key& b) const noexcept {
-    const AStringNoCaseLess less;
-    return less(a.name, b.name) || (!less(b.name, a.name) && a.slot < b.slot);
+    const int order = Compare(a.name, b.name);
+    return order != 0 ? order < 0 : a.slot < b.slot;
 }
 
 Name_index::Name_index(const Item_list& items) : mIsFirst(items.size()) {
@@ -27,7 +50,7 @@ Name_index::Name_index(const Item_list& items) : mIsFirst(items.size()) {
 }
 
 bool Name_index::IsFirstOfName(Slots::const_iterator entry) const {
-    return entry == mSlots.begin() || AStringNoCaseLess()(std::prev(entry)->name, entry->name);
+    return entry == mSlots.begin() || Compare(std::prev(entry)->name, entry->name) != 0;
 }
 
 void Name_index::Add(const Item_list& items, std::uint32_t slot) {
@@ -58,7 +81,7 @@ void Name_index::Remove(const CBlock_item& item, std::uint32_t slot) {
 
 std::uint32_t Name_index::Find(std::u16string_view name) const {
     const auto entry = mSlots.lower_bound(Key{name, 0});
-    if (entry == mSlots.end() || AStringNoCaseLess()(name, entry->name))
+    if (entry == mSlots.end() || Compare(name, entry->name) != 0)
         return kNone;
     return entry->slot;
 }
