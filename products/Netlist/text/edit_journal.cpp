@@ -3,7 +3,7 @@
 void RecordList::Append(std::unique_ptr<CSimEditLine> record, std::size_t limit) {
     if (limit == 0)
         return;
-    if (m_records.size() == limit)
+    while (m_records.size() >= limit)
         m_records.pop_front();
     m_records.push_back(std::move(record));
 }

@@ -17,8 +17,8 @@ public:
     CSimEditLine& operator[](std::size_t index) const { return *m_records[index]; }
     CSimEditLine& Newest() const { return *m_records.back(); }
 
-    /// Appends record; when limit records are there, the oldest goes first. A limit of 0 destroys
-    /// the record.
+    /// Appends record; the oldest go first so that no more than limit are there, which may have
+    /// been lowered. A limit of 0 destroys the record and nothing else.
     void Append(std::unique_ptr<CSimEditLine> record, std::size_t limit);
     /// Destroys up to count of the newest.
     void DropNewest(std::size_t count);

@@ -7,18 +7,25 @@
 #include <cstddef>
 #include <string_view>
 
-/// Writes text to out with each tab as the blanks up to the next tab stop, and appends an entry for
-/// each. out has room for kTabStop bytes a character. @return the bytes written
-inline std::size_t ExpandTabs(std::string_view text, char* out, TabTable& tabs) {
+/// The bytes that text takes at most when its tabs are expanded.
+inline std::size_t ExpandedRoom(std::string_view text) {
+    const auto tabs = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
+    return text.size() + tabs * (kTabStop - 1);
+}
+
+/// Writes text, which stands at column, to out with each tab as the blanks up to the next tab stop,
+/// and appends an entry for each. out has ExpandedRoom bytes. @return the bytes written
+inline std::size_t ExpandTabs(std::string_view text, std::int32_t column, char* out,
+                              TabTable& tabs) {
     char* const begin = out;
     for (const char character : text) {
         if (character != '\t') {
             *out++ = character;
             continue;
         }
-        const auto column = static_cast<std::int32_t>(out - begin);
-        tabs.push_back({column, TabWidthAt(column)});
-        out = std::fill_n(out, TabWidthAt(column), ' ');
+        const std::int32_t position = column + static_cast<std::int32_t>(out - begin);
+        tabs.push_back({position, TabWidthAt(position)});
+        out = std::fill_n(out, TabWidthAt(position), ' ');
     }
     return static_cast<std::size_t>(out - begin);
 }

@@ -1,9 +1,12 @@
 /// The search for the bytes that matter when a text is cut into lines.
 #pragma once
 
+#include "assertion.h"
+
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -25,4 +28,19 @@ inline const char* FindControl(const char* from, const char* end) {
     while (from<end&& static_cast<unsigned char>(*from)> static_cast<unsigned char>(kMost))
         ++from;
     return from;
+}
+
+inline bool IsLineEnd(char character) {
+    return character == '\r' || character == '\n';
+}
+
+/// The text before the first CR or LF, for texts that go into a line: they have none, or it is an
+/// assertion.
+inline std::string_view BeforeLineEnd(std::string_view text) {
+    const char* const end = text.data() + text.size();
+    const char* at = FindControl(text.data(), end);
+    while (at != end && !IsLineEnd(*at))
+        at = FindControl(at + 1, end);
+    USE_ASSERT(at == end);
+    return text.substr(0, static_cast<std::size_t>(at - text.data()));
 }

@@ -31,7 +31,7 @@ void LineSplitter::Add(std::string_view piece) {
         at = FindControl(at, end);
         if (at == end)
             break;
-        if (*at != '\r' && *at != '\n') {
+        if (!IsLineEnd(*at)) {
             hasTab |= *at == '\t';
             continue;
         }
@@ -69,10 +69,11 @@ void LineSplitter::PutBegun() {
 
 void LineSplitter::PutLine(std::string_view line, bool hasTab) {
     m_tabs.clear();
-    char* const room = m_blocks.Room(hasTab ? line.size() * kTabStop : line.size());
-    std::size_t size = line.size();
+    std::size_t size = hasTab ? ExpandedRoom(line) : line.size();
+    LineText::CheckSize(size);
+    char* const room = m_blocks.Room(size);
     if (hasTab)
-        size = ExpandTabs(line, room, m_tabs);
+        size = ExpandTabs(line, 0, room, m_tabs);
     else if (size != 0)
         std::memcpy(room, line.data(), size);
     m_target.AddLine(LineText::Borrow(m_blocks.Commit(size)), m_tabs);

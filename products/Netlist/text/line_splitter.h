@@ -12,7 +12,8 @@
 
 /// Takes a text in pieces and hands its lines out in order. CR LF, CR and LF end a line; a single
 /// CR or LF at the very end of the text makes no further line, a CR LF there makes an empty one.
-/// The lines' bytes go to blocks, with the tabs expanded.
+/// The lines' bytes go to blocks, with the tabs expanded. A line that takes more bytes than a
+/// LineText holds, with three more for each tab, throws std::length_error.
 class LineSplitter {
 public:
     /// What is called with each line: its expanded bytes, in the blocks, and its tabs.

@@ -5,10 +5,12 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#include <stdexcept>
 
 namespace {
 constexpr std::size_t kFirstRows = 64;
-}
+constexpr std::size_t kMostRows = 0x40000000; // a row is a 32-bit number
+} // namespace
 
 LineStore::~LineStore() {
     Clear();
@@ -33,6 +35,8 @@ std::unique_ptr<CSimEditLine> LineStore::Take(std::size_t row) {
 void LineStore::Clear() {
     for (std::size_t row = Size(); row-- > 0;)
         delete &(*this)[row];
+    if (m_capacity > kFirstRows)
+        Resize(kFirstRows);
     m_gapStart = 0;
     m_gapLength = m_capacity;
 }
@@ -47,14 +51,22 @@ void LineStore::MoveGap(std::size_t row) {
 }
 
 void LineStore::Grow() {
-    const std::size_t capacity = std::max(kFirstRows, m_capacity * 2);
+    if (m_capacity > kMostRows / 2)
+        throw std::length_error("a text would have too many lines");
+    const std::size_t before = m_capacity;
+    if (!Resize(std::max(kFirstRows, before * 2)))
+        throw std::bad_alloc();
+    // The gap is empty here: what lies behind its place goes to the end of the larger array.
+    const std::size_t behind = before - m_gapStart;
+    std::memmove(m_rows + m_capacity - behind, m_rows + m_gapStart, behind * sizeof *m_rows);
+    m_gapLength = m_capacity - before;
+}
+
+bool LineStore::Resize(std::size_t capacity) {
     void* rows = std::realloc(m_rows, capacity * sizeof *m_rows);
     if (rows == nullptr)
-        throw std::bad_alloc();
+        return false;
     m_rows = static_cast<CSimEditLine**>(rows);
-    // The gap is empty here: what lies behind its place goes to the end of the larger array.
-    const std::size_t behind = m_capacity - m_gapStart;
-    std::memmove(m_rows + capacity - behind, m_rows + m_gapStart, behind * sizeof *m_rows);
-    m_gapLength = capacity - m_capacity;
     m_capacity = capacity;
+    return true;
 }

@@ -23,16 +23,17 @@ public:
         return *m_rows[row < m_gapStart ? row : row + m_gapLength];
     }
 
-    /// Puts a line before row; row equal to Size appends.
+    /// Puts a line before row; row equal to Size appends. Beyond a billion lines: length_error.
     void Insert(std::size_t row, std::unique_ptr<CSimEditLine> line);
     /// Takes the line out and gives it to the caller.
     std::unique_ptr<CSimEditLine> Take(std::size_t row);
-    /// Destroys all lines, the last one first.
+    /// Destroys all lines, the last one first, and keeps room for a few.
     void Clear();
 
 private:
     void MoveGap(std::size_t row);
     void Grow();
+    bool Resize(std::size_t capacity);
 
     CSimEditLine** m_rows = nullptr;
     std::size_t m_capacity = 0;

@@ -3,19 +3,18 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <stdexcept>
 #include <utility>
 
 namespace {
 constexpr std::uint32_t kLeastRoom = 24;
-constexpr std::uint64_t kMostBytes = std::numeric_limits<std::uint32_t>::max();
+/// Up to this room a text keeps what it had.
+constexpr std::uint32_t kKeptRoom = 4096;
 } // namespace
 
 void LineText::Assign(std::string_view text) {
-    if (text.size() > kMostBytes)
-        throw std::length_error("LineText");
+    CheckSize(text.size());
     const auto size = static_cast<std::uint32_t>(text.size());
     if (m_capacity < size) {
         Release();
@@ -33,8 +32,7 @@ void LineText::Insert(std::uint32_t at, std::uint32_t count, char character) {
 }
 
 void LineText::Insert(std::uint32_t at, std::string_view text) {
-    if (text.size() > kMostBytes)
-        throw std::length_error("LineText");
+    CheckSize(text.size());
     if (!text.empty())
         std::memcpy(MakeGap(at, static_cast<std::uint32_t>(text.size())), text.data(), text.size());
 }
@@ -42,14 +40,14 @@ void LineText::Insert(std::uint32_t at, std::string_view text) {
 void LineText::Erase(std::uint32_t at, std::uint32_t count) {
     if (count == 0)
         return;
-    if (at + count == m_size) { // a borrowed text can be cut at its end as it is
-        m_size = at;
-        return;
+    if (at + count < m_size) { // at its end a borrowed text can be cut as it is
+        if (m_capacity == 0)
+            Reallocate(m_size);
+        std::memmove(m_data + at, m_data + at + count, m_size - at - count);
     }
-    if (m_capacity == 0)
-        Reallocate(m_size);
-    std::memmove(m_data + at, m_data + at + count, m_size - at - count);
     m_size -= count;
+    if (m_capacity > kKeptRoom && m_size < m_capacity / 4)
+        Reallocate(m_capacity / 2);
 }
 
 void LineText::Swap(LineText& other) noexcept {
@@ -60,13 +58,10 @@ void LineText::Swap(LineText& other) noexcept {
 
 /// Opens a gap of count bytes and returns its start. Grows by half, so that typing stays linear.
 char* LineText::MakeGap(std::uint32_t at, std::uint32_t count) {
-    const std::uint64_t need = std::uint64_t{m_size} + count;
-    if (need > kMostBytes)
-        throw std::length_error("LineText");
-    if (need > m_capacity) {
-        const std::uint64_t room = std::max<std::uint64_t>(need + need / 2, kLeastRoom);
-        Reallocate(static_cast<std::uint32_t>(std::min(room, kMostBytes)));
-    }
+    const std::size_t need = std::size_t{m_size} + count;
+    CheckSize(need);
+    if (need > m_capacity)
+        Reallocate(std::max(static_cast<std::uint32_t>(need + need / 2), kLeastRoom));
     std::memmove(m_data + at + count, m_data + at, m_size - at);
     m_size += count;
     return m_data + at;
@@ -81,6 +76,10 @@ void LineText::Reallocate(std::uint32_t capacity) {
         std::memcpy(data, m_data, m_size);
     m_data = data;
     m_capacity = capacity;
+}
+
+void LineText::ThrowTooLong() {
+    throw std::length_error("a line would be too long");
 }
 
 void LineText::Release() {

@@ -3,14 +3,20 @@
 
 #include "quorel_export.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 /// 16 bytes. Either owns its bytes or borrows them from a TextBlocks that outlives it; the first
-/// change of a borrowed text makes it an owned one. At most 4,294,967,295 bytes; any byte is text,
-/// NUL included. Positions given must lie inside the text.
+/// change of a borrowed text makes it an owned one. Any byte is text, NUL included. Positions given
+/// must lie inside the text, and a text given to insert must not be this one's own.
+/// A size above kMostSize throws std::length_error and changes nothing. Erasing gives memory back
+/// when most of it has become needless.
 class QUOREL_API LineText {
 public:
+    /// The sum of two sizes is still a column.
+    static constexpr std::size_t kMostSize = 0x3fffffff;
+
     LineText() = default;
     explicit LineText(std::string_view text) { Assign(text); }
     LineText(const LineText& other) { Assign(other.View()); }
@@ -23,6 +29,7 @@ public:
 
     /// A text that points into memory which stays as it is while this text is unchanged.
     static LineText Borrow(std::string_view text) {
+        CheckSize(text.size());
         LineText result;
         result.m_data = const_cast<char*>(text.data()); // never written while m_capacity is 0
         result.m_size = static_cast<std::uint32_t>(text.size());
@@ -40,7 +47,14 @@ public:
     void Erase(std::uint32_t at, std::uint32_t count);
     void Swap(LineText& other) noexcept;
 
+    /// @throws std::length_error for a size above kMostSize
+    static void CheckSize(std::size_t size) {
+        if (size > kMostSize)
+            ThrowTooLong();
+    }
+
 private:
+    [[noreturn]] static void ThrowTooLong();
     char* MakeGap(std::uint32_t at, std::uint32_t count);
     void Reallocate(std::uint32_t capacity);
     void Release();

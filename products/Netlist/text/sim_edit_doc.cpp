@@ -2,6 +2,7 @@
 
 #include "assertion.h"
 #include "editor_options.h"
+#include "line_scan.h"
 #include "record_type.h"
 
 #include <utility>
@@ -86,12 +87,14 @@ void CSimEditDoc::Recolour(std::int32_t row, std::int32_t stopEarly) {
 
 void CSimEditDoc::InsertLine(std::int32_t row, std::int32_t record, std::int32_t first,
                              std::string_view text) {
-    const bool valid = row >= 0 && row <= LineCount();
+    const bool valid = row >= 0 && row <= LineCount() && CSimEditLine::HasRoomFor(text, 0);
     USE_ASSERT(valid);
     if (!valid)
         return;
-    if (record != 0)
+    if (record != 0) {
+        text = BeforeLineEnd(text);
         InsertNewUndo(kTextInserted, row, 0, first, 0, text, -1, -1);
+    }
     PutLine(row, std::make_unique<CSimEditLine>(text));
     Recolour(row, 1);
 }
@@ -118,8 +121,9 @@ void CSimEditDoc::DeleteLine(std::int32_t row, std::int32_t record, std::int32_t
 std::string_view CSimEditDoc::InsertChar(std::int32_t row, std::int32_t column, char character,
                                          std::int32_t record, std::int32_t& width) {
     width = 0;
-    USE_ASSERT(HasPlace(row, column));
-    if (!HasPlace(row, column))
+    const bool valid = CanInsert(row, column, {&character, 1}) && !IsLineEnd(character);
+    USE_ASSERT(valid);
+    if (!valid)
         return {};
     if (record != 0 && character == '\t')
         InsertNewUndo(kTabInserted, row, column, 1, kTab, "Tab", -1, -1);
@@ -134,8 +138,9 @@ std::string_view CSimEditDoc::InsertChar(std::int32_t row, std::int32_t column, 
 std::string_view CSimEditDoc::OverwriteChar(std::int32_t row, std::int32_t column, char character,
                                             std::int32_t record, std::int32_t& width) {
     width = 0;
-    USE_ASSERT(HasPlace(row, column));
-    if (!HasPlace(row, column))
+    const bool valid = CanInsert(row, column, {&character, 1}) && !IsLineEnd(character);
+    USE_ASSERT(valid);
+    if (!valid)
         return {};
     if (column == Line(row).Length())
         return InsertChar(row, column, character, record, width);
@@ -151,12 +156,16 @@ std::string_view CSimEditDoc::OverwriteChar(std::int32_t row, std::int32_t colum
 
 void CSimEditDoc::InsertString(std::int32_t row, std::int32_t column, std::int32_t endColumn,
                                std::string_view text, std::int32_t record, std::int32_t first) {
-    USE_ASSERT(HasPlace(row, column));
-    if (!HasPlace(row, column))
+    const bool valid = CanInsert(row, column, text);
+    USE_ASSERT(valid);
+    if (!valid)
         return;
+    const std::string_view line = BeforeLineEnd(text);
+    const std::int32_t width = Touch(row).InsertString(column, line);
+    if (line.size() != text.size())
+        endColumn = column + width;
     if (record != 0 && endColumn > column)
-        InsertNewUndo(kTextInserted, row, column, first, 0, text, endColumn, row);
-    Touch(row).InsertString(column, text);
+        InsertNewUndo(kTextInserted, row, column, first, 0, line, endColumn, row);
     Recolour(row, 1);
 }
 
@@ -186,7 +195,7 @@ void CSimEditDoc::AppendBlanksWithRecords(std::int32_t row, std::int32_t count) 
 }
 
 std::int32_t CSimEditDoc::CatLine(std::int32_t row, std::int32_t first, std::int32_t record) {
-    const bool valid = HasRow(row) && HasRow(row + 1);
+    const bool valid = HasRow(row) && HasRow(row + 1) && HasRoomFor(row, Line(row + 1).Text());
     USE_ASSERT(valid);
     if (!valid)
         return 0;
@@ -279,6 +288,29 @@ void CSimEditDoc::ClearJournal() {
     m_redo.Clear();
 }
 
+namespace {
+
+/// Checks the rules of one journal list. @return empty, or the broken rule in words
+std::string CheckRecords(const RecordList& records) {
+    for (std::size_t i = 0; i < records.Size(); ++i) {
+        const CSimEditLine& record = records[i];
+        const JournalFields& fields = record.Record();
+        const bool isRange = fields.EndRow == fields.Row && fields.EndColumn >= fields.Column;
+        const bool isPlace = fields.EndRow == -1 && fields.EndColumn == -1;
+        if (fields.Type < kDeleted || fields.Type > kOverwrittenByTab)
+            return "a record is of no kind";
+        if (fields.Row < 0 || fields.Column < 0 || !(isPlace || isRange))
+            return "a record has no place";
+        if (record.Bookmark() != 0)
+            return "a record has a bookmark";
+        if (std::string broken = record.Check(); !broken.empty())
+            return "record " + std::to_string(i) + ": " + broken;
+    }
+    return {};
+}
+
+} // namespace
+
 std::string CSimEditDoc::Check() const {
     std::int32_t bookmarks = 0;
     for (std::int32_t row = 0; row < LineCount(); ++row) {
@@ -288,5 +320,8 @@ std::string CSimEditDoc::Check() const {
     }
     if (LineCount() == 0)
         return "there is no line";
-    return bookmarks == m_bookmarkCount ? std::string() : "the bookmark count is wrong";
+    if (bookmarks != m_bookmarkCount)
+        return "the bookmark count is wrong";
+    std::string broken = CheckRecords(m_undo);
+    return broken.empty() ? CheckRecords(m_redo) : broken;
 }

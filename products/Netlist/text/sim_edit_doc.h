@@ -23,7 +23,9 @@ class CSyntaxDscr;
 /// Rows and columns are 0-based; a column indexes the line's expanded text. The primitives change
 /// the text, write a journal record where record is nonzero, and recolour from the touched row;
 /// they set no modified flag, move no caret and notify no view: their caller does. Their callers
-/// keep positions inside the text; one that lies outside is an assertion, and nothing changes.
+/// keep positions inside the text; one that lies outside is an assertion, and nothing changes. So
+/// is a text that would make a line longer than LineText::kMostSize. A text given has no CR or LF
+/// and isn't a line's own: one behind a line end is left out, with an assertion.
 /// There is always at least one line, but while a replay exchanges the only one.
 ///
 /// Cost: an edit pays for the lines it touches; reading a row is constant. Colours are worked out
@@ -33,7 +35,9 @@ public:
     CSimEditDoc();
     ~CSimEditDoc() override;
 
-    /// Sets the description, borrowed, null for none. Nothing is recoloured by it.
+    /// Sets the description, borrowed, null for none. Nothing is recoloured by it: rows keep the
+    /// colours of the description that was, and those that nobody has asked for yet are worked out
+    /// by it now. So it must still be there; and it costs what colouring those rows costs.
     virtual const CSyntaxDscr* SetSyntaxDscr(const CSyntaxDscr* syntax);
     const CSyntaxDscr* SyntaxDscr() const { return m_syntax; }
 
@@ -97,12 +101,16 @@ public:
     const RecordList& UndoList() const { return m_undo; }
     const RecordList& RedoList() const { return m_redo; }
 
-    // Load and store. CR LF, CR and LF end a line on the way in.
+    // Load and store. CR LF, CR and LF end a line on the way in. A load begins by taking the old
+    // text away, and ends with a line and without a journal, whatever happens in between.
 
     void Serialize(CArchive& archive) override;
+    /// A failing archive and a line longer than LineText::kMostSize are reported to the user; what
+    /// was read before stays.
     void LoadArchive(CArchive& archive);
-    /// CR LF between lines.
+    /// CR LF between lines. What the archive throws comes through.
     void SaveArchive(CArchive& archive) const;
+    /// As LoadArchive does.
     void SetText(const AString& text);
     /// The line ends that the last load met, SetText's included.
     LineEnds LoadedLineEnds() const { return m_lineEnds; }
@@ -127,11 +135,18 @@ private:
     bool HasPlace(std::int32_t row, std::int32_t column) const {
         return HasRow(row) && column >= 0 && column <= Line(row).Length();
     }
+    bool CanInsert(std::int32_t row, std::int32_t column, std::string_view text) const {
+        return HasPlace(row, column) && HasRoomFor(row, text);
+    }
+    bool HasRoomFor(std::int32_t row, std::string_view text) const {
+        return CSimEditLine::HasRoomFor(text, Line(row).Text().size());
+    }
     void PutLine(std::int32_t row, std::unique_ptr<CSimEditLine> line);
     std::unique_ptr<CSimEditLine> TakeLine(std::int32_t row);
     /// The line, about to change.
     CSimEditLine& Touch(std::int32_t row);
-    void Load(CArchive* archive, std::string_view text);
+    template <class Feed>
+    void Load(Feed feed);
     void AppendBlanksWithRecords(std::int32_t row, std::int32_t count);
     template <class Sink>
     void SaveLines(std::string_view lineEnd, Sink sink) const;

@@ -17,6 +17,7 @@
 #include "wnd.h"
 
 #include <algorithm>
+#include <stdexcept>
 
 namespace {
 
@@ -35,26 +36,30 @@ void ForEachTextView(const CDocument& document, Action action) {
 
 } // namespace
 
-/// One load: takes the old text away, gathers the new lines, and leaves a document without journal.
+/// One load: takes the old text away, gathers the new lines, and at its end leaves a document with
+/// a line and without journal, also where an exception has cut it short.
 class CSimEditDoc::Loader : private LineSplitter::Target {
 public:
-    explicit Loader(CSimEditDoc& document)
-        : m_document(document), m_splitter(document.m_blocks, *this) {
-        ForEachTextView(m_document, [](ITextView& view) { view.ResetText(1, kLeastViewWidth); });
+    /// @param width becomes the length of the longest line, where it is less
+    Loader(CSimEditDoc& document, std::int32_t& width)
+        : m_document(document), m_width(width), m_splitter(document.m_blocks, *this) {
         m_document.m_lines.Clear();
         m_document.m_bookmarkCount = 0;
         std::swap(m_oldBlocks, m_document.m_blocks);
     }
-
-    void Add(std::string_view piece) { m_splitter.Add(piece); }
-
-    void Finish() {
-        m_splitter.Finish();
+    Loader(const Loader&) = delete;
+    Loader& operator=(const Loader&) = delete;
+    ~Loader() {
+        LineStore& lines = m_document.m_lines;
+        if (lines.Size() == 0)
+            lines.Insert(0, std::move(m_spare)); // takes no memory: there is room for some rows
         m_document.m_lineEnds = m_splitter.MetLineEnds();
-        ForEachTextView(m_document, [this](ITextView& view) { view.SetMaxLineLength(m_width); });
         m_document.ClearJournal(); // before m_oldBlocks goes, from which records may borrow
         m_document.m_front.Restart(m_document.m_colouring != 0);
     }
+
+    void Add(std::string_view piece) { m_splitter.Add(piece); }
+    void Finish() { m_splitter.Finish(); }
 
 private:
     void AddLine(LineText&& text, const TabTable& tabs) override {
@@ -64,9 +69,10 @@ private:
     }
 
     CSimEditDoc& m_document;
+    std::int32_t& m_width;
+    std::unique_ptr<CSimEditLine> m_spare = std::make_unique<CSimEditLine>();
     TextBlocks m_oldBlocks;
     LineSplitter m_splitter;
-    std::int32_t m_width = kLeastViewWidth;
 };
 
 void CSimEditDoc::Serialize(CArchive& archive) {
@@ -76,37 +82,51 @@ void CSimEditDoc::Serialize(CArchive& archive) {
         SaveArchive(archive);
 }
 
-void CSimEditDoc::LoadArchive(CArchive& archive) {
+/// Replaces the text by what feed adds to a Loader.
+template <class Feed>
+void CSimEditDoc::Load(Feed feed) {
     const CWaitCursor busy;
-    Loader loader(*this);
+    ForEachTextView(*this, [](ITextView& view) { view.ResetText(1, kLeastViewWidth); });
+    std::int32_t width = kLeastViewWidth;
     try {
-        for (;;) {
-            const std::string_view piece = archive.PeekChunk();
-            if (piece.empty())
-                break;
-            loader.Add(piece);
-            archive.Skip(piece.size());
-        }
-    } catch (const CArchiveException& exception) {
-        if (exception.m_Cause != CArchiveException::endOfFile)
-            exception.ReportError();
-    } catch (const CFileException& exception) {
-        exception.ReportError();
+        Loader loader(*this, width);
+        feed(loader);
+        loader.Finish();
+    } catch (const std::length_error&) { // a line that is too long
+        CArchiveException(CArchiveException::genericException).ReportError();
     }
-    loader.Finish();
+    ForEachTextView(*this, [width](ITextView& view) { view.SetMaxLineLength(width); });
+}
+
+void CSimEditDoc::LoadArchive(CArchive& archive) {
+    Load([&archive](Loader& loader) {
+        try {
+            for (;;) {
+                const std::string_view piece = archive.PeekChunk();
+                if (piece.empty())
+                    return;
+                loader.Add(piece);
+                archive.Skip(piece.size());
+            }
+        } catch (const CArchiveException& exception) {
+            if (exception.m_Cause != CArchiveException::endOfFile)
+                exception.ReportError();
+        } catch (const CFileException& exception) {
+            exception.ReportError();
+        }
+    });
 }
 
 void CSimEditDoc::SetText(const AString& text) {
-    const CWaitCursor busy;
-    Loader loader(*this);
-    std::string bytes;
-    for (std::size_t at = 0; at < text.size(); at += kPiece) {
-        bytes.clear();
-        codepage::AppendEncoded(codepage::Page::kWindows1252,
-                                std::u16string_view(text).substr(at, kPiece), bytes);
-        loader.Add(bytes);
-    }
-    loader.Finish();
+    Load([&text](Loader& loader) {
+        std::string bytes;
+        for (std::size_t at = 0; at < text.size(); at += kPiece) {
+            bytes.clear();
+            codepage::AppendEncoded(codepage::Page::kWindows1252,
+                                    std::u16string_view(text).substr(at, kPiece), bytes);
+            loader.Add(bytes);
+        }
+    });
 }
 
 /// Gives each line as it is saved, and the separators between lines, to sink.

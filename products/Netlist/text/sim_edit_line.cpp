@@ -1,7 +1,7 @@
 #include "sim_edit_line.h"
 
-#include "expand_tabs.h"
 #include "line_pool.h"
+#include "line_scan.h"
 #include "syntax_dscr.h"
 
 #include <algorithm>
@@ -19,8 +19,8 @@ bool BeginsBehind(std::int32_t column, const TabEntry& tab) {
 
 } // namespace
 
-CSimEditLine::CSimEditLine(std::string_view text) : m_text(text) {
-    ExpandTabs();
+CSimEditLine::CSimEditLine(std::string_view text) {
+    ExpandTabs(text);
 }
 
 CSimEditLine::CSimEditLine(LineText&& text, const TabTable& tabs) : m_text(std::move(text)) {
@@ -28,9 +28,9 @@ CSimEditLine::CSimEditLine(LineText&& text, const TabTable& tabs) : m_text(std::
         MutableTabs() = tabs;
 }
 
-CSimEditLine::CSimEditLine(const JournalFields& record, std::string_view text) : m_text(text) {
+CSimEditLine::CSimEditLine(const JournalFields& record, std::string_view text) {
     SetRecord(record);
-    ExpandTabs();
+    ExpandTabs(text);
 }
 
 CSimEditLine::CSimEditLine(const CSimEditLine& other)
@@ -88,14 +88,13 @@ void CSimEditLine::AddTab(std::int32_t position, std::int32_t width) {
     tabs.insert(behind, {position, width});
 }
 
-/// Turns the tab characters of the text into blanks and entries.
-void CSimEditLine::ExpandTabs() {
-    const std::string_view text = m_text.View();
-    if (text.find('\t') == std::string_view::npos)
-        return;
-    std::string expanded(text.size() * kTabStop, ' ');
-    expanded.resize(::ExpandTabs(text, expanded.data(), MutableTabs()));
-    m_text.Assign(expanded);
+/// Makes text, with its tabs as blanks and entries, that of an empty line.
+void CSimEditLine::ExpandTabs(std::string_view text) {
+    const char* const end = text.data() + text.size();
+    if (FindControl(text.data(), end) == end)
+        m_text.Assign(text);
+    else
+        InsertString(0, text);
 }
 
 void CSimEditLine::ShiftTabs(std::int32_t from, std::int32_t delta) {
@@ -137,6 +136,9 @@ void CSimEditLine::DropTabAround(std::int32_t column) {
 }
 
 std::int32_t CSimEditLine::InsertChar(std::int32_t column, char character) {
+    USE_ASSERT(!IsLineEnd(character));
+    if (IsLineEnd(character))
+        return 0;
     DropTabAround(column);
     const std::int32_t width = character == '\t' ? TabWidthAt(column) : 1;
     ShiftTabs(column, width);
@@ -146,12 +148,33 @@ std::int32_t CSimEditLine::InsertChar(std::int32_t column, char character) {
     return width;
 }
 
-void CSimEditLine::InsertString(std::int32_t column, std::string_view text) {
-    for (const char character : text)
-        column += InsertChar(column, character);
+std::int32_t CSimEditLine::InsertString(std::int32_t column, std::string_view text) {
+    text = BeforeLineEnd(text);
+    if (text.empty())
+        return 0;
+    TabTable tabs;
+    std::string expanded;
+    if (text.find('\t') != std::string_view::npos) {
+        expanded.resize(ExpandedRoom(text));
+        expanded.resize(::ExpandTabs(text, column, expanded.data(), tabs));
+        text = expanded;
+    }
+    DropTabAround(column);
+    LineText::CheckSize(text.size());
+    const auto width = static_cast<std::int32_t>(text.size());
+    ShiftTabs(column, width);
+    m_text.Insert(At(column), text);
+    if (!tabs.empty()) {
+        TabTable& all = MutableTabs();
+        const auto behind = std::upper_bound(all.begin(), all.end(), column, BeginsBehind);
+        all.insert(behind, tabs.begin(), tabs.end());
+    }
+    return width;
 }
 
 std::int32_t CSimEditLine::OverwriteChar(std::int32_t column, char character) {
+    if (IsLineEnd(character))
+        return InsertChar(column, character);
     DelChar(column);
     return InsertChar(column, character);
 }

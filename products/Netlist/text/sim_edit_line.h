@@ -2,6 +2,7 @@
 #pragma once
 
 #include "color_spans.h"
+#include "expand_tabs.h"
 #include "line_text.h"
 #include "object.h"
 #include "quorel_export.h"
@@ -30,6 +31,10 @@ struct JournalFields {
 /// stand. All columns are indices of that expanded text; a column lies inside the text or directly
 /// behind it. A deleted line becomes a journal record unchanged, so records are lines too.
 ///
+/// A line holds no CR or LF: one in a given text is an assertion, and the text counts up to it.
+/// Texts given aren't the line's own. More columns than LineText::kMostSize throw std::length_error
+/// and leave the line of no use; HasRoomFor tells before.
+///
 /// A plain line is 48 bytes. Tabs, bookmark and record are kept apart, for the few that have them.
 class QUOREL_API CSimEditLine : public CObject {
 public:
@@ -49,6 +54,13 @@ public:
 
     std::string_view Text() const { return m_text.View(); }
     std::int32_t Length() const { return static_cast<std::int32_t>(m_text.Size()); }
+    /// Whether text can be inserted into a line of so many columns.
+    static bool HasRoomFor(std::string_view text, std::size_t columns) {
+        constexpr std::size_t kMost = LineText::kMostSize - 2 * kTabStop; // tabs behind may grow
+        if (columns + text.size() > kMost)
+            return false;
+        return columns + text.size() * kTabStop <= kMost || columns + ExpandedRoom(text) <= kMost;
+    }
     const TabTable& Tabs() const;
     std::int32_t Bookmark() const { return m_extra ? m_extra->bookmark : 0; }
     void SetBookmark(std::int32_t bookmark);
@@ -70,7 +82,8 @@ public:
     /// Inserts a character or, for a tab, the blanks up to the next tab stop. Inserting inside the
     /// columns of a tab makes plain blanks of that tab. @return the columns inserted
     std::int32_t InsertChar(std::int32_t column, char character);
-    void InsertString(std::int32_t column, std::string_view text);
+    /// Has the result of inserting one character after the other. @return the columns inserted
+    std::int32_t InsertString(std::int32_t column, std::string_view text);
     /// DelChar, then InsertChar. @return the columns inserted
     std::int32_t OverwriteChar(std::int32_t column, char character);
     /// Deletes the whole tab that starts at column, else one column. @return the columns deleted
@@ -105,7 +118,7 @@ private:
     };
     TabTable& MutableTabs();
     void DropTabAround(std::int32_t column);
-    void ExpandTabs();
+    void ExpandTabs(std::string_view text);
 
     LineText m_text;
     ColorSpans m_colors;

@@ -4,12 +4,41 @@
 #include "assertion.h"
 #include "edit_replay.h"
 #include "editor_options.h"
+#include "text_view.h"
+#include "view.h"
 
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <new>
 #include <random>
 
 namespace {
+
+/// Counts the assertions that are reported while it lives.
+class AssertionCount {
+public:
+    AssertionCount()
+        : m_handler(SetAssertHandler([this](const std::string&, unsigned) {
+              ++m_count;
+              return AssertAnswer::kRetry;
+          })) {
+        std::swap(gIgnoreAllAsserts, m_ignored);
+    }
+    AssertionCount(const AssertionCount&) = delete;
+    AssertionCount& operator=(const AssertionCount&) = delete;
+    ~AssertionCount() {
+        SetAssertHandler(m_handler);
+        gIgnoreAllAsserts = m_ignored;
+    }
+    /// Since the last call.
+    int Take() { return std::exchange(m_count, 0); }
+
+private:
+    int m_count = 0;
+    bool m_ignored = false;
+    AssertHandler m_handler;
+};
 
 /// Sets options for one test and puts the defaults back.
 class SimEditDocTest : public testing::Test {
@@ -82,11 +111,18 @@ TEST_F(SimEditDocTest, LoadsAndSavesLineEnds) {
     }
 }
 
-/// A file that hands out its bytes in pieces of a given size.
+/// A file that hands out its bytes in pieces of a given size and then fails in a given way, and
+/// that can't be written.
 class PieceFile : public CFile {
 public:
-    PieceFile(std::string_view bytes, std::size_t piece) : m_bytes(bytes), m_piece(piece) {}
+    PieceFile(std::string_view bytes, std::size_t piece, std::function<void()> fail = {})
+        : m_bytes(bytes), m_piece(piece), m_fail(std::move(fail)) {}
+    void Write(const void*, std::size_t) override {
+        throw CFileException(CFileException::diskFull, u"x");
+    }
     std::size_t Read(void* buffer, std::size_t size) override {
+        if (m_bytes.empty() && m_fail)
+            m_fail();
         const std::size_t count = std::min({size, m_piece, m_bytes.size()});
         std::copy_n(m_bytes.data(), count, static_cast<char*>(buffer));
         m_bytes.remove_prefix(count);
@@ -96,7 +132,76 @@ public:
 private:
     std::string_view m_bytes;
     std::size_t m_piece;
+    std::function<void()> m_fail;
 };
+
+TEST_F(SimEditDocTest, AFailingArchiveLeavesALineAndNoJournal) {
+    const struct {
+        std::function<void()> fail;
+        const char *bytes, *lines;
+        bool comesThrough;
+    } rows[] = {
+        {[] { throw CArchiveException(CArchiveException::endOfFile); }, "ab\ncd", "[ab][cd]",
+         false},
+        {[] { throw CArchiveException(CArchiveException::genericException); }, "ab", "[ab]", false},
+        {[] { throw CFileException(CFileException::accessDenied, u"x"); }, "", "[]", false},
+        {[] { throw std::bad_alloc(); }, "ab\ncd", "[ab]", true},
+        {[] { throw std::bad_alloc(); }, "ab", "[]", true},
+        {[] { throw std::length_error(""); }, "ab\ncd\r\n", "[ab][cd]", false},
+    };
+    for (const auto& row : rows) {
+        CSimEditDoc doc;
+        Load(doc, "one\ntwo");
+        doc.SetBookmark(0, 1);
+        doc.DeleteLine(1, 1, 1); // a record whose text the old load brought
+        PieceFile file(row.bytes, 99, row.fail);
+        CArchive archive(file, CArchive::load);
+        if (row.comesThrough)
+            EXPECT_THROW(doc.LoadArchive(archive), std::bad_alloc);
+        else
+            doc.LoadArchive(archive);
+        EXPECT_EQ(Lines(doc), row.lines);
+        EXPECT_EQ(doc.UndoList().Size(), 0u);
+        EXPECT_EQ(doc.Check(), "");
+    }
+    CSimEditDoc doc;
+    Load(doc, std::string(CArchive::kBufferSize, 'x'));
+    PieceFile file("", 1);
+    CArchive archive(file, CArchive::store);
+    EXPECT_THROW(doc.SaveArchive(archive), CFileException);
+}
+
+/// Notes what the document tells it.
+class NotingView : public CView, public ITextView {
+public:
+    void ResetText(std::int32_t lineCount, std::int32_t width) override {
+        notes += "reset " + std::to_string(lineCount) + ' ' + std::to_string(width);
+    }
+    void SetMaxLineLength(std::int32_t width) override {
+        notes += ", width " + std::to_string(width);
+    }
+    std::string notes;
+};
+
+TEST_F(SimEditDocTest, ALoadTellsTheViewsTheLongestLine) {
+    const struct {
+        std::string text;
+        const char* notes;
+    } rows[] = {{"", "reset 1 1000, width 1000"},
+                {std::string(1000, 'x'), "reset 1 1000, width 1000"},
+                {"a\n" + std::string(998, 'x') + "\tb\nc", "reset 1 1000, width 1001"}};
+    CSimEditDoc doc;
+    NotingView view;
+    doc.AddView(&view);
+    for (const auto& row : rows) {
+        view.notes.clear();
+        Load(doc, row.text);
+        EXPECT_EQ(view.notes, row.notes);
+        view.notes.clear();
+        doc.SetText(AString(row.text));
+        EXPECT_EQ(view.notes, row.notes);
+    }
+}
 
 TEST_F(SimEditDocTest, PiecesOfTheArchiveMakeNoDifference) {
     const std::string bytes = "a\r\nlonger\tline\r\n\r\n\n\rx\r\r\n\nend\r\n";
@@ -207,10 +312,12 @@ TEST_F(SimEditDocTest, JournalKeepsItsLimitAndDropsTheRedoList) {
     doc.DelChar(0, 0, 1, width);
     EXPECT_EQ(doc.RedoList().Size(), 0u);
     EXPECT_EQ(Dump(doc.UndoList()), "1 0 2 -1 -1 1 99 'c' | 0 0 0 -1 -1 1 97 'DelChar'");
-    CurrentOptions().NumberOfUndos = 0;
+    CurrentOptions().NumberOfUndos = 1; // lowered: the next record leaves room for itself alone
     doc.InsertLine(0, 1, 1, "x");
+    EXPECT_EQ(Dump(doc.UndoList()), "4 0 0 -1 -1 1 0 'x'");
+    CurrentOptions().NumberOfUndos = 0;
     doc.DeleteLine(0, 1, 1);
-    EXPECT_EQ(doc.UndoList().Size(), 2u);
+    EXPECT_EQ(doc.UndoList().Size(), 1u);
     EXPECT_EQ(Lines(doc), "[bc]");
     doc.SetText(u"new");
     EXPECT_EQ(doc.UndoList().Size(), 0u);
@@ -234,19 +341,45 @@ TEST_F(SimEditDocTest, BookmarksStayWithTheFirstHalfAndGoWithTheirLine) {
 }
 
 TEST_F(SimEditDocTest, PlacesOutsideTheTextAreRefused) {
+    static std::int32_t width;
+    const Action actions[] = {
+        [](CSimEditDoc& d) { d.InsertLine(2, 1, 1, "x"); },
+        [](CSimEditDoc& d) { d.DeleteLine(1, 1, 1); },
+        [](CSimEditDoc& d) { d.InsertChar(0, 3, 'x', 1, width); },
+        [](CSimEditDoc& d) { d.InsertChar(0, 1, '\n', 1, width); },
+        [](CSimEditDoc& d) { d.OverwriteChar(1, 0, 'x', 1, width); },
+        [](CSimEditDoc& d) { d.OverwriteChar(0, 0, '\r', 1, width); },
+        [](CSimEditDoc& d) { d.InsertString(0, -1, 1, "x", 1, 1); },
+        [](CSimEditDoc& d) { d.DelChar(0, 2, 1, width); },
+        [](CSimEditDoc& d) { d.DelRange(0, 2, 1, 1, 1); },
+        [](CSimEditDoc& d) { d.SplitLine(-1, 0, 1, 0, 1); },
+        [](CSimEditDoc& d) { d.CatLine(0, 1, 1); },
+        [](CSimEditDoc& d) { d.SetBookmark(1, 1); },
+    };
     CSimEditDoc doc;
     Load(doc, "ab");
-    std::int32_t width = 7;
-    doc.InsertLine(2, 1, 1, "x");
-    doc.DeleteLine(1, 1, 1);
-    doc.InsertChar(0, 3, 'x', 1, width);
-    EXPECT_EQ(width, 0);
-    doc.DelChar(0, 2, 1, width);
-    doc.DelRange(0, 2, 1, 1, 1);
-    doc.SplitLine(-1, 0, 1, 0, 1);
-    EXPECT_EQ(doc.CatLine(0, 1, 1), 0);
-    EXPECT_EQ(Lines(doc), "[ab]");
-    EXPECT_EQ(doc.UndoList().Size(), 0u);
+    AssertionCount assertions;
+    for (std::size_t at = 0; at < std::size(actions); ++at) {
+        actions[at](doc);
+        EXPECT_EQ(assertions.Take(), 1) << at;
+        EXPECT_EQ(width, 0);
+        EXPECT_EQ(Lines(doc), "[ab]");
+        EXPECT_EQ(doc.UndoList().Size(), 0u);
+    }
+}
+
+TEST_F(SimEditDocTest, ATextEndsAtItsFirstLineEnd) {
+    CSimEditDoc doc;
+    Load(doc, "ab");
+    AssertionCount assertions;
+    doc.InsertLine(0, 1, 1, std::string_view("x\0y\rz", 5));
+    doc.InsertString(1, 1, 7, "\tc\nd", 1, 1);
+    doc.InsertString(1, 0, 2, "\n", 1, 1);
+    EXPECT_EQ(assertions.Take(), 3);
+    EXPECT_EQ(Lines(doc), std::string("[x\0y][a   cb]", 13));
+    EXPECT_EQ(Dump(doc.UndoList()),
+              std::string("4 0 0 -1 -1 1 0 'x\0y' | 4 1 1 5 1 1 0 '\tc'", 42));
+    EXPECT_EQ(doc.Check(), "");
 }
 
 TEST_F(SimEditDocTest, RandomEditsKeepTheRules) {

@@ -2,7 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
+#include <stdexcept>
 
 namespace {
 
@@ -59,6 +61,8 @@ TEST(SimEditLine, BehavesAsCountingColumnsDoesOverRandomEdits) {
             const std::int32_t column = below(line.Text().size() + 1);
             const std::int32_t end = column + below(line.Text().size() - std::size_t(column) + 1);
             const char c = "xy \t"[below(4)];
+            const char* const text =
+                std::array{"p\tq", "\t\t", "pqrst", "p", "\tp"}[std::size_t(below(5))];
             switch (below(4)) {
             case 0:
                 line.InsertChar(column, c);
@@ -75,8 +79,8 @@ TEST(SimEditLine, BehavesAsCountingColumnsDoesOverRandomEdits) {
                 }
                 break;
             default:
-                line.InsertString(column, "p\tq");
-                twin.Insert(std::size_t(column), "p\tq");
+                line.InsertString(column, text);
+                twin.Insert(std::size_t(column), text);
             }
             ASSERT_EQ(line.Text(), twin.Expanded()) << "round " << round << " step " << step;
             ASSERT_EQ(line.GetText(), twin.Raw()) << "round " << round << " step " << step;
@@ -107,6 +111,24 @@ TEST(SimEditLine, GivesPartsOfItsTextWithTabsRestored) {
                 {9, -1, ""},         {8, 99, "d"}};
     for (const auto& row : rows)
         EXPECT_EQ(line.GetText(row.from, row.to), row.text) << row.from << ".." << row.to;
+}
+
+TEST(SimEditLine, RefusesWhatColumnsCannotCount) {
+    constexpr std::size_t kMost = LineText::kMostSize;
+    const struct {
+        std::size_t columns;
+        std::string_view text;
+        bool hasRoom;
+    } rows[] = {
+        {0, "x", true},
+        {kMost - 40, "12345678901234567890", true},
+        {kMost - 40, "1\t3\t5\t7\t9\t1\t3\t5\t7\t9\t", false},
+        {kMost, "x", false},
+        {0, {"", kMost + 1}, false}, // as the size alone says
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(CSimEditLine::HasRoomFor(row.text, row.columns), row.hasRoom) << row.columns;
+    EXPECT_THROW(LineText::Borrow({"", kMost + 1}), std::length_error);
 }
 
 TEST(SimEditLine, CopyKeepsTextTabsAndRecordButNotBookmarkAndColours) {
