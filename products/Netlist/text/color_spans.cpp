@@ -14,8 +14,9 @@ struct Palette {
     std::unordered_map<std::uint32_t, std::uint32_t> indices;
 };
 
+/// Never destroyed: spans may be looked at while other static objects go.
 Palette& ThePalette() {
-    static Palette palette;
+    static Palette& palette = *new Palette;
     return palette;
 }
 

@@ -82,7 +82,10 @@ public:
     /// Writes spans, given in ascending order without overlaps, into a reusable buffer.
     class Encoder {
     public:
+        /// What a very long line took is given back first.
         void Start() {
+            if (m_bytes.size() > kKept)
+                m_bytes = {};
             m_size = 0;
             m_column = 0;
         }
@@ -105,6 +108,7 @@ public:
         std::span<const std::uint8_t> Bytes() const { return {m_bytes.data(), m_size}; }
 
     private:
+        static constexpr std::size_t kKept = 65536;
         static constexpr std::size_t kMostBytes = 16; ///< a byte and three numbers of five groups
 
         static std::uint8_t* Put(std::uint8_t* at, std::uint32_t number) {

@@ -7,8 +7,11 @@ namespace {
 
 /// Tokens that are found together at the most.
 constexpr std::size_t kMostTogether = 4096;
-/// Buffers that a very long line has left behind are given back above this many candidates.
+/// Candidates whose memory is kept for the next line.
 constexpr std::size_t kKeptCandidates = 65536;
+/// Candidates of a line, for each of its characters and beside that, before they are too many.
+constexpr std::size_t kCandidatesPerByte = 2;
+constexpr std::size_t kFreeCandidates = 256;
 
 unsigned char ByteOf(char character) {
     return static_cast<unsigned char>(character);
@@ -214,54 +217,64 @@ void LineScanner::ScanTokens() {
             ScanCandidates(token);
 }
 
-/// Chains the matches of each token. @return false if the slow way must be taken for this line
+/// Chains the occurrences of each token. @return false if the slow way must be taken for this line
 bool LineScanner::GatherCandidates() {
     if (m_candidates.capacity() > kKeptCandidates)
-        m_candidates.shrink_to_fit();
+        m_candidates = {};
     m_candidates.clear();
     std::fill(m_touched.begin(), m_touched.end(), 0);
-    m_lastSeparable = {kNone, kNone};
-    return m_automaton->ForEachMatch(
+    m_lastCandidate = {kNone, kNone};
+    m_mostCandidates = kCandidatesPerByte * m_text.size() + kFreeCandidates;
+    const bool done = m_automaton->ForEachMatch(
         m_text, [this](std::size_t column) { return m_canvas.IsCovered(column); },
         [this](std::size_t number, std::size_t column, std::size_t length) {
             AddCandidate(number, {column, column + length});
         });
+    return done && m_candidates.size() < m_mostCandidates;
 }
 
+/// A match with the columns of the last candidate, which is an earlier token's, never finds them
+/// free: either that one is laid down or both are in another's way.
 void LineScanner::AddCandidate(std::size_t number, Match match) {
     const Token& token = m_tokens[m_together[number]];
-    if (token.separable) {
-        // Behind an earlier token of the same place and length, this one never finds it free.
-        if (match == m_lastSeparable || !HoldsAt(*token.stopSeparator, match.behind))
-            return;
-        m_lastSeparable = match;
-    }
+    if (token.separable ? match == m_lastCandidate || !HoldsAt(*token.stopSeparator, match.behind)
+                        : !IsOccurrence(token, match))
+        return;
+    m_lastCandidate = match;
     const std::size_t index = m_candidates.size();
-    if (IsTouched(number))
-        m_candidates[m_chains[number].last].next = index;
-    else
-        m_chains[number].first = index;
-    m_chains[number].last = index;
-    m_touched[number / 64] |= std::uint64_t{1} << (number % 64);
-    m_candidates.push_back({match, kNone});
+    if (index == m_mostCandidates)
+        return;
+    Chain& chain = ChainOf(number);
+    (chain.last == kNoCandidate ? chain.first : m_candidates[chain.last].next) =
+        static_cast<std::uint32_t>(index);
+    chain.last = static_cast<std::uint32_t>(index);
+    m_candidates.push_back({static_cast<std::uint32_t>(match.start),
+                            static_cast<std::uint32_t>(match.behind), kNoCandidate});
 }
 
-/// The occurrences of a token among its candidates, each search going on one column behind the
-/// column that follows an occurrence.
+/// Whether the search for a token that isn't separable finds this match, the separators stand
+/// beside it, and no range or earlier token of the same columns is in its way.
+bool LineScanner::IsOccurrence(const Token& token, Match match) {
+    Chain& chain = ChainOf(token.number);
+    if (match.start < chain.column)
+        return false;
+    chain.column = match.behind + 1;
+    return match != m_lastCandidate && m_canvas.IsFree(match.start, match.behind) &&
+           HasSeparators(token, match.start, match.behind);
+}
+
 void LineScanner::ScanCandidates(const Token& token) {
-    std::size_t column = 0;
-    for (std::size_t i = m_chains[token.number].first; i != kNone; i = m_candidates[i].next) {
-        const auto [start, behind] = m_candidates[i].match;
-        if (start < column)
-            continue;
-        column = behind + 1;
-        if ((token.separable || HasSeparators(token, start, behind)) &&
-            m_canvas.IsFree(start, behind))
-            m_canvas.Lay(start, behind, token.paletteIndex);
+    std::uint32_t next = kNoCandidate;
+    for (std::uint32_t i = m_chains[token.number].first; i != kNoCandidate; i = next) {
+        const Candidate& candidate = m_candidates[i];
+        next = candidate.next;
+        if (m_canvas.IsFree(candidate.start, candidate.behind))
+            m_canvas.Lay(candidate.start, candidate.behind, token.paletteIndex);
     }
 }
 
-/// The slow way: the leftmost match in each tail.
+/// The slow way: the leftmost match in each tail, each search going on one column behind the column
+/// that follows an occurrence.
 void LineScanner::SearchToken(const Token& token) {
     std::size_t column = 0;
     while (column < m_text.size()) {

@@ -58,14 +58,17 @@ private:
         std::size_t number = kNone; ///< in the automaton; kNone: takes the slow way
     };
 
-    /// A match of a token; those of a token are chained in order.
+    /// A match of a token that its separators let pass; those of a token are chained in order.
     struct Candidate {
-        Match match;
-        std::size_t next;
+        std::uint32_t start;
+        std::uint32_t behind;
+        std::uint32_t next;
     };
+    static constexpr std::uint32_t kNoCandidate = ~std::uint32_t{0};
     struct Chain {
-        std::size_t first;
-        std::size_t last;
+        std::uint32_t first = kNoCandidate;
+        std::uint32_t last = kNoCandidate;
+        std::size_t column = 0; ///< where the search for the token goes on; not if separable
     };
 
     void AddRange(const CColorRange& range);
@@ -87,8 +90,16 @@ private:
     void ScanTokens();
     bool GatherCandidates();
     void AddCandidate(std::size_t number, Match match);
+    bool IsOccurrence(const Token& token, Match match);
     bool IsTouched(std::size_t number) const {
         return (m_touched[number / 64] >> (number % 64) & 1) != 0;
+    }
+    Chain& ChainOf(std::size_t number) {
+        if (!IsTouched(number)) {
+            m_touched[number / 64] |= std::uint64_t{1} << (number % 64);
+            m_chains[number] = {};
+        }
+        return m_chains[number];
     }
     void ScanCandidates(const Token& token);
     void SearchToken(const Token& token);
@@ -115,7 +126,8 @@ private:
     SpanCanvas m_canvas;
     ColorSpans::Encoder m_encoder;
     std::vector<Candidate> m_candidates;
-    Match m_lastSeparable{0, 0};          ///< the last candidate of a separable token
+    std::size_t m_mostCandidates = 0; ///< with as many the line takes the slow way
+    Match m_lastCandidate{0, 0};
     std::vector<Chain> m_chains;          ///< by number in the automaton; good where m_touched
-    std::vector<std::uint64_t> m_touched; ///< by number: a bit for each token with a candidate
+    std::vector<std::uint64_t> m_touched; ///< by number: a bit for each token that occurs
 };

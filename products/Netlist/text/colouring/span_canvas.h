@@ -9,10 +9,13 @@
 #include <vector>
 
 /// A bit for each column that a span covers, and for each start of a span its end and colour.
-/// Laying down and asking cost a word of 64 columns each; memory follows the longest line.
+/// Laying down and asking cost a word of 64 columns each. Memory for lines of up to kKept columns
+/// stays; what a longer line took goes with the next line.
 class SpanCanvas {
 public:
     void Start(std::size_t columns) {
+        if (m_spans.size() > kKept)
+            *this = {};
         m_words = columns / 64 + 1;
         m_covered.assign(m_words, 0);
         m_starts.assign(m_words, 0);
@@ -55,6 +58,8 @@ public:
     }
 
 private:
+    static constexpr std::size_t kKept = 65536;
+
     struct Span {
         std::uint32_t behind;
         std::uint32_t paletteIndex;

@@ -9,6 +9,9 @@ std::size_t TokenAutomaton::s_cache = 8 << 20;
 
 namespace {
 
+/// Bytes that a state or a list takes beside its key and its row, about.
+constexpr std::size_t kNodeSize = 96;
+
 /// What a state's key ends with: the context that its points stand in.
 enum Context : char32_t { kPlain = 0, kAfterWord = 1, kAtBegin = 2 };
 
@@ -51,8 +54,8 @@ void TokenAutomaton::AddPoints(const std::vector<TokenTraits>& tokens) {
             m_asksBehind |= code.Node(node).op == RegOp::WordA;
         }
     }
-    m_seen.resize(m_points.size());
-    m_made.resize(m_points.size());
+    m_seen = VisitMarks<>(m_points.size());
+    m_made = VisitMarks<>(m_points.size());
 }
 
 void TokenAutomaton::SortBytes() {
@@ -116,8 +119,13 @@ std::optional<bool> TokenAutomaton::MatchesAt(std::string_view text, std::size_t
         const std::size_t byteClass =
             m_classes[column < text.size() ? static_cast<unsigned char>(text[column]) : kNothing];
         Step step = m_steps[state * m_byteOfClass.size() + byteClass];
-        if (step.next == kUnknown)
+        if (step.next == kUnknown) {
+            if (!MayMakeSteps()) {
+                AllowWork(kFew); // for the next time
+                return std::nullopt;
+            }
             step = MakeStep(state, byteClass);
+        }
         if (step.ends != 0)
             return true;
         state = step.next;
@@ -127,6 +135,7 @@ std::optional<bool> TokenAutomaton::MatchesAt(std::string_view text, std::size_t
 
 TokenAutomaton::State TokenAutomaton::MakeStart(std::size_t before, bool covered) {
     m_key.clear();
+    m_workLeft -= static_cast<std::ptrdiff_t>(m_tokens.size());
     for (std::uint32_t token = 0; token < m_tokens.size(); ++token) {
         const TokenTraits& traits = m_tokens[token];
         const bool follows =
@@ -146,13 +155,14 @@ TokenAutomaton::State TokenAutomaton::MakeState(const std::u32string& key) {
     if (isNew) {
         m_keys.push_back(&at->first);
         m_steps.resize(m_steps.size() + m_byteOfClass.size());
-        m_cached += key.size() * sizeof(char32_t) + m_byteOfClass.size() * sizeof(Step);
+        m_cached += key.size() * sizeof(char32_t) + m_byteOfClass.size() * sizeof(Step) + kNodeSize;
+        m_workLeft -= static_cast<std::ptrdiff_t>(m_byteOfClass.size());
     }
     return at->second;
 }
 
 TokenAutomaton::Step TokenAutomaton::MakeStep(State state, std::size_t byteClass) {
-    const std::u32string from = *m_keys[state];
+    const std::u32string& from = *m_keys[state];
     const std::size_t byte = m_byteOfClass[byteClass];
     const bool isEnd = byte == kNothing;
     const bool isWord = !isEnd && IsRegWordChar(static_cast<unsigned char>(byte));
@@ -161,7 +171,8 @@ TokenAutomaton::Step TokenAutomaton::MakeStep(State state, std::size_t byteClass
                              .next = isEnd    ? RegContext::AtEnd
                                      : isWord ? RegContext::BeforeWord
                                               : RegContext::BeforeOther};
-    ++m_stepNumber;
+    m_seen.Clear();
+    m_made.Clear();
     m_key.clear();
     std::vector<std::uint32_t> ended;
     for (std::size_t i = 0; i + 1 < from.size(); ++i) {
@@ -189,9 +200,9 @@ bool TokenAutomaton::Advance(Point from, const RegContext& context, std::size_t 
     while (!m_stack.empty()) {
         const Point at = m_stack.back();
         m_stack.pop_back();
-        if (m_seen[at] == m_stepNumber)
+        --m_workLeft;
+        if (!m_seen.Mark(at))
             continue;
-        m_seen[at] = m_stepNumber;
         const PointOf point = m_points[at];
         const RegCode& code = *m_codes[point.token];
         const RegNode& node = code.Node(point.node);
@@ -229,10 +240,8 @@ void TokenAutomaton::Behind(Point eater) {
         behind = eater - offset + 1;
     else if (node.op != RegOp::Star)
         behind = node.go == kNoWay ? kUnknown : PointAt(token, node.go);
-    if (behind == kUnknown || m_made[behind] == m_stepNumber)
-        return;
-    m_made[behind] = m_stepNumber;
-    m_key.push_back(behind);
+    if (behind != kUnknown && m_made.Mark(behind))
+        m_key.push_back(behind);
 }
 
 std::uint32_t TokenAutomaton::ListOf(const std::vector<std::uint32_t>& tokens) {
@@ -240,7 +249,9 @@ std::uint32_t TokenAutomaton::ListOf(const std::vector<std::uint32_t>& tokens) {
         return 0;
     const auto [at, isNew] =
         m_listOf.try_emplace(tokens, static_cast<std::uint32_t>(m_lists.size()));
-    if (isNew)
+    if (isNew) {
         m_lists.push_back(&at->first);
+        m_cached += tokens.size() * sizeof(tokens[0]) + kNodeSize;
+    }
     return at->second;
 }

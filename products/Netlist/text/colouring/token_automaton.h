@@ -4,7 +4,9 @@
 #include "byte_set.h"
 #include "reg_automaton.h"
 #include "reg_exp.h"
+#include "visit_marks.h"
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -31,7 +33,8 @@ struct TokenTraits {
 ///
 /// A state is the list of points that matches have reached, those of one token in the order in
 /// which a search prefers them; a match ends where the search would end it. States and the steps
-/// between them are made when first met, and forgotten together when they have grown too many.
+/// between them are made when first met, and forgotten together when they have grown too many. What
+/// making them costs is counted, so that it stays in proportion to the texts whatever the tokens.
 class TokenAutomaton {
 public:
     explicit TokenAutomaton(const std::vector<TokenTraits>& tokens);
@@ -39,16 +42,17 @@ public:
     /// Calls found(token, column, length) for the match of each token at each column of text where
     /// it has one, columns ascending; for separable tokens only where their start separator stands
     /// before and covered(column) is false. The text holds no NUL.
-    /// @return false when the work grew out of proportion to the text, with what was found of no
-    ///         use: matches overlap too much
+    /// @return false when the work or the states grew out of proportion to the text, with what was
+    ///         found of no use: matches overlap too much, or each character makes a new state
     template <class Covered, class Found>
     bool ForEachMatch(std::string_view text, Covered covered, Found found);
 
     /// Whether the first token matches at the begin of the tail from a column of text, empty
-    /// matches included; no answer where that takes more than a few characters to tell.
+    /// matches included; no answer where that takes more than a few characters or too much work to
+    /// tell.
     std::optional<bool> MatchesAt(std::string_view text, std::size_t column);
 
-    /// Bytes of states above which they are forgotten.
+    /// Bytes of states above which they are forgotten. One run may take as many once more.
     static std::size_t s_cache;
 
 private:
@@ -60,6 +64,12 @@ private:
     /// Stands for a byte before the text's begin and behind its end.
     static constexpr std::size_t kNothing = 256;
     static constexpr std::size_t kGroups = 32;
+    /// Work for making states, in points looked at: what a character of a text allows, and the most
+    /// that may be saved up.
+    static constexpr std::ptrdiff_t kWorkPerByte = 64;
+    static constexpr std::ptrdiff_t kMostWork = 1 << 24;
+    /// Ends of a run whose memory is kept for the next text.
+    static constexpr std::size_t kKeptEnds = 4096;
 
     /// Where the match of a token may stand: before a node, or inside its characters. The second
     /// point of a PLUS is behind its first character.
@@ -82,6 +92,11 @@ private:
     void SortBytes();
     void AddToGroup(std::vector<ByteSet>& groups, const TokenTraits& token);
     void Forget();
+    void AllowWork(std::size_t bytes) {
+        m_workLeft =
+            std::min(m_workLeft + kWorkPerByte * static_cast<std::ptrdiff_t>(bytes), kMostWork);
+    }
+    bool MayMakeSteps() const { return m_workLeft > 0 && m_cached <= 2 * s_cache; }
 
     State StartAt(std::size_t before, bool covered) {
         const State known = m_starts[covered][before];
@@ -96,7 +111,8 @@ private:
     Point PointAt(std::uint32_t token, std::uint16_t node) const {
         return m_pointOfNode[m_firstNode[token] + node];
     }
-    /// Notes the ends of a run that began at a column, each token's last one.
+    /// Notes the ends of a run that began at a column, each token's last one; the longest first,
+    /// and of equal length in the order of the tokens.
     template <class Found>
     void Report(std::size_t begin, Found found);
 
@@ -123,16 +139,15 @@ private:
     std::map<std::vector<std::uint32_t>, std::uint32_t> m_listOf;
     std::vector<const std::vector<std::uint32_t>*> m_lists;
     std::size_t m_cached = 0;
+    std::ptrdiff_t m_workLeft = kMostWork;
 
     // Scratch of a step and of a run.
-    std::vector<std::uint32_t> m_seen; ///< by point, the number of the step that saw it
-    std::vector<std::uint32_t> m_made;
-    std::uint32_t m_stepNumber = 0;
+    VisitMarks<> m_seen; ///< the points that a step has come by
+    VisitMarks<> m_made; ///< the points that it leads to
     std::u32string m_key;
     std::vector<Point> m_stack;
     std::vector<End> m_ends;
-    std::vector<std::uint32_t> m_reported; ///< by token, the number of the run that reported it
-    std::uint32_t m_run = 0;
+    VisitMarks<> m_reported; ///< the tokens whose end in a run is known
 };
 
 template <class Covered, class Found>
@@ -141,6 +156,9 @@ bool TokenAutomaton::ForEachMatch(std::string_view text, Covered covered, Found 
     const std::size_t size = text.size();
     const std::size_t classes = m_byteOfClass.size();
     std::size_t left = 16 * size + 1024;
+    AllowWork(size);
+    if (m_ends.capacity() > kKeptEnds)
+        m_ends = {};
     for (std::size_t begin = 0; begin < size; ++begin) {
         const std::size_t before = begin != 0 ? bytes[begin - 1] : kNothing;
         if ((m_groupsBehind[before] & m_groupsFrom[bytes[begin]]) == 0)
@@ -152,8 +170,11 @@ bool TokenAutomaton::ForEachMatch(std::string_view text, Covered covered, Found 
         for (std::size_t at = begin; state != kDead; ++at) {
             const std::size_t byteClass = m_classes[at < size ? bytes[at] : kNothing];
             Step step = m_steps[state * classes + byteClass];
-            if (step.next == kUnknown)
+            if (step.next == kUnknown) {
+                if (!MayMakeSteps())
+                    return false;
                 step = MakeStep(state, byteClass);
+            }
             if (step.ends != 0) {
                 if (m_ends.empty() || m_ends.back().list != step.ends)
                     m_ends.push_back({step.ends, at});
@@ -172,12 +193,9 @@ bool TokenAutomaton::ForEachMatch(std::string_view text, Covered covered, Found 
 
 template <class Found>
 void TokenAutomaton::Report(std::size_t begin, Found found) {
-    ++m_run;
+    m_reported.Clear();
     for (std::size_t i = m_ends.size(); i-- > 0;)
-        for (const std::uint32_t token : *m_lists[m_ends[i].list]) {
-            if (m_reported[token] == m_run)
-                continue;
-            m_reported[token] = m_run;
-            found(token, begin, m_ends[i].column - begin);
-        }
+        for (const std::uint32_t token : *m_lists[m_ends[i].list])
+            if (m_reported.Mark(token))
+                found(token, begin, m_ends[i].column - begin);
 }

@@ -219,14 +219,13 @@ RegViability::Target RegViability::Follow(Target eater, State state, const RegCo
 RegViability::Target RegViability::Descend(std::uint16_t root, State state,
                                            const RegContext& context) {
     const std::uint64_t* const eaters = m_automaton.Eaters(state);
-    ++m_descent;
+    m_visited.Clear();
     m_forks.assign(1, {root, m_bounds.size()});
     while (!m_forks.empty()) {
         const auto [place, bounds] = m_forks.back();
         m_forks.pop_back();
-        if (place == kNoWay || m_visited[place] == m_descent)
+        if (place == kNoWay || !m_visited.Mark(place))
             continue;
-        m_visited[place] = m_descent;
         ++m_steps;
         m_bounds.resize(bounds);
         const RegNode& node = m_code.Node(place);

@@ -4,6 +4,7 @@
 #include "reg_automaton.h"
 #include "reg_backtracker.h"
 #include "reg_exp.h"
+#include "visit_marks.h"
 
 #include <memory>
 
@@ -99,8 +100,7 @@ private:
     bool m_keepsKnown;           ///< there are few enough eaters to keep what `Follow` gave
     std::vector<Target> m_known; ///< by state, kind of the character before, and eater
 
-    std::vector<std::uint32_t> m_visited; ///< by node: the last descent that came by
-    std::uint32_t m_descent = 0;
+    VisitMarks<> m_visited;              ///< the nodes that a descent has come by
     std::vector<Fork> m_forks;           ///< scratch of a descent
     std::vector<std::uint16_t> m_bounds; ///< OPEN and CLOSE nodes on the way
     const std::vector<std::uint64_t> m_noEaters;
