@@ -7,6 +7,29 @@
 #include "document.h"
 #include "frame.h"
 
+namespace {
+
+/// Where a scroll code leads from a position; at is what the thumb says.
+int ScrolledTo(std::uintptr_t code, int at, const ScrollInfo& bar, int limit) {
+    static constexpr struct {
+        ScrollCode m_Code;
+        int m_Lines, m_Pages;
+    } kSteps[] = {{kScrollLineUp, -1, 0},
+                  {kScrollLineDown, 1, 0},
+                  {kScrollPageUp, 0, -1},
+                  {kScrollPageDown, 0, 1}};
+    for (const auto& step : kSteps)
+        if (step.m_Code == code)
+            return bar.m_Position + step.m_Lines * bar.m_Line + step.m_Pages * bar.m_Page;
+    if (code == kScrollThumbPosition || code == kScrollThumbTrack)
+        return at;
+    if (code == kScrollTop || code == kScrollBottom)
+        return code == kScrollTop ? 0 : limit;
+    return bar.m_Position;
+}
+
+} // namespace
+
 CView::CView() = default;
 
 CView::~CView() {
@@ -61,11 +84,11 @@ void CView::PostNcDestroy() {
     delete this;
 }
 
-void CScrollView::SetScrollSizes(CSize total, CSize page, CSize line) {
+void CScrollView::SetScrollSizes(CSize total, CSize page, CSize line, CPoint position) {
     m_Total = total;
     m_Page = page;
     m_Line = line;
-    SetScrollPosition({});
+    SetScrollPosition(position);
 }
 
 CPoint CScrollView::GetScrollLimit() const {
@@ -89,6 +112,29 @@ void CScrollView::ScrollToPosition(CPoint position) {
     const CSize client = GetClientSize();
     window->ScrollPixels(distance, {0, 0, client.cx, client.cy});
     InvalidateUncovered(distance);
+}
+
+const MessageMap& CScrollView::GetMessageMap() const {
+    static constexpr MessageEntry kEntries[] = {
+        Message<&CScrollView::OnHScroll>(kMsgHScroll),
+        Message<&CScrollView::OnVScroll>(kMsgVScroll),
+    };
+    static const MessageMap kMap{kEntries, &CView::GetMessageMap()};
+    return kMap;
+}
+
+std::intptr_t CScrollView::OnHScroll(std::uintptr_t code, std::intptr_t position) {
+    const ScrollInfo bar{m_Total.cx, m_Page.cx, m_Line.cx, m_Position.x};
+    ScrollToPosition(
+        {ScrolledTo(code, static_cast<int>(position), bar, GetScrollLimit().x), m_Position.y});
+    return 0;
+}
+
+std::intptr_t CScrollView::OnVScroll(std::uintptr_t code, std::intptr_t position) {
+    const ScrollInfo bar{m_Total.cy, m_Page.cy, m_Line.cy, m_Position.y};
+    ScrollToPosition(
+        {m_Position.x, ScrolledTo(code, static_cast<int>(position), bar, GetScrollLimit().y)});
+    return 0;
 }
 
 void CScrollView::InvalidateUncovered(CSize distance) {

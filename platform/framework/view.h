@@ -55,8 +55,8 @@ private:
 /// A view with scroll bars: total size, page and line sizes in pixels, and the position.
 class QUOREL_API CScrollView : public CView {
 public:
-    /// Sets the sizes and goes back to the position (0, 0).
-    void SetScrollSizes(CSize total, CSize page, CSize line);
+    /// Sets the sizes and goes to a position, clamped to the range.
+    void SetScrollSizes(CSize total, CSize page, CSize line, CPoint position = {});
     CSize GetTotalSize() const { return m_Total; }
     CSize GetPageSize() const { return m_Page; }
     CSize GetLineSize() const { return m_Line; }
@@ -67,6 +67,12 @@ public:
     void SetScrollPosition(CPoint position);
     /// As SetScrollPosition, and moves the window's content along.
     void ScrollToPosition(CPoint position);
+
+protected:
+    const MessageMap& GetMessageMap() const override;
+    /// A bar asks for a ScrollCode, of the thumb with a position: scrolls by line and page sizes.
+    std::intptr_t OnHScroll(std::uintptr_t code, std::intptr_t position);
+    std::intptr_t OnVScroll(std::uintptr_t code, std::intptr_t position);
 
 private:
     void ShowScrollBars();

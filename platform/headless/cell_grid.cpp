@@ -10,6 +10,11 @@ int FirstFrom(int pixel, int size) {
     return shifted >= 0 ? shifted / size : -((-shifted + size - 1) / size);
 }
 
+/// A distance in cells, rounded to the nearest number.
+int NearestCells(int pixels, int size) {
+    return (pixels + (pixels < 0 ? -size : size) / 2) / size;
+}
+
 } // namespace
 
 void CellGrid::Resize(CSize pixels) {
@@ -73,8 +78,8 @@ Cell* CellGrid::Find(CPoint at, const CRect& clip) {
 
 void CellGrid::Scroll(CSize distance, const CRect& area) {
     const CRect cells = CellsOf(area);
-    const int down = distance.cy / kCellSize.cy;
-    const int right = distance.cx / kCellSize.cx;
+    const int down = NearestCells(distance.cy, kCellSize.cy);
+    const int right = NearestCells(distance.cx, kCellSize.cx);
     const std::vector<Cell> before = m_Cells;
     for (int row = cells.top; row < cells.bottom; ++row)
         for (int column = cells.left; column < cells.right; ++column)

@@ -1,11 +1,15 @@
 #include "sim_edit_view.h"
 
+#include <algorithm>
+
 #include "base_editor.h"
 #include "desktop_access.h"
 #include "idesign.h"
 #include "idesktop.h"
+#include "netlist_app.h"
 
-CSimEditView::CSimEditView() = default;
+CSimEditView::CSimEditView()
+    : m_BookmarkColor(static_cast<ColorRef>(CNetlistApp::Get().GetOptions().BMColor)) {}
 
 CSimEditView::~CSimEditView() {
     CBaseEditor* const editor = GetEditor();
@@ -17,6 +21,10 @@ CBaseEditor* CSimEditView::GetEditor() const {
     return dynamic_cast<CBaseEditor*>(GetDocument());
 }
 
+CSimEditDoc* CSimEditView::GetTextDocument() const {
+    return dynamic_cast<CSimEditDoc*>(GetDocument());
+}
+
 IDesignInstance* CSimEditView::GetInstance() const {
     return m_ViewKey ? m_ViewKey->GetInstance() : nullptr;
 }
@@ -25,9 +33,38 @@ void CSimEditView::SetInstance(IDesignInstance* instance) {
     m_ViewKey = instance ? instance->GetViewKey() : nullptr;
 }
 
+const MessageMap& CSimEditView::GetMessageMap() const {
+    static constexpr MessageEntry kEntries[] = {
+        Message<&CSimEditView::OnCreate>(kMsgCreate),
+        Message<&CSimEditView::OnSize>(kMsgSize),
+        Message<&CSimEditView::OnDpiChanged>(kMsgDpiChanged),
+        Message<&CSimEditView::OnSetFocus>(kMsgSetFocus),
+        Message<&CSimEditView::OnKillFocus>(kMsgKillFocus),
+        Message<&CSimEditView::OnHScroll>(kMsgHScroll),
+        Message<&CSimEditView::OnVScroll>(kMsgVScroll),
+        Message<&CSimEditView::OnMouseWheel>(kMsgMouseWheel),
+    };
+    static const MessageMap kMap{kEntries, &CScrollView::GetMessageMap()};
+    return kMap;
+}
+
+void CSimEditView::OnInitialUpdate() {
+    CScrollView::OnInitialUpdate();
+    if (CBaseEditor* editor = GetEditor())
+        editor->SetActiveView(this);
+    CreateToolBars();
+    if (const CDocument* document = GetDocument())
+        for (CView* view : document->GetViews())
+            if (const auto* other = dynamic_cast<CSimEditView*>(view))
+                m_MaxLineLength = std::max(m_MaxLineLength, other->m_MaxLineLength);
+    UpdateScrollSizes(true, true, RowCount(), true);
+}
+
+/// Where the module's toolbars come onto the frame. There is no toolbar library yet.
+void CSimEditView::CreateToolBars() {}
+
 void CSimEditView::ResetText(std::int32_t lineCount, std::int32_t width) {
-    static_cast<void>(lineCount);
-    m_MaxLineLength = width;
+    ResetView(lineCount, width);
 }
 
 void CSimEditView::SetMaxLineLength(std::int32_t width) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,7 @@
 
 class CBaseEditor;
 class CFindDialog;
+class CSimEditDoc;
 class CSimEditLine;
 class IDesignInstance;
 class IViewKey;
@@ -62,13 +64,13 @@ public:
     bool EnsureVisible(bool showCaret, bool centre = false, bool evenAtLastRow = false);
     /// Puts TopRow to a row and moves the pixels that stay in sight.
     void ScrollToRow(std::int32_t row);
-    /// Draws one row. With trailing blanks, 4 blanks overwrite what a shorter line left; with
-    /// bookmark or erase the whole row is filled first.
+    /// Draws one row of a line that has its colours. With trailing blanks, 4 blanks overwrite what
+    /// a shorter line left; with bookmark or erase the whole row is filled first.
     /// @param dc null: a context of its own
     void PaintLine(const CSimEditLine& line, std::int32_t row, CDC* dc, bool trailingBlanks,
                    bool bookmark, bool erase);
     /// @param point in logical coordinates: behind the horizontal scroll offset
-    /// @param clamp whether the column is kept inside the line
+    /// @param clamp whether row and column are kept inside the text
     TextPlace PointToPosition(CPoint point, bool clamp = true) const;
     void SetCaretFromPoint(CPoint point, bool show, bool extend, bool finish);
     /// A selection without extent at the caret.
@@ -78,10 +80,12 @@ public:
     void CancelSelection(bool clearBlock = true);
     /// The two places by rows, then columns.
     static TextRange NormalizeSelection(TextPlace anchor, TextPlace end);
+    /// The word that holds a column or ends there, between delimiters; empty when there is none.
     static WordRange WordAt(std::string_view text, std::int32_t column);
     /// Reads the measures of the option font; with refresh the layout follows.
     void SetFont(bool refresh);
     void SetBookmarkColor(ColorRef color);
+    /// The caret shows only while the view has the focus. ShowCaret puts it to its place too.
     void HideCaret();
     void ShowCaret();
     /// @}
@@ -147,7 +151,13 @@ public:
     void ResetText(std::int32_t lineCount, std::int32_t width) override;
     void SetMaxLineLength(std::int32_t width) override;
 
+    void OnPrepareDC(CDC& dc, CPrintInfo* info) override;
+    /// The view becomes its editor's active one.
+    void OnInitialUpdate() override;
     void OnActivateView(bool activate, CView* activated, CView* deactivated) override;
+    /// @param hint the first row changed; caret and selection are kept inside the text
+    void OnUpdate(CView* sender, std::intptr_t hint, CObject* object) override;
+    void OnDraw(CDC& dc) override;
 
     /// The view has become the active one of its document (activate), or losing is no longer it:
     /// tells the document, and the instance or the desktop.
@@ -155,11 +165,65 @@ public:
     /// The mark that the frame sets while it gives that notice itself; good when the view has gone.
     std::shared_ptr<bool> BusyMark() const { return m_Busy; }
 
+protected:
+    const MessageMap& GetMessageMap() const override;
+    void OnEraseBackground(CDC& dc) override;
+
 private:
     friend class PaintGathering;
+    class CaretPause;
 
     CBaseEditor* GetEditor() const;
+    CSimEditDoc* GetTextDocument() const;
     void TellActivation(CBaseEditor& editor, bool activate);
+    void CreateToolBars();
+
+    // Messages.
+    std::intptr_t OnCreate(std::uintptr_t, std::intptr_t);
+    std::intptr_t OnSize(std::uintptr_t, std::intptr_t);
+    std::intptr_t OnDpiChanged(std::uintptr_t, std::intptr_t);
+    std::intptr_t OnSetFocus(std::uintptr_t other, std::intptr_t);
+    std::intptr_t OnKillFocus(std::uintptr_t other, std::intptr_t);
+    std::intptr_t OnVScroll(std::uintptr_t code, std::intptr_t position);
+    std::intptr_t OnHScroll(std::uintptr_t code, std::intptr_t position);
+    std::intptr_t OnMouseWheel(std::uintptr_t delta, std::intptr_t);
+
+    // Layout.
+    bool CanPaint() const;
+    void MeasureFont();
+    /// Rows of the client area; then TopRow no further than MaxTopRow.
+    void FitToClient();
+    CSize PageSize() const;
+    std::int32_t RowCount() const;
+    int ColumnX(std::int32_t column) const;
+    int RowY(std::int32_t row) const;
+    CRect RowRect(std::int32_t row, std::int32_t from, std::int32_t to) const;
+    std::int32_t RowOfThumb(std::int64_t position) const;
+    void ScrollByUser(std::int32_t row);
+    void ScrollPixelsTo(std::int32_t topRow);
+    void MoveThumb();
+    bool ShowColumn();
+    std::int32_t TopRowFor(bool centre, bool evenAtLastRow) const;
+
+    // Painting.
+    /// Shows what was gathered.
+    void EndGathering();
+    void DrawRow(CDC& dc, const CSimEditLine& line, std::int32_t row, bool trailingBlanks,
+                 bool bookmark, bool erase);
+    void KeepInsideText();
+    void ApplyCaret();
+    void PutCaret(const CRect* caret);
+
+    // Selection.
+    struct Highlight {
+        TextPlace Anchor;
+        TextPlace End;
+        bool Shown = false;
+    };
+    Highlight ShownHighlight() const { return {m_SelAnchor, m_SelOld, m_Selected}; }
+    WordRange HighlightedColumns(const Highlight& highlight, std::int32_t row) const;
+    void ChangeHighlight(const Highlight& before, const Highlight& after);
+    void InvertRow(CDC& dc, std::int32_t row) const;
 
     std::int32_t m_MaxLineLength = kLeastViewWidth;
     std::int32_t m_TopRow = 0;
@@ -191,6 +255,8 @@ private:
     bool m_SearchCase = false;
     bool m_SearchDown = true;
     bool m_TitleShown = false; ///< the title shows the hover text
+
+    std::optional<CRect> m_ShownCaret; ///< as the window was told last
 
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends
     IViewKey* m_ViewKey = nullptr; ///< the instance's
