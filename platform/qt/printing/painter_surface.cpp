@@ -1,0 +1,98 @@
+#include "painter_surface.h"
+
+#include <algorithm>
+
+#include <QGlyphRun>
+
+#include "qt_text.h"
+
+PainterSurface::PainterSurface(QPainter& painter, CSize size, CSize resolution,
+                               const QtFont& defaultFont)
+    : m_Painter(painter), m_Size(size), m_Resolution(resolution), m_DefaultFont(defaultFont) {}
+
+PainterSurface::~PainterSurface() = default;
+
+PrintGlyphs& PainterSurface::GlyphsOf(const IBackendFont* font) const {
+    return QtFont::Of(font, m_DefaultFont).GetPrintGlyphs();
+}
+
+void PainterSurface::FillRect(const CRect& rect, ColorRef color) {
+    if (m_Painter.isActive())
+        m_Painter.fillRect(ToQt(rect.Offset(m_Origin.x, m_Origin.y)), ToQt(color));
+}
+
+void PainterSurface::SetPen(ColorRef color, int width) {
+    if (m_PenColor == color && m_PenWidth == width)
+        return;
+    m_PenColor = color;
+    m_PenWidth = width;
+    m_Painter.setPen(QPen(ToQt(color), width, Qt::SolidLine, Qt::FlatCap));
+}
+
+int PainterSurface::DrawText(CPoint at, std::u16string_view text, const TextStyle& style) {
+    PrintGlyphs& glyphs = GlyphsOf(style.m_Font);
+    const CSize size{static_cast<int>(text.size()) * glyphs.m_Metrics.m_MaxWidth,
+                     glyphs.m_Metrics.m_Height};
+    if (!m_Painter.isActive() || text.empty())
+        return size.cx;
+    if (style.m_Opaque && style.m_Background != kWhite)
+        FillRect({at.x, at.y, at.x + size.cx, at.y + size.cy}, style.m_Background);
+    SetPen(style.m_Color, 1);
+    DrawGlyphs(glyphs, QPointF(at.x + m_Origin.x, at.y + m_Origin.y + glyphs.m_Ascent), text);
+    return size.cx;
+}
+
+void PainterSurface::DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16string_view text) {
+    m_Numbers.clear();
+    m_Places.clear();
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const QPointF place(static_cast<double>(i) * glyphs.m_Metrics.m_MaxWidth, 0);
+        if (const quint32 number = glyphs.Find(text[i])) {
+            m_Numbers.push_back(number);
+            m_Places.push_back(place);
+        } else if (text[i] >= u' ') {
+            // Not in this font: Qt finds one that has it.
+            m_Painter.setFont(glyphs.m_Font);
+            m_Painter.drawText(base + place, QString(QChar(text[i])));
+        }
+    }
+    QGlyphRun run;
+    run.setRawFont(glyphs.m_Raw);
+    run.setGlyphIndexes(m_Numbers);
+    run.setPositions(m_Places);
+    run.setUnderline(glyphs.m_Font.underline());
+    run.setStrikeOut(glyphs.m_Font.strikeOut());
+    m_Painter.drawGlyphRun(base, run);
+}
+
+CSize PainterSurface::MeasureText(std::u16string_view text, const IBackendFont* font) {
+    const FontMetrics& metrics = GlyphsOf(font).m_Metrics;
+    return {static_cast<int>(text.size()) * metrics.m_MaxWidth, metrics.m_Height};
+}
+
+FontMetrics PainterSurface::GetFontMetrics(const IBackendFont* font) {
+    return GlyphsOf(font).m_Metrics;
+}
+
+void PainterSurface::DrawLine(CPoint from, CPoint to, int width, ColorRef color) {
+    if (!m_Painter.isActive())
+        return;
+    SetPen(color, std::max(width, 1));
+    m_Painter.drawLine(from.x + m_Origin.x, from.y + m_Origin.y, to.x + m_Origin.x,
+                       to.y + m_Origin.y);
+}
+
+void PainterSurface::SetClip(const CRect* clip) {
+    m_Clip = clip ? std::optional(*clip) : std::nullopt;
+    if (!m_Painter.isActive())
+        return;
+    if (clip)
+        m_Painter.setClipRect(ToQt(*clip));
+    else
+        m_Painter.setClipping(false);
+}
+
+CRect PainterSurface::GetClipBox() {
+    const CRect all{0, 0, m_Size.cx, m_Size.cy};
+    return (m_Clip ? m_Clip->Intersect(all) : all).Offset(-m_Origin.x, -m_Origin.y);
+}
