@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <optional>
 
 namespace {
 
@@ -63,22 +64,27 @@ TEST_F(SyntaxConfigTest, ReadsDescriptionsInOrderAndPassesOverEmptyNames) {
 
 TEST_F(SyntaxConfigTest, DropsFaultyEntriesAndSaysWhy) {
     const SyntaxDscrs syntaxes = ReadDescription(
-        "[Ranges]\nNumberOfRangeGroups=2\nRangeGroup0=R\nRangeGroup1=S\n"
-        "[R]\nNumberOfDscr=4\nOpen0=a\nClose0=b\nOpen1=a**\nClose1=(b\nOpen2=c\n"
+        "[Ranges]\nNumberOfRangeGroups=3\nRangeGroup0=R\nRangeGroup1=S\nRangeGroup2=r\n"
+        "[R]\nNumberOfDscr=5\nOpen0=a\nClose0=b\nOpen1=a**\nClose1=(b\nOpen3=c\nClose4=d\n"
         "[S]\nColor=7\nNumberOfDscr=1\nOpen0=s\nClose0=t\n"
         "[Tokens]\nNumberOfTokenGroups=2\nTokenGroup0=T\nTokenGroup1=U\n"
-        "[T]\nStdStartSep=[\nStdStopSep=.\nNumberOfDscr=2\nTokenDscr0=x\nTokenDscr1=y\n"
-        "StartSep1=.\n"
+        "[T]\nStdStartSep=[\nStdStopSep=[\nNumberOfDscr=4\nTokenDscr0=x\nTokenDscr1=y\n"
+        "StartSep1=.\nStopSep1=.\nTokenDscr2=z\nStartSep2=[\nTokenDscr3=z\nStartSep3=[\n"
         "[U]\nStdStartSep=.\nNumberOfDscr=1\nTokenDscr0=z\n");
     ASSERT_EQ(syntaxes.size(), 1u);
-    ASSERT_EQ(syntaxes[0]->Ranges().size(), 2u);
+    ASSERT_EQ(syntaxes[0]->Ranges().size(), 3u);
     EXPECT_EQ(syntaxes[0]->Ranges()[1]->Color, 7u);
     EXPECT_EQ(syntaxes[0]->Tokens().size(), 1u);
-    EXPECT_EQ(Dropped(), "R/Open3 '' empty expression\n"
-                         "R/Open1 'a**' nested *?+\n"
+    EXPECT_EQ(Dropped(), "R/Open1 'a**' nested *?+\n"
                          "R/Close1 '(b' unterminated ()\n"
+                         "R/Open2 '' empty expression\n"
                          "R/Close2 '' empty expression\n"
+                         "R/Close3 '' empty expression\n"
+                         "R/Open4 '' empty expression\n"
                          "T/StdStartSep '[' unmatched []\n"
+                         "T/StdStopSep '[' unmatched []\n"
+                         "T/StartSep2 '[' unmatched []\n"
+                         "T/StartSep3 '[' unmatched []\n"
                          "U/StdStopSep '' empty expression\n");
 }
 
@@ -92,16 +98,71 @@ TEST_F(SyntaxConfigTest, OneCaseSensitivityCountsForAGroup) {
     EXPECT_FALSE(syntaxes[0]->Ranges()[1]->Open.Match("A"));
 }
 
-TEST_F(SyntaxConfigTest, HugeCountsAndSectionsThatNameThemselvesEnd) {
-    std::string groups = "[Tokens]\nNumberOfTokenGroups=2000000000\nNumberOfDscr=2000000000\n"
-                         "StdStartSep=.\nStdStopSep=.\n";
-    for (int i = 0; i < 2000; ++i)
-        groups +=
-            "TokenGroup" + std::to_string(i) + "=Tokens\nTokenDscr" + std::to_string(i) + "=a\n";
-    const SyntaxDscrs syntaxes = ReadDescription(groups);
-    EXPECT_GE(syntaxes.at(0)->Tokens().size(), 2000u);
-    EXPECT_LE(syntaxes[0]->Tokens().size(), 20'000u);
-    EXPECT_NE(Dropped().find("too many entries"), std::string::npos);
+TEST_F(SyntaxConfigTest, HugeCountsAreReportedInAFewItems) {
+    const SyntaxDscrs syntaxes =
+        ReadDescription("[Ranges]\nNumberOfRangeGroups=2000000000\nRangeGroup7=R\n"
+                        "[R]\nNumberOfDscr=2000000000\nOpen150=a\nClose150=b\n");
+    EXPECT_EQ(syntaxes.at(0)->Ranges().size(), 1u);
+    const auto& dropped = m_reports.at(0).dropped;
+    ASSERT_EQ(dropped.size(), 201u);
+    EXPECT_EQ(dropped[199].key, "Close99");
+    EXPECT_EQ(dropped[200].key, "NumberOfDscr");
+    EXPECT_EQ(dropped[200].reason, "1999999899 more entries are empty");
+}
+
+/// Small files that ask for much: sections that name themselves, or one section many times, from
+/// one description or from many.
+TEST_F(SyntaxConfigTest, WhatIsNamedManyTimesIsBoundedForTheWholeConfiguration) {
+    const auto numbered = [](const std::string& stem, int count, const std::string& value) {
+        std::string lines;
+        for (int i = 0; i < count; ++i)
+            lines += stem + std::to_string(i) + '=' + value + '\n';
+        return lines;
+    };
+    const std::string many = "NumberOfDscr=2000000000\nNumberOfTokenGroups=2000000000\n"
+                             "NumberOfFileExt=2000000000\nStdStartSep=.\nStdStopSep=.\n";
+    const struct {
+        const char* name;
+        std::string config, description;
+        const char* key; ///< the first that was too many; none where it was reports
+    } rows[] = {
+        {"itself", numbered("Dscr", 1, "D"),
+         "[Tokens]\n" + many + numbered("TokenGroup", 2000, "Tokens") +
+             numbered("TokenDscr", 2000, "a"),
+         "TokenDscr"},
+        {"long", numbered("Dscr", 1, "D"),
+         "[Tokens]\n" + many + numbered("TokenGroup", 2000, "T") + "[T]\n" + many +
+             numbered("TokenDscr", 10, std::string(1000, '.')),
+         "TokenDscr"},
+        {"file", numbered("Dscr", 900, "D"),
+         "[Tokens]\n" + many + "TokenGroup0=T\n[T]\n" + many + numbered("TokenDscr", 40, "a"),
+         "TokenDscr"},
+        {"list", numbered("Dscr", 900, "D"), "", "FileExt"},
+        {"faults", numbered("Dscr", 900, "D"), "[Tokens]\n" + many + "TokenGroup0=T\n[T]\n" + many,
+         ""},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.name);
+        Write("c.cfg", "[SyntaxColoring]\n" + many + row.config + "[D]\nDscrFile=d.dsc\n" + many +
+                           numbered("FileExt", row.description.empty() ? 300 : 0, "x"));
+        Write("d.dsc", row.description);
+        m_reports.clear();
+        std::size_t kept = 0;
+        for (const auto& syntax : Read())
+            kept += syntax->Tokens().size() + syntax->FileExts.size();
+        EXPECT_LE(kept, 20'000u);
+        std::optional<std::string> tooMany;
+        std::size_t items = 0;
+        for (const DescriptionReport& report : m_reports) {
+            items += report.dropped.size();
+            for (const DroppedExpression& item : report.dropped)
+                if (!tooMany && (item.reason == "too many entries" ||
+                                 item.reason.find("more faults") != std::string::npos))
+                    tooMany = item.key.substr(0, item.key.find_first_of("0123456789"));
+        }
+        EXPECT_EQ(tooMany, row.key);
+        EXPECT_LE(items, 13'000u);
+    }
 }
 
 TEST_F(SyntaxConfigTest, PathsAreTakenFromTheConfigurationOrStandAlone) {

@@ -1,0 +1,46 @@
+/// The reading of one description file.
+#pragma once
+
+#include "profile_file.h"
+#include "syntax_config.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+/// What the descriptions of one configuration may take together, however often they name each
+/// other's sections: what their files hold, and somewhat more.
+class EntryAllowance {
+public:
+    /// Reports of dropped expressions that are left.
+    std::size_t faults = 10'000;
+
+    /// Allows for the entries that a file holds.
+    void Allow(const sys::ProfileFile& file);
+
+    /// Takes an entry. @return false when there is none left
+    bool Take();
+    /// Takes the text of an expression that is to be compiled. The one that goes too far is the
+    /// last.
+    void TakeText(std::size_t bytes) { m_text -= static_cast<std::ptrdiff_t>(bytes); }
+
+private:
+    static constexpr std::size_t kRepeatedEntries = 10'000;
+    static constexpr std::size_t kMostEntries = 50'000;
+    static constexpr std::ptrdiff_t kRepeatedText = 256 << 10;
+    static constexpr std::ptrdiff_t kMostText = 1 << 20;
+
+    std::size_t m_entries = kRepeatedEntries;
+    std::size_t m_entriesToAllow = kMostEntries - kRepeatedEntries;
+    std::ptrdiff_t m_text = kRepeatedText;
+    std::ptrdiff_t m_textToAllow = kMostText - kRepeatedText;
+};
+
+inline constexpr std::string_view kTooManyEntries = "too many entries";
+
+/// Reads a description file's ranges and tokens into a description. What the allowance has no room
+/// for is left out.
+/// @param dropped null, or what gets each expression that keeps an entry out, once, in the order of
+///        reading
+void ReadDescription(const sys::ProfileFile& file, CSyntaxDscr& syntax, EntryAllowance& allowance,
+                     std::vector<DroppedExpression>* dropped);
