@@ -104,6 +104,10 @@ public:
     virtual void GetUndoRecords(std::vector<JournalEntry>& records) = 0;
     virtual void GetRedoRecords(std::vector<JournalEntry>& records) = 0;
 
+    /// How often text that was typed or pasted had characters which the 8-bit text can't hold, and
+    /// which stand there as question marks: a host tells its user when the number rises.
+    virtual int GetReplacedInputs() { return 0; }
+
     /// @name Of the view; nothing while the document has none
     /// @{
     virtual std::optional<CaretState> GetCaret() { return std::nullopt; }

@@ -1,10 +1,7 @@
 #include "editor_access.h"
 
-#include <limits>
-
 #include "archive.h"
 #include "base_editor.h"
-#include "sim_edit_view.h"
 
 namespace {
 
@@ -38,14 +35,11 @@ bool HasLineEnd(std::string_view text) {
     return text.find_first_of("\r\n") != std::string_view::npos;
 }
 
-/// The column behind a text inserted at column, tabs expanded; nothing beyond what a line can hold.
-std::optional<int> ColumnBehind(int column, std::string_view text) {
-    std::int64_t end = column;
+/// The column behind a text inserted at column, tabs expanded.
+int ColumnBehind(int column, std::string_view text) {
     for (const char character : text)
-        end += character == '\t' ? kTabStop - end % kTabStop : 1;
-    if (end > std::numeric_limits<std::int32_t>::max())
-        return std::nullopt;
-    return static_cast<int>(end);
+        column += character == '\t' ? TabWidthAt(column) : 1;
+    return column;
 }
 
 } // namespace
@@ -129,7 +123,8 @@ void EditorAccess::GetRedoRecords(std::vector<JournalEntry>& records) {
 }
 
 bool EditorAccess::InsertLine(int row, bool record, bool first, std::string_view text) {
-    if (row < 0 || row > m_Editor.LineCount() || HasLineEnd(text) || !ColumnBehind(0, text))
+    if (row < 0 || row > m_Editor.LineCount() || HasLineEnd(text) ||
+        !CSimEditLine::HasRoomFor(text, 0))
         return false;
     m_Editor.CSimEditDoc::InsertLine(row, record, first, text);
     return true;
@@ -160,10 +155,12 @@ std::optional<int> EditorAccess::OverwriteChar(int row, int column, char charact
 
 std::optional<int> EditorAccess::InsertString(int row, int column, std::string_view text,
                                               bool record, bool first) {
-    const std::optional<int> end =
-        HasPlace(row, column) && !HasLineEnd(text) ? ColumnBehind(column, text) : std::nullopt;
-    if (end) // a copy: the text may be a line's own
-        m_Editor.CSimEditDoc::InsertString(row, column, *end, std::string(text), record, first);
+    if (!HasPlace(row, column) || HasLineEnd(text) ||
+        !CSimEditLine::HasRoomFor(text, m_Editor.Line(row).Text().size()))
+        return std::nullopt;
+    const int end = ColumnBehind(column, text);
+    // A copy: the text may be a line's own.
+    m_Editor.CSimEditDoc::InsertString(row, column, end, std::string(text), record, first);
     return end;
 }
 
@@ -195,22 +192,6 @@ bool EditorAccess::DelRange(int row, int column, int endColumn, bool first, bool
     return true;
 }
 
-bool EditorAccess::UndoEdit() {
-    return Replayed(&EditReplay::Undo);
-}
-
-bool EditorAccess::RedoEdit() {
-    return Replayed(&EditReplay::Redo);
-}
-
-bool EditorAccess::Replayed(std::int32_t (EditReplay::*replay)()) {
-    EditReplay replayed(m_Editor);
-    if ((replayed.*replay)() == 0)
-        return false;
-    NotifyEdited(0);
-    return true;
-}
-
 void EditorAccess::NotifyEdited(int firstRow) {
     m_Editor.SetModifiedFlag();
     m_Editor.UpdateAllViews(nullptr, firstRow);
@@ -220,12 +201,6 @@ void EditorAccess::LoadArchive(std::string_view bytes) {
     CArchive archive(bytes);
     m_Editor.CSimEditDoc::LoadArchive(archive);
     m_Editor.UpdateAllViews(nullptr);
-}
-
-bool EditorAccess::RunCommand(unsigned id) {
-    if (CSimEditView* view = m_Editor.GetActiveView())
-        return view->RunCommand(id);
-    return m_Editor.CCmdTarget::RunCommand(id);
 }
 
 bool EditorAccess::SetLanguage(const AString& language) {

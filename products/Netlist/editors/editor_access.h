@@ -7,10 +7,11 @@
 
 class CBaseEditor;
 class CSimEditLine;
+class CSimEditView;
 class RecordList;
 
-/// The part of an editor that answers IEditorInspector and IEditorDriver. It keeps nothing of its
-/// own; the language is the script editor's to answer.
+/// The part of an editor that answers IEditorInspector and IEditorDriver; the language is the
+/// script editor's to answer.
 class EditorAccess : public IEditorInspector, public IEditorDriver {
 public:
     EditorAccess(const EditorAccess&) = delete;
@@ -33,6 +34,10 @@ public:
     int GetSyntaxIndex() override;
     void GetUndoRecords(std::vector<JournalEntry>& records) override;
     void GetRedoRecords(std::vector<JournalEntry>& records) override;
+    int GetReplacedInputs() override { return m_ReplacedInputs; }
+    std::optional<CaretState> GetCaret() override;
+    std::optional<SelectionState> GetSelection() override;
+    std::optional<ScrollState> GetScroll() override;
 
     // IEditorDriver
     bool InsertLine(int row, bool record, bool first, std::string_view text) override;
@@ -52,6 +57,9 @@ public:
     bool UndoEdit() override;
     bool RedoEdit() override;
 
+    /// Text typed or pasted had characters that were replaced.
+    void NoteReplacedInput() { ++m_ReplacedInputs; }
+
 protected:
     /// @param editor the editor of which this is a part
     explicit EditorAccess(CBaseEditor& editor) : m_Editor(editor) {}
@@ -60,7 +68,10 @@ protected:
 private:
     bool HasRow(int row) const;
     bool HasPlace(int row, int column) const;
+    /// The active view, else the first one, else null.
+    CSimEditView* GetViewInUse() const;
     bool Replayed(std::int32_t (EditReplay::*replay)());
 
     CBaseEditor& m_Editor;
+    int m_ReplacedInputs = 0;
 };

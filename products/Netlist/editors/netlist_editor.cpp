@@ -1,6 +1,7 @@
 #include "netlist_editor.h"
 
 #include "debug_line.h"
+#include "iquorel_command.h"
 #include "sim_edit_view.h"
 
 CNetlistEditor::CNetlistEditor(IDesign* design, CNetlistFactory& factory)
@@ -13,6 +14,8 @@ CNetlistEditor::~CNetlistEditor() {
 void CNetlistEditor::RunEditCommand(IQuorelCommand* command) {
     if (m_Design)
         m_Design->RunCommand(command);
+    else
+        delete command;
 }
 
 ICommandContext* CNetlistEditor::GetCommandContext() {

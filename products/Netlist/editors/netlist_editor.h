@@ -10,7 +10,7 @@ public:
     CNetlistEditor(IDesign* design, CNetlistFactory& factory);
     ~CNetlistEditor() override;
 
-    /// Runs it by the design; without one nothing happens.
+    /// Runs it by the design; without one it is destroyed.
     void RunEditCommand(IQuorelCommand* command) override;
     /// That of the design's project.
     ICommandContext* GetCommandContext() override;

@@ -18,6 +18,7 @@ enum CommandId : unsigned {
     kCommandJavaScript = 42016,
     kCommandVBScript = 42017,
     kCommandUseScript = 42018,
+    kCommandClear = 57632,
     kCommandCopy = 57634,
     kCommandCut = 57635,
     kCommandFind = 57636,

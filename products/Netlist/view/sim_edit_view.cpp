@@ -7,6 +7,7 @@
 #include "idesign.h"
 #include "idesktop.h"
 #include "netlist_app.h"
+#include "resource_ids.h"
 
 CSimEditView::CSimEditView()
     : m_BookmarkColor(static_cast<ColorRef>(CNetlistApp::Get().GetOptions().BMColor)) {}
@@ -43,8 +44,34 @@ const MessageMap& CSimEditView::GetMessageMap() const {
         Message<&CSimEditView::OnHScroll>(kMsgHScroll),
         Message<&CSimEditView::OnVScroll>(kMsgVScroll),
         Message<&CSimEditView::OnMouseWheel>(kMsgMouseWheel),
+        Message<&CSimEditView::OnKeyDown>(kMsgKeyDown),
+        Message<&CSimEditView::OnChar>(kMsgChar),
+        Message<&CSimEditView::OnLButtonDown>(kMsgLButtonDown),
+        Message<&CSimEditView::OnLButtonUp>(kMsgLButtonUp),
+        Message<&CSimEditView::OnLButtonDblClk>(kMsgLButtonDblClk),
+        Message<&CSimEditView::OnMouseMove>(kMsgMouseMove),
+        Message<&CSimEditView::OnSetCursor>(kMsgSetCursor),
+        Message<&CSimEditView::OnNcMouseMove>(kMsgNcMouseMove),
+        Message<&CSimEditView::OnContextMenu>(kMsgContextMenu),
     };
     static const MessageMap kMap{kEntries, &CScrollView::GetMessageMap()};
+    return kMap;
+}
+
+const CommandMap& CSimEditView::GetCommandMap() const {
+    using V = CSimEditView;
+    static constexpr CommandEntry kEntries[] = {
+        Command<&V::ClearBookmarks, &V::OnUpdateNeedsBookmark>(kCommandClearBookmarks),
+        Command<&V::ToggleBookmark>(kCommandToggleBookmark),
+        Command<&V::NextBookmark>(kCommandNextBookmark),
+        Command<&V::PrevBookmark>(kCommandPreviousBookmark),
+        Command<&V::OnEditClear, &V::OnUpdateNeedsSelection>(kCommandClear),
+        Command<&V::CopySelection, &V::OnUpdateNeedsSelection>(kCommandCopy),
+        Command<&V::CutSelection, &V::OnUpdateNeedsSelection>(kCommandCut),
+        Command<&V::PasteClipboard, &V::OnUpdatePaste>(kCommandPaste),
+        Command<&V::SelectAll>(kCommandSelectAll),
+    };
+    static const CommandMap kMap{kEntries, &CScrollView::GetCommandMap()};
     return kMap;
 }
 
@@ -91,4 +118,19 @@ void CSimEditView::TellActivation(CBaseEditor& editor, bool activate) {
         activate ? instance->EditorActivated(self) : instance->EditorDeactivated(self);
     else if (IDesktop* desktop = GetDesktop())
         desktop->SetActiveEditor(activate ? self : nullptr, 0);
+}
+
+CaretState CSimEditView::GetCaretState() const {
+    return {{m_Caret.Row, m_Caret.Column}, m_WantedColumn, m_InsertMode};
+}
+
+SelectionState CSimEditView::GetSelectionState() const {
+    return {m_Selected,
+            m_BlockSelect,
+            {m_SelAnchor.Row, m_SelAnchor.Column},
+            {m_SelEnd.Row, m_SelEnd.Column}};
+}
+
+ScrollState CSimEditView::GetScrollState() const {
+    return {m_TopRow, m_LinesPerPage, m_MaxLineLength};
 }

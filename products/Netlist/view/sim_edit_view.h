@@ -15,9 +15,11 @@ class CBaseEditor;
 class CFindDialog;
 class CSimEditDoc;
 class CSimEditLine;
+class EditReplay;
 class IDesignInstance;
 class IViewKey;
 class PaintGathering;
+class RecordList;
 
 /// A place in the text, 0-based; the column counts in the expanded text.
 struct TextPlace {
@@ -94,17 +96,22 @@ public:
     /// @{
     /// Deletes the selected text; the selection's flags stay.
     void DeleteSelection();
-    /// The bytes that GetSelectedText writes.
+    /// The bytes that GetSelectedText writes at most: a tab counts as its columns.
     std::size_t GetSelectionLength() const;
     /// The clipboard's form of the selection: tabs restored, CR LF between rows.
     std::string GetSelectedText() const;
+    /// Inserts a text at the caret as a paste does: the views are updated and the caret shown.
+    /// Selected text goes first if replaceSelection.
     void PasteText(std::string_view text, bool replaceSelection);
-    /// Inserts at the caret. @return the number of line ends in text
+    /// Inserts at the caret, CR, LF and CR LF being line ends, with one record for each line; no
+    /// view is updated. @return the number of line ends in text
     std::int32_t InsertText(std::string_view text);
     /// @}
 
     /// @name Commands
     /// @{
+    /// The find box takes these three while it has the focus. A clipboard that fails changes
+    /// nothing.
     void CopySelection();
     void CutSelection();
     void PasteClipboard();
@@ -158,6 +165,8 @@ public:
     /// @param hint the first row changed; caret and selection are kept inside the text
     void OnUpdate(CView* sender, std::intptr_t hint, CObject* object) override;
     void OnDraw(CDC& dc) override;
+    /// Takes the Delete key, which deletes whatever an accelerator says.
+    bool PreTranslateKey(unsigned key, unsigned modifiers) override;
 
     /// The view has become the active one of its document (activate), or losing is no longer it:
     /// tells the document, and the instance or the desktop.
@@ -167,11 +176,14 @@ public:
 
 protected:
     const MessageMap& GetMessageMap() const override;
+    const CommandMap& GetCommandMap() const override;
     void OnEraseBackground(CDC& dc) override;
 
 private:
     friend class PaintGathering;
     class CaretPause;
+    class ReplayKeys;
+    struct Motion;
 
     CBaseEditor* GetEditor() const;
     CSimEditDoc* GetTextDocument() const;
@@ -187,6 +199,73 @@ private:
     std::intptr_t OnVScroll(std::uintptr_t code, std::intptr_t position);
     std::intptr_t OnHScroll(std::uintptr_t code, std::intptr_t position);
     std::intptr_t OnMouseWheel(std::uintptr_t delta, std::intptr_t);
+    std::intptr_t OnKeyDown(std::uintptr_t key, std::intptr_t flags);
+    /// @param character a 16-bit unit @param flags 0: no command is made
+    std::intptr_t OnChar(std::uintptr_t character, std::intptr_t flags);
+
+    // Commands.
+    void OnEditClear();
+    void OnUpdateNeedsBookmark(CCmdUI& ui);
+    void OnUpdateNeedsSelection(CCmdUI& ui);
+    void OnUpdatePaste(CCmdUI& ui);
+
+    // Keys. The text document is there.
+    void MoveCaret(const Motion& motion);
+    void MoveUp();
+    void MoveDown();
+    void MovePageUp();
+    void MovePageDown();
+    void MoveOneRow(std::int32_t rows);
+    void MoveRows(std::int32_t rows);
+    void MoveLeft();
+    void MoveRight();
+    void MoveWordLeft();
+    void MoveWordRight();
+    void MoveHome();
+    void MoveToFirstRow();
+    void MoveEnd();
+    void MoveToLastRow();
+    TextPlace EndOfRow(std::int32_t row) const;
+    std::int32_t ColumnBeforeCaret() const;
+    void OnEnter();
+    void OnBackspace();
+    void OnDelete();
+    void OnInsert();
+    void OnEscape();
+    void EndKey();
+    void TypeChar(char character);
+
+    // Editing. The text document is there.
+    /// A row as far as it matters to those below, and to what it covers on the screen.
+    struct RowState {
+        std::int32_t Length;
+        std::int32_t RangeOut;
+    };
+    RowState StateOfRow(std::int32_t row) const;
+    void ShowEditedRow(const RowState& before);
+    void RaiseMaxLineLength(std::int32_t row);
+    void TextChanged(std::int32_t row);
+    void DeleteCharAtCaret();
+    void JoinAtCaret();
+    void MakeCommand();
+    bool TakeSelection();
+    TextRange SelectedRange() const;
+    WordRange SelectedColumns(std::int32_t row) const;
+    void DeleteColumns(std::int32_t from, std::int32_t to);
+    void DeleteRows(const TextRange& range);
+    void InsertPiece(std::string_view piece, bool isFirst, bool hasLineEnd);
+    bool FindBoxTakes(unsigned message) const;
+    bool CopyToClipboard() const;
+    void GoToBookmark(std::int32_t step);
+    std::int32_t ReplayActions(std::int32_t count, std::int32_t (EditReplay::*replay)(),
+                               const RecordList& (CSimEditDoc::*list)() const);
+    std::intptr_t OnLButtonDown(std::uintptr_t, std::intptr_t place);
+    std::intptr_t OnLButtonUp(std::uintptr_t, std::intptr_t place);
+    std::intptr_t OnLButtonDblClk(std::uintptr_t, std::intptr_t);
+    std::intptr_t OnMouseMove(std::uintptr_t modifiers, std::intptr_t place);
+    std::intptr_t OnSetCursor(std::uintptr_t, std::intptr_t);
+    std::intptr_t OnNcMouseMove(std::uintptr_t, std::intptr_t place);
+    std::intptr_t OnContextMenu(std::uintptr_t, std::intptr_t place);
 
     // Layout.
     bool CanPaint() const;
@@ -225,6 +304,17 @@ private:
     void ChangeHighlight(const Highlight& before, const Highlight& after);
     void InvertRow(CDC& dc, std::int32_t row) const;
 
+    // Mouse. Logical points are in the coordinates of OnDraw.
+    CPoint ToLogical(CPoint point) const;
+    bool IsInSelection(CPoint logical) const;
+    void DragSelection(CPoint logical);
+    void ExtendByWords(TextPlace at);
+    void AutoScroll(std::uintptr_t modifiers, std::intptr_t place);
+    void CaptureMouse(bool on);
+    void ShowCursorAt(CPoint logical);
+    static AString HoverTitle(CBaseEditor& editor);
+    void HideHoverTitle();
+
     std::int32_t m_MaxLineLength = kLeastViewWidth;
     std::int32_t m_TopRow = 0;
     std::int32_t m_MaxTopRow = 0;
@@ -256,6 +346,7 @@ private:
     bool m_SearchDown = true;
     bool m_TitleShown = false; ///< the title shows the hover text
 
+    bool m_ArrowShown = false;         ///< instead of the I-beam
     std::optional<CRect> m_ShownCaret; ///< as the window was told last
 
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends

@@ -3,10 +3,10 @@
 #include <cstdlib>
 #include <string_view>
 
+#include "base_editor.h"
 #include "char_class.h"
 #include "code_page.h"
 #include "editor_options.h"
-#include "netlist_factory.h"
 #include "record_type.h"
 #include "resource_ids.h"
 #include "sim_edit_doc.h"
@@ -94,21 +94,22 @@ std::intptr_t CSimEditView::OnKeyDown(std::uintptr_t key, std::intptr_t) {
         {kKeyHome, &V::MoveHome, &V::MoveToFirstRow, false, false},
         {kKeyEnd, &V::MoveEnd, &V::MoveToLastRow, false, false},
     };
-    static constexpr struct {
+    struct Other {
         unsigned Key;
         void (V::*Handler)();
-    } kOthers[] = {
-        {kKeyReturn, &V::OnEnter},   {kKeyBack, &V::OnBackspace}, {kKeyDelete, &V::OnDelete},
+    };
+    static constexpr Other kOthers[] = {
+        {kKeyReturn, &V::OnEnter},  {kKeyBack, &V::OnBackspace}, {kKeyDelete, &V::OnDelete},
         {kKeyInsert, &V::OnInsert}, {kKeyEscape, &V::OnEscape},
     };
-    if (!TextDocument())
+    if (!GetTextDocument())
         return 0;
     for (const Motion& motion : kMotions)
         if (motion.Key == key)
             MoveCaret(motion);
-    for (const auto& other : kOthers)
-        if (other.Key == key)
-            return (this->*other.Handler)(), 0;
+    const auto* other = std::ranges::find(kOthers, key, &Other::Key);
+    if (other != std::end(kOthers))
+        (this->*other->Handler)(); // a host that hears of it may close the view
     return 0;
 }
 
@@ -152,7 +153,7 @@ void CSimEditView::MovePageDown() {
 
 void CSimEditView::MoveOneRow(std::int32_t rows) {
     const std::int32_t row = m_Caret.Row + rows;
-    const bool moves = row >= 0 && row < TextDocument()->LineCount();
+    const bool moves = row >= 0 && row < GetTextDocument()->LineCount();
     if (moves && m_Selected && !m_BlockSelect && m_Caret.Column == 0)
         m_WantedColumn = 0;
     MoveRows(rows);
@@ -160,7 +161,7 @@ void CSimEditView::MoveOneRow(std::int32_t rows) {
 
 /// Moves as far as there are rows, to the wanted column or the nearest that the line has.
 void CSimEditView::MoveRows(std::int32_t rows) {
-    const CSimEditDoc& document = *TextDocument();
+    const CSimEditDoc& document = *GetTextDocument();
     const std::int32_t row = std::clamp(m_Caret.Row + rows, 0, document.LineCount() - 1);
     if (row == m_Caret.Row)
         return;
@@ -184,7 +185,7 @@ void CSimEditView::MoveLeft() {
 }
 
 void CSimEditView::MoveRight() {
-    const CSimEditDoc& document = *TextDocument();
+    const CSimEditDoc& document = *GetTextDocument();
     const CSimEditLine& line = document.Line(m_Caret.Row);
     if (m_Caret.Column < line.Length()) {
         const TabEntry* tab = line.TabAt(m_Caret.Column);
@@ -195,22 +196,17 @@ void CSimEditView::MoveRight() {
 }
 
 void CSimEditView::MoveWordLeft() {
-    const CSimEditDoc& document = *TextDocument();
+    const CSimEditDoc& document = *GetTextDocument();
     TextPlace from = m_Caret;
-    if (from.Column == 0) {
-        do
-            if (--from.Row < 0)
-                return void(m_Caret = {});
-        while (document.Line(from.Row).Length() == 0);
-        from = EndOfRow(from.Row);
-    }
-    const auto column = static_cast<std::size_t>(from.Column);
-    m_Caret = {static_cast<std::int32_t>(WordStartBefore(document.Line(from.Row).Text(), column)),
-               from.Row};
+    while (from.Column == 0 && from.Row > 0)
+        from = EndOfRow(from.Row - 1);
+    const std::size_t start =
+        WordStartBefore(document.Line(from.Row).Text(), static_cast<std::size_t>(from.Column));
+    m_Caret = {static_cast<std::int32_t>(start), from.Row};
 }
 
 void CSimEditView::MoveWordRight() {
-    const CSimEditDoc& document = *TextDocument();
+    const CSimEditDoc& document = *GetTextDocument();
     const auto column = static_cast<std::size_t>(m_Caret.Column);
     const std::size_t behind = WordStartBehind(document.Line(m_Caret.Row).Text(), column);
     if (behind != column)
@@ -220,7 +216,7 @@ void CSimEditView::MoveWordRight() {
 }
 
 void CSimEditView::MoveHome() {
-    const std::string_view text = TextDocument()->Line(m_Caret.Row).Text();
+    const std::string_view text = GetTextDocument()->Line(m_Caret.Row).Text();
     const std::size_t behind = Skip(text, 0, IsBlank);
     const bool toText = m_Caret.Column == 0 && behind < text.size();
     m_Caret.Column = toText ? static_cast<std::int32_t>(behind) : 0;
@@ -235,16 +231,16 @@ void CSimEditView::MoveEnd() {
 }
 
 void CSimEditView::MoveToLastRow() {
-    m_Caret = {0, TextDocument()->LineCount() - 1};
+    m_Caret = {0, GetTextDocument()->LineCount() - 1};
 }
 
 TextPlace CSimEditView::EndOfRow(std::int32_t row) const {
-    return {TextDocument()->Line(row).Length(), row};
+    return {GetTextDocument()->Line(row).Length(), row};
 }
 
 /// The start of the tab or character before the caret, which isn't at column 0.
 std::int32_t CSimEditView::ColumnBeforeCaret() const {
-    const TabEntry* tab = TextDocument()->Line(m_Caret.Row).TabAt(m_Caret.Column - 1);
+    const TabEntry* tab = GetTextDocument()->Line(m_Caret.Row).TabAt(m_Caret.Column - 1);
     return tab ? tab->Position : m_Caret.Column - 1;
 }
 
@@ -252,7 +248,7 @@ void CSimEditView::OnEnter() {
     HideCaret();
     m_WantedColumn = 0;
     TakeSelection();
-    CSimEditDoc& document = *TextDocument();
+    CSimEditDoc& document = *GetTextDocument();
     const CSimEditLine& line = document.Line(m_Caret.Row);
     const bool indents = CurrentOptions().FillBlanksOnEnter != 0 && line.Length() != 0 &&
                          m_Caret.Column == line.Length();
@@ -282,7 +278,7 @@ void CSimEditView::OnBackspace() {
 void CSimEditView::OnDelete() {
     HideCaret();
     m_WantedColumn = 0;
-    const CSimEditDoc& document = *TextDocument();
+    const CSimEditDoc& document = *GetTextDocument();
     if (TakeSelection())
         TextChanged(m_Caret.Row);
     else if (m_Caret.Column < document.Line(m_Caret.Row).Length())
@@ -302,7 +298,8 @@ void CSimEditView::OnInsert() {
 void CSimEditView::OnEscape() {
     if (!m_Selected)
         return;
-    if (IBackendWindow* window = GetBackendWindow(); window && (m_MouseSelecting || m_WordSelecting))
+    if (IBackendWindow* window = GetBackendWindow();
+        window && (m_MouseSelecting || m_WordSelecting))
         window->SetCapture(false);
     m_WordSelecting = false;
     CancelSelection();
@@ -312,7 +309,7 @@ void CSimEditView::OnEscape() {
 /// What Enter, Backspace and Delete end with, whether they changed anything or not.
 void CSimEditView::EndKey() {
     EnsureVisible(true);
-    if (!TextDocument()->Replaying())
+    if (!GetTextDocument()->Replaying())
         MakeCommand();
 }
 
@@ -320,12 +317,12 @@ std::intptr_t CSimEditView::OnChar(std::uintptr_t character, std::intptr_t flags
     CBaseEditor* const editor = GetEditor();
     const auto unit = static_cast<char16_t>(character);
     const bool isUnit = character == unit;
-    const char byte = isUnit ? codepage::EncodeUnit(codepage::Page::kWindows1252, unit)
-                             : codepage::kLackingByte;
+    const char byte =
+        isUnit ? codepage::EncodeUnit(codepage::Page::kWindows1252, unit) : codepage::kLackingByte;
     if (!editor || !CanBeTyped(byte))
         return 0;
     if (!isUnit || !codepage::CanEncode(codepage::Page::kWindows1252, {&unit, 1}))
-        editor->NoteReplacedCharacters();
+        editor->NoteReplacedInput();
     TypeChar(byte);
     if (flags != 0)
         MakeCommand();
@@ -333,7 +330,7 @@ std::intptr_t CSimEditView::OnChar(std::uintptr_t character, std::intptr_t flags
 }
 
 void CSimEditView::TypeChar(char character) {
-    CSimEditDoc& document = *TextDocument();
+    CSimEditDoc& document = *GetTextDocument();
     HideCaret();
     m_WantedColumn = 0;
     const bool replaced = TakeSelection();

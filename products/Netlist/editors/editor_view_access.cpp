@@ -1,0 +1,52 @@
+/// The part of EditorAccess that goes through a view of the editor.
+#include "base_editor.h"
+#include "editor_access.h"
+#include "sim_edit_view.h"
+
+CSimEditView* EditorAccess::GetViewInUse() const {
+    if (CSimEditView* active = m_Editor.GetActiveView())
+        return active;
+    const std::vector<CView*>& views = m_Editor.GetViews();
+    return views.empty() ? nullptr : dynamic_cast<CSimEditView*>(views.front());
+}
+
+std::optional<CaretState> EditorAccess::GetCaret() {
+    const CSimEditView* const view = GetViewInUse();
+    return view ? std::optional(view->GetCaretState()) : std::nullopt;
+}
+
+std::optional<SelectionState> EditorAccess::GetSelection() {
+    const CSimEditView* const view = GetViewInUse();
+    return view ? std::optional(view->GetSelectionState()) : std::nullopt;
+}
+
+std::optional<ScrollState> EditorAccess::GetScroll() {
+    const CSimEditView* const view = GetViewInUse();
+    return view ? std::optional(view->GetScrollState()) : std::nullopt;
+}
+
+bool EditorAccess::RunCommand(unsigned id) {
+    if (CSimEditView* view = GetViewInUse())
+        return view->RunCommand(id);
+    return m_Editor.CCmdTarget::RunCommand(id);
+}
+
+bool EditorAccess::UndoEdit() {
+    if (CSimEditView* view = GetViewInUse())
+        return view->UndoEdit() != 0;
+    return Replayed(&EditReplay::Undo);
+}
+
+bool EditorAccess::RedoEdit() {
+    if (CSimEditView* view = GetViewInUse())
+        return view->RedoEdit() != 0;
+    return Replayed(&EditReplay::Redo);
+}
+
+bool EditorAccess::Replayed(std::int32_t (EditReplay::*replay)()) {
+    EditReplay replayed(m_Editor);
+    if ((replayed.*replay)() == 0)
+        return false;
+    NotifyEdited(0);
+    return true;
+}

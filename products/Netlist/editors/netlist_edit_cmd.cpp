@@ -1,0 +1,3 @@
+#include "netlist_edit_cmd.h"
+
+NetlistEditCmd::~NetlistEditCmd() = default;

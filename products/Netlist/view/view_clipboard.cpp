@@ -1,0 +1,125 @@
+/// Clipboard and selection commands of a CSimEditView, and when they are enabled.
+#include <algorithm>
+#include <new>
+
+#include "base_editor.h"
+#include "netlist_factory.h"
+#include "sim_edit_doc.h"
+#include "sim_edit_view.h"
+
+std::size_t CSimEditView::GetSelectionLength() const {
+    if (!m_Selected || !GetTextDocument())
+        return 0;
+    const TextRange range = SelectedRange();
+    std::int64_t length = 0;
+    for (std::int32_t row = range.From.Row; row <= range.To.Row; ++row) {
+        const WordRange columns = HighlightedColumns({m_SelAnchor, m_SelEnd, true}, row);
+        length += columns.End - columns.Start;
+    }
+    constexpr std::int64_t kLineEnd = 2;
+    return static_cast<std::size_t>(length + kLineEnd * (range.To.Row - range.From.Row));
+}
+
+std::string CSimEditView::GetSelectedText() const {
+    std::string text;
+    text.reserve(GetSelectionLength());
+    if (!m_Selected || !GetTextDocument())
+        return text;
+    const TextRange range = SelectedRange();
+    for (std::int32_t row = range.From.Row; row <= range.To.Row; ++row) {
+        const WordRange columns = SelectedColumns(row);
+        if (columns.Start < columns.End)
+            GetTextDocument()->Line(row).AppendText(text, columns.Start, columns.End - 1);
+        if (m_BlockSelect) // up to the block's width, whatever tabs made of the columns
+            text.append(static_cast<std::size_t>(range.To.Column - range.From.Column -
+                                                 (columns.End - columns.Start)),
+                        ' ');
+        if (row != range.To.Row)
+            text += "\r\n";
+    }
+    return text;
+}
+
+/// Gives an edit command to the find box if that has the focus.
+bool CSimEditView::FindBoxTakes(unsigned message) const {
+    CBaseEditor* const editor = GetEditor();
+    CNetlistFactory* const factory = editor ? editor->GetNetlistFactory() : nullptr;
+    if (!factory)
+        return false;
+    CWnd& box = factory->GetFindCombo();
+    const CWnd* focus = CWnd::GetFocus();
+    while (focus && focus != &box)
+        focus = focus->GetParent();
+    if (focus)
+        box.SendMessage(message);
+    return focus != nullptr;
+}
+
+/// @return false when memory or the clipboard fails; a selection without width copies nothing
+bool CSimEditView::CopyToClipboard() const {
+    const TextRange range = SelectedRange();
+    if (m_BlockSelect ? range.From.Column == range.To.Column : range.From == range.To)
+        return true;
+    IBackendDesk* const desk = GetBackend();
+    try {
+        return desk &&
+               desk->SetClipboardText(AString::FromMultiByte(AString::kAnsi, GetSelectedText()));
+    } catch (const std::bad_alloc&) {
+        return false;
+    }
+}
+
+void CSimEditView::CopySelection() {
+    if (!FindBoxTakes(kMsgCopy) && m_Selected && GetTextDocument())
+        CopyToClipboard();
+}
+
+void CSimEditView::CutSelection() {
+    if (FindBoxTakes(kMsgCut) || !m_Selected || !GetTextDocument() || !CopyToClipboard())
+        return;
+    HideCaret();
+    m_WantedColumn = 0;
+    TakeSelection();
+    TextChanged(m_Caret.Row);
+    EnsureVisible(true);
+}
+
+void CSimEditView::PasteClipboard() {
+    IBackendDesk* const desk = GetBackend();
+    CBaseEditor* const editor = GetEditor();
+    if (FindBoxTakes(kMsgPaste) || !desk || !editor)
+        return;
+    const std::optional<AString> text = desk->GetClipboardText();
+    if (!text || text->empty())
+        return;
+    if (!text->CanEncode(AString::kAnsi))
+        editor->NoteReplacedInput();
+    PasteText(text->ToCString(AString::kAnsi), true);
+}
+
+void CSimEditView::SelectAll() {
+    if (!GetTextDocument())
+        return;
+    HideCaret();
+    if (m_Selected)
+        CancelSelection();
+    m_Caret = {};
+    BeginSelection(false);
+    m_Caret = EndOfRow(GetTextDocument()->LineCount() - 1);
+    ExtendSelection();
+    EnsureVisible(true);
+}
+
+/// The key itself, so that the command does what the key does.
+void CSimEditView::OnEditClear() {
+    SendMessage(kMsgKeyDown, kKeyDelete, 1);
+}
+
+void CSimEditView::OnUpdateNeedsSelection(CCmdUI& ui) {
+    ui.Enable(m_Selected);
+}
+
+void CSimEditView::OnUpdatePaste(CCmdUI& ui) {
+    IBackendDesk* const desk = GetBackend();
+    ui.Enable(desk && desk->HasClipboardText());
+}
