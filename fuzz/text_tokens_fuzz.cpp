@@ -1,5 +1,6 @@
 /// Any bytes as text tokens: the same tokens whether the text is buffered or comes a unit at a
-/// time, each inside the text and behind the one before; and what is written of them reads back.
+/// time, each inside the text and behind the one before; reading anew where one begins gives it
+/// again; and what is written of them reads back.
 ///
 /// The first byte chooses: 1 UTF-8, 2 the delimiter grammar, 12 the case mode, 16 comments kept,
 /// 32 blanks kept.
@@ -47,16 +48,24 @@ StreamEncoding EncodingOf(unsigned options) {
     return options & 1 ? StreamEncoding::Utf8 : StreamEncoding::Utf16;
 }
 
+CBase_grammar& GrammarOf(unsigned options) {
+    if (options & 2)
+        return CDelimiter_grammar_default::Get();
+    return CToken_grammar_default::Get();
+}
+
+struct Reader : CToken_textstreambuf {
+    Reader(CRawStreambuf& raw, unsigned options) : CToken_textstreambuf(&raw, GrammarOf(options)) {
+        SetEncoding(EncodingOf(options));
+        SetCaseMode(static_cast<CaseMode>(options >> 2 & 3));
+        SetKeepComments(options & 16);
+        SetKeepWhiteSpace(options & 32);
+        SetKeepText(true);
+    }
+};
+
 std::vector<CToken> ReadAll(CRawStreambuf& raw, std::size_t size, unsigned options) {
-    CBase_grammar& grammar = options & 2
-                                 ? static_cast<CBase_grammar&>(CDelimiter_grammar_default::Get())
-                                 : CToken_grammar_default::Get();
-    CToken_textstreambuf buffer(&raw, grammar);
-    buffer.SetEncoding(EncodingOf(options));
-    buffer.SetCaseMode(static_cast<CaseMode>(options >> 2 & 3));
-    buffer.SetKeepComments(options & 16);
-    buffer.SetKeepWhiteSpace(options & 32);
-    buffer.SetKeepText(true);
+    Reader buffer(raw, options);
     std::vector<CToken> tokens;
     std::streamoff last = 0;
     while (buffer.NextToken().GetKind() != TokenKind::Eof) {
@@ -65,11 +74,22 @@ std::vector<CToken> ReadAll(CRawStreambuf& raw, std::size_t size, unsigned optio
         Require(tokens.back().GetKind() != TokenKind::Error);
         if (const std::streamoff pos = buffer.TellRaw(); pos >= 0) {
             Require(pos <= static_cast<std::streamoff>(size));
-            Require(pos - buffer.GetTokenDistance() >= last || (options & 1));
+            Require(pos - buffer.GetTokenDistance() >= last);
             last = pos - buffer.GetTokenDistance();
         }
     }
     return tokens;
+}
+
+/// Reads some tokens once more, each from where it begins.
+void CheckStarts(const std::u16string& units, unsigned options) {
+    CString_streambuf raw(units), again(units);
+    Reader buffer(raw, options);
+    for (int i = 0; i < 16 && buffer.NextToken().GetKind() != TokenKind::Eof; ++i) {
+        again.pubseekpos(buffer.TellRaw() - buffer.GetTokenDistance(), std::ios_base::in);
+        const bool isSecondHalf = (buffer.PeekToken().GetSymbol() & 0xFC00) == 0xDC00;
+        Require(isSecondHalf || Reader(again, options).NextToken() == buffer.PeekToken());
+    }
 }
 
 /// What quoted text becomes on its way through a file.
@@ -160,6 +180,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     Trickle trickle(units);
     const std::vector<CToken> tokens = ReadAll(whole, units.size(), options);
     Require(tokens == ReadAll(trickle, units.size(), options));
+    CheckStarts(units, options);
     if (CanBeWritten(tokens, options))
         CheckWriting(tokens, options);
     return 0;

@@ -88,6 +88,7 @@ struct CPushBack {
 
 inline constexpr int kMaxPushBack = 64;
 inline constexpr int kMaxTokenPushBack = 10;
+/// A character in the low 16 bits, and above them the raw units that it took.
 using CCharPushBack = CPushBack<std::uint32_t, kMaxPushBack>;
 using CTokenPushBack = CPushBack<CToken, kMaxTokenPushBack>;
 

@@ -233,8 +233,9 @@ protected:
         --mTokenCount;
         MarkTokenStart(ahead);
     }
-    /// Puts a character back; more than kMaxPushBack are asserted and dropped.
-    void PushBackChar(std::uint32_t ch);
+    /// Puts a character back that took so many raw units; more than kMaxPushBack are asserted and
+    /// dropped.
+    void PushBackChar(char16_t ch, std::size_t rawUnits);
     /// Writes raw units.
     void PutUnits(std::u16string_view units);
     /// Drops the tokens pushed back up to a line end, for NewLine; appends the text of those behind

@@ -68,9 +68,9 @@ void CToken_streambuf::PushBackToken(const CToken& token) {
     mTokenPushBack.Push(token);
 }
 
-void CToken_streambuf::PushBackChar(std::uint32_t ch) {
+void CToken_streambuf::PushBackChar(char16_t ch, std::size_t rawUnits) {
     USE_ASSERT_TEXT(mPushBack.mCount < kMaxPushBack, "mPushBackCount < kMaxPushBack");
-    mPushBack.Push(ch);
+    mPushBack.Push(ch | static_cast<std::uint32_t>(std::min<std::size_t>(rawUnits, 0xFFFF)) << 16);
 }
 
 int CToken_streambuf::GetTokenLine() const noexcept {

@@ -68,7 +68,7 @@ bool (CToken_textstreambuf::*const CToken_textstreambuf::kHandlers[])() = {
 
 std::uint32_t CToken_textstreambuf::Peek() {
     if (!mPushBack.IsEmpty())
-        return mPushBack.Top();
+        return mPushBack.Top() & 0xFFFF;
     const std::uint32_t unit = mTokenStreamBuf->sgetc();
     const bool isLead = (unit & 0xC0) == 0xC0 && unit < 0xFF;
     return isLead && mEncoding == StreamEncoding::Utf8 ? PeekSequence() : unit;
@@ -90,12 +90,13 @@ std::uint32_t CToken_textstreambuf::PeekSequence() {
     } while ((unit & ~0x3FU) == 0x80);
     const std::string_view sequence(bytes.data(), std::min(count, bytes.size()));
     if (count > bytes.size() || !codepage::IsValidUtf8(sequence)) {
-        PushBackChar(0);
+        PushBackChar(0, count);
         return 0;
     }
-    for (std::size_t i = codepage::Utf8ToUtf16(sequence, units.data()); i > 0; --i)
-        PushBackChar(units[i - 1] == kEndOfInput ? codepage::kReplacement : units[i - 1]);
-    return mPushBack.Top();
+    // Reading anew at the second unit of a pair begins with the first.
+    for (std::size_t i = codepage::Utf8ToUtf16(sequence, units.data()); i > 0; --i, count = 0)
+        PushBackChar(units[i - 1] == kEndOfInput ? codepage::kReplacement : units[i - 1], count);
+    return mPushBack.Top() & 0xFFFF;
 }
 
 void CToken_textstreambuf::ConsumeUnit() {
@@ -113,14 +114,8 @@ void CToken_textstreambuf::Advance() {
 /// Raw units that the characters pushed back took.
 std::streamoff CToken_textstreambuf::CountPushedBack() const noexcept {
     std::streamoff count = 0;
-    for (int i = 0; i < mPushBack.mCount; ++i) {
-        const auto ch = static_cast<char16_t>(mPushBack.mItems[static_cast<std::size_t>(i)]);
-        const bool isSurrogate = (ch & 0xF800) == 0xD800;
-        if (mEncoding != StreamEncoding::Utf8 || ch < 0x80)
-            ++count;
-        else
-            count += isSurrogate || ch < 0x800 ? 2 : 3;
-    }
+    for (int i = 0; i < mPushBack.mCount; ++i)
+        count += mPushBack.mItems[static_cast<std::size_t>(i)] >> 16;
     return count;
 }
 
@@ -247,7 +242,7 @@ bool CToken_textstreambuf::ReturnToCData() {
 
 void CToken_textstreambuf::PushBackLast(std::size_t count) {
     for (; count > 0; --count) {
-        PushBackChar(mText.back());
+        PushBackChar(mText.back(), 1);
         mText.pop_back();
     }
 }
