@@ -3,11 +3,15 @@
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <new>
+#include <stdexcept>
 #include <unordered_map>
 #include <utility>
 
 namespace {
+
+constexpr std::size_t kMostBytes = std::numeric_limits<std::uint32_t>::max();
 
 struct Palette {
     std::vector<std::uint32_t> colors;
@@ -80,7 +84,9 @@ void ColorSpans::Assign(std::span<const std::uint8_t> bytes) {
         Clear();
         return;
     }
-    if (m_block == nullptr || Block::RoomFor(m_block->size) < sizeof(Block) + bytes.size()) {
+    if (bytes.size() > kMostBytes)
+        throw std::length_error("too many spans");
+    if (m_block == nullptr || Block::RoomFor(m_block->size) != Block::RoomFor(bytes.size())) {
         Clear();
         m_block = static_cast<Block*>(std::malloc(Block::RoomFor(bytes.size())));
         if (m_block == nullptr)

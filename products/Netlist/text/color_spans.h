@@ -75,7 +75,7 @@ public:
     bool empty() const { return m_block == nullptr; }
     std::vector<CColorDscr> ToVector() const { return {begin(), end()}; }
 
-    /// Takes over bytes written by Encoder. No allocation where they fit in what is there.
+    /// Takes over bytes written by Encoder. No allocation where they need the room that is there.
     void Assign(std::span<const std::uint8_t> bytes);
     void Clear();
 

@@ -1,6 +1,5 @@
 #include "edit_replay.h"
 
-#include "assertion.h"
 #include "record_type.h"
 #include "sim_edit_doc.h"
 
@@ -74,11 +73,12 @@ const EditReplay::Actions& EditReplay::ActionsOf(const CSimEditLine& record) {
 void EditReplay::Replay(CSimEditLine& record, Action action) {
     m_lastRow = record.Record().Row;
     m_lastType = record.Record().Type;
-    USE_ASSERT(m_document.LineCount() > 0);
-    if (m_document.LineCount() == 0)
-        return;
-    PutCaretNear(m_lastRow, record.Record().Column);
-    (this->*action)(record);
+    const bool hasLine = m_document.LineCount() > 0;
+    if (hasLine)
+        PutCaretNear(m_lastRow, record.Record().Column);
+    if (hasLine ||
+        action == &EditReplay::PutLineBack) // the only line was deleted: it can come back
+        (this->*action)(record);
 }
 
 void EditReplay::PutCaretNear(std::int32_t row, std::int32_t column) {

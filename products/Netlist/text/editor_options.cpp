@@ -2,10 +2,12 @@
 
 #include "idesktop.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
+#include <string_view>
 #include <variant>
-#include <vector>
 
 namespace {
 
@@ -53,24 +55,25 @@ constexpr std::array<FontNumber, 13> kFontNumbers{
     &LogFont::m_PitchAndFamily,
 };
 
-/// The leading decimal number of a field, 0 where there is none.
+/// The leading decimal number of a field, kept within 32 bits; 0 where there is none.
 std::int32_t ReadNumber(std::string_view text) {
-    const std::size_t digits = text.find_first_not_of(" +");
-    if (digits == std::string_view::npos)
-        return 0;
+    text.remove_prefix(std::min(text.find_first_not_of(" \t"), text.size()));
+    if (text.size() > 1 && text[0] == '+' && text[1] != '-')
+        text.remove_prefix(1);
     std::int32_t number = 0;
-    std::from_chars(text.data() + digits, text.data() + text.size(), number);
-    return number;
+    const auto read = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (read.ec != std::errc::result_out_of_range)
+        return number;
+    using Limits = std::numeric_limits<std::int32_t>;
+    return text[0] == '-' ? Limits::min() : Limits::max();
 }
 
-std::vector<AString> FieldsOf(const AString& text) {
-    std::vector<AString> fields;
-    for (std::size_t at = text.find_first_not_of(u','); at != AString::npos;) {
-        const std::size_t end = std::min(text.find(u',', at), text.size());
-        fields.emplace_back(text.substr(at, end - at));
-        at = text.find_first_not_of(u',', end);
-    }
-    return fields;
+/// Takes the next field off rest; commas before it go too. Empty when there is none.
+AString TakeField(std::u16string_view& rest) {
+    rest.remove_prefix(std::min(rest.find_first_not_of(u','), rest.size()));
+    const AString field(rest.substr(0, rest.find(u',')));
+    rest.remove_prefix(field.size());
+    return field;
 }
 
 } // namespace
@@ -100,16 +103,15 @@ void LoadOptions(IDesktop& desktop) {
 
 LogFont ParseTextFont(const AString& text) {
     LogFont font;
-    const std::vector<AString> fields = FieldsOf(text);
-    if (!fields.empty())
-        font.m_FaceName = fields[0];
-    for (std::size_t i = 0; i < kFontNumbers.size() && i + 1 < fields.size(); ++i)
+    std::u16string_view rest(text);
+    font.m_FaceName = TakeField(rest);
+    for (const FontNumber& number : kFontNumbers)
         std::visit(
             [&](auto field) {
                 using Number = std::remove_reference_t<decltype(font.*field)>;
-                font.*field = static_cast<Number>(ReadNumber(fields[i + 1].ToCString()));
+                font.*field = static_cast<Number>(ReadNumber(TakeField(rest).ToCString()));
             },
-            kFontNumbers[i]);
+            number);
     return font;
 }
 

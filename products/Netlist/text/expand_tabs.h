@@ -7,10 +7,16 @@
 #include <cstddef>
 #include <string_view>
 
+/// What a tab takes at most beside its own byte.
+inline constexpr std::size_t kTabGrowth = kTabStop - 1;
+
+inline std::size_t CountTabs(std::string_view text) {
+    return static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
+}
+
 /// The bytes that text takes at most when its tabs are expanded.
 inline std::size_t ExpandedRoom(std::string_view text) {
-    const auto tabs = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\t'));
-    return text.size() + tabs * (kTabStop - 1);
+    return text.size() + CountTabs(text) * kTabGrowth;
 }
 
 /// Writes text, which stands at column, to out with each tab as the blanks up to the next tab stop,

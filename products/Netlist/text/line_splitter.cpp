@@ -26,13 +26,13 @@ void LineSplitter::Add(std::string_view piece) {
         from += isPair;
         m_endOfPiece = 0;
     }
-    bool hasTab = false;
+    std::size_t tabs = 0;
     for (const char* at = from;; ++at) {
         at = FindControl(at, end);
         if (at == end)
             break;
         if (!IsLineEnd(*at)) {
-            hasTab |= *at == '\t';
+            tabs += *at == '\t';
             continue;
         }
         if (at + 1 == end) {
@@ -42,7 +42,7 @@ void LineSplitter::Add(std::string_view piece) {
         }
         const std::string_view line(from, static_cast<std::size_t>(at - from));
         if (m_begun.empty()) {
-            PutLine(line, hasTab);
+            PutLine(line, tabs);
         } else {
             m_begun += line;
             PutBegun();
@@ -51,7 +51,7 @@ void LineSplitter::Add(std::string_view piece) {
         Meet(isPair ? LineEnds::crLf : EndsOf(*at));
         at += isPair;
         from = at + 1;
-        hasTab = false;
+        tabs = 0;
     }
     m_begun.append(from, end);
 }
@@ -63,18 +63,19 @@ void LineSplitter::Finish() {
 }
 
 void LineSplitter::PutBegun() {
-    PutLine(m_begun, m_begun.find('\t') != std::string::npos);
+    PutLine(m_begun, CountTabs(m_begun));
     m_begun.clear();
 }
 
-void LineSplitter::PutLine(std::string_view line, bool hasTab) {
+void LineSplitter::PutLine(std::string_view line, std::size_t tabs) {
     m_tabs.clear();
-    std::size_t size = hasTab ? ExpandedRoom(line) : line.size();
-    LineText::CheckSize(size);
+    std::size_t size = line.size() + tabs * kTabGrowth;
     char* const room = m_blocks.Room(size);
-    if (hasTab)
+    if (tabs != 0) {
+        LineText::CheckSize(size); // columns are counted below
         size = ExpandTabs(line, 0, room, m_tabs);
-    else if (size != 0)
+    } else if (size != 0) {
         std::memcpy(room, line.data(), size);
+    }
     m_target.AddLine(LineText::Borrow(m_blocks.Commit(size)), m_tabs);
 }

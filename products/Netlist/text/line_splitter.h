@@ -6,6 +6,7 @@
 #include "tab_table.h"
 #include "text_blocks.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -37,7 +38,7 @@ private:
     void Meet(LineEnds ends) {
         m_met = m_met == LineEnds::none || m_met == ends ? ends : LineEnds::mixed;
     }
-    void PutLine(std::string_view line, bool hasTab);
+    void PutLine(std::string_view line, std::size_t tabs);
     void PutBegun();
 
     TextBlocks& m_blocks;

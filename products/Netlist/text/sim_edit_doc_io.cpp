@@ -42,7 +42,7 @@ class CSimEditDoc::Loader : private LineSplitter::Target {
 public:
     /// @param width becomes the length of the longest line, where it is less
     Loader(CSimEditDoc& document, std::int32_t& width)
-        : m_document(document), m_width(width), m_splitter(document.m_blocks, *this) {
+        : m_document(document), m_widthOut(width), m_splitter(document.m_blocks, *this) {
         m_document.m_lines.Clear();
         m_document.m_bookmarkCount = 0;
         std::swap(m_oldBlocks, m_document.m_blocks);
@@ -50,6 +50,7 @@ public:
     Loader(const Loader&) = delete;
     Loader& operator=(const Loader&) = delete;
     ~Loader() {
+        m_widthOut = std::max(m_widthOut, m_width);
         LineStore& lines = m_document.m_lines;
         if (lines.Size() == 0)
             lines.Insert(0, std::move(m_spare)); // takes no memory: there is room for some rows
@@ -69,10 +70,11 @@ private:
     }
 
     CSimEditDoc& m_document;
-    std::int32_t& m_width;
+    std::int32_t& m_widthOut;
     std::unique_ptr<CSimEditLine> m_spare = std::make_unique<CSimEditLine>();
     TextBlocks m_oldBlocks;
     LineSplitter m_splitter;
+    std::int32_t m_width = 0;
 };
 
 void CSimEditDoc::Serialize(CArchive& archive) {

@@ -203,7 +203,7 @@ std::string CSimEditLine::GetText(std::int32_t from, std::int32_t to) const {
 }
 
 void CSimEditLine::AppendText(std::string& target, std::int32_t from, std::int32_t to) const {
-    const std::int32_t end = to == -1 ? Length() : std::min(to + 1, Length());
+    const std::int32_t end = to == -1 || to >= Length() ? Length() : to + 1;
     const std::string_view text = m_text.View();
     const TabTable& tabs = Tabs();
     auto tab = std::lower_bound(

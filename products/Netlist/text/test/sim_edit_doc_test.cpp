@@ -478,6 +478,24 @@ TEST_F(SimEditDocTest, UndoAndRedoWalkThroughTheTextsOfRandomEdits) {
     }
 }
 
+TEST_F(SimEditDocTest, ADeletedOnlyLineComesBackAndNothingElseActsWithoutIt) {
+    CSimEditDoc doc;
+    Load(doc, "ab");
+    std::int32_t width = 0;
+    doc.DelChar(0, 0, 1, width);
+    EditReplay replay(doc);
+    replay.Undo();
+    doc.DeleteLine(0, 0, 0);
+    replay.Redo();
+    replay.Undo();
+    EXPECT_EQ(Lines(doc), "");
+    doc.InsertLine(0, 0, 0, "cd");
+    doc.DeleteLine(0, 1, 1);
+    replay.Undo();
+    EXPECT_EQ(Lines(doc), "[cd]");
+    EXPECT_EQ(doc.Check(), "");
+}
+
 TEST_F(SimEditDocTest, UndoKeepsWhatWasLostWithATab) {
     CSimEditDoc doc;
     Load(doc, "a\tb");
