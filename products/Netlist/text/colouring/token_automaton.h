@@ -2,6 +2,7 @@
 #pragma once
 
 #include "byte_set.h"
+#include "quorel_export.h"
 #include "reg_automaton.h"
 #include "reg_exp.h"
 #include "visit_marks.h"
@@ -53,7 +54,7 @@ public:
     std::optional<bool> MatchesAt(std::string_view text, std::size_t column);
 
     /// Bytes of states above which they are forgotten. One run may take as many once more.
-    static std::size_t s_cache;
+    QUOREL_API static std::size_t s_cache;
 
 private:
     using State = std::uint32_t;

@@ -1,23 +1,117 @@
 #include "plain_colouring.h"
 #include "sim_edit_line.h"
+#include "token_automaton.h"
+#include "visit_marks.h"
+
+#include <deque>
 
 namespace {
 
+/// The quick colouring of lines beside that by the rules.
+class Compared {
+public:
+    Compared(const Ranges& ranges, const Tokens& tokens) : m_plain(ranges, tokens) {
+        Fill(m_syntax, ranges, tokens);
+    }
+    void Check(const std::string& text, std::int32_t carried) {
+        CSimEditLine line(text);
+        line.ColourLine(carried, &m_syntax);
+        m_plain.Colour(text, carried);
+        ASSERT_EQ(line.Colors().ToVector(), m_plain.spans) << text << " after " << carried;
+        ASSERT_EQ(line.RangeIn(), m_plain.rangeIn) << text << " after " << carried;
+        ASSERT_EQ(line.RangeOut(), m_plain.rangeOut) << text << " after " << carried;
+    }
+    void CheckLines(int count, std::size_t longest) {
+        for (int round = 0; round < count; ++round) {
+            const std::string text = m_random.Line(round % 50 == 0 ? 150 : longest);
+            const auto carried = std::int32_t(m_random.Below(6)) - 1;
+            ASSERT_NO_FATAL_FAILURE(Check(text, carried));
+        }
+    }
+
+private:
+    CSyntaxDscr m_syntax;
+    PlainColouring m_plain;
+    RandomLines m_random;
+};
+
 TEST(Colouring, EqualsOneSearchAfterTheOther) {
-    RandomLines random;
-    for (const auto& description : kDescriptions) {
-        CSyntaxDscr syntax;
-        Fill(syntax, description.ranges, description.tokens);
-        PlainColouring plain(description.ranges, description.tokens);
-        for (int round = 0; round < 3000; ++round) {
-            const std::string text = random.Line(round % 50 == 0 ? 150 : 12);
-            const auto carried = std::int32_t(random.Below(6)) - 1;
-            CSimEditLine line(text);
-            line.ColourLine(carried, &syntax);
-            plain.Colour(text, carried);
-            ASSERT_EQ(line.Colors().ToVector(), plain.spans) << text << " after " << carried;
-            ASSERT_EQ(line.RangeIn(), plain.rangeIn) << text;
-            ASSERT_EQ(line.RangeOut(), plain.rangeOut) << text << " after " << carried;
+    for (const auto& description : kDescriptions)
+        ASSERT_NO_FATAL_FAILURE(
+            Compared(description.ranges, description.tokens).CheckLines(3000, 12));
+}
+
+/// With less memory than a line's states take, whatever was found so far is of no use; with a
+/// little more, states are forgotten from run to run.
+TEST(Colouring, IsTheSameInLittleMemory) {
+    const std::size_t cache = TokenAutomaton::s_cache;
+    for (const std::size_t bytes : {0, 300, 2000, 10000}) {
+        TokenAutomaton::s_cache = bytes;
+        for (const auto& description : kDescriptions)
+            EXPECT_NO_FATAL_FAILURE(
+                Compared(description.ranges, description.tokens).CheckLines(300, 12));
+    }
+    TokenAutomaton::s_cache = cache;
+}
+
+/// More ranges and groups of separators than there are bits.
+TEST(Colouring, ManyRangesAndSeparators) {
+    const std::string letters = "ab1 #'/*.";
+    std::deque<std::string> texts;
+    const auto set = [&](std::size_t a, std::size_t b) {
+        return texts.emplace_back(std::string("[") + letters[a] + letters[b] + "]").c_str();
+    };
+    Ranges ranges;
+    Tokens tokens;
+    for (std::size_t a = 0; a < letters.size(); ++a)
+        for (std::size_t b = 0; b < a; ++b) {
+            const std::string open = std::string(set(a, b)) + set(b, b) + set(a, a);
+            ranges.push_back({texts.emplace_back(open).c_str(), set(b, b)});
+            tokens.push_back({set((a + 1) % 9, (b + 5) % 9), set(a, b), ".|$"});
+        }
+    ASSERT_EQ(ranges.size(), 36u);
+    ASSERT_NO_FATAL_FAILURE(Compared(ranges, {}).CheckLines(1000, 20));
+    ASSERT_NO_FATAL_FAILURE(Compared({}, tokens).CheckLines(1000, 20));
+    ASSERT_NO_FATAL_FAILURE(Compared(ranges, tokens).CheckLines(1000, 40));
+}
+
+/// Lines on which the tokens' matches overlap too much to be found together, and such lines before
+/// ordinary ones.
+TEST(Colouring, CrowdedLines) {
+    Compared longRuns({}, {{"[ab1].*#", ".", ".|$"}, {"b.*", "a", "$"}, {"ab?", ".", "."}});
+    ASSERT_NO_FATAL_FAILURE(longRuns.CheckLines(300, 100));
+
+    Tokens lengths;
+    std::deque<std::string> texts;
+    for (std::size_t i = 15; i > 0; --i)
+        lengths.push_back(
+            {texts.emplace_back(i, '.').c_str(), i % 2 == 0 ? "b" : ".", i % 3 == 0 ? "b" : ".|$"});
+    Compared crowded({{"#", "#"}}, lengths);
+    for (const std::size_t length : {2000, 40, 70000, 3}) {
+        std::string text(length, 'a');
+        text[length / 2] = 'b';
+        ASSERT_NO_FATAL_FAILURE(crowded.Check(text.substr(0, 2000), -1));
+        ASSERT_NO_FATAL_FAILURE(crowded.Check(text, 0));
+    }
+}
+
+/// What was learnt of the part before a NUL says nothing of the part behind it.
+TEST(Colouring, PartsBetweenNulsAreSubjectsOfTheirOwn) {
+    using namespace std::string_literals;
+    Compared ends({{"$", "$"}, {"#", "#"}}, {{"x", ".", ".|$"}, {"^#?", "x", "$"}});
+    for (const std::string& text :
+         {"a\0#x#"s, "#a\0#x#"s, "\0\0#x"s, "#x\0"s, "\0"s, "x#\0#x#\0x#"s})
+        for (const std::int32_t carried : {-1, 0, 1})
+            ASSERT_NO_FATAL_FAILURE(ends.Check(text, carried));
+}
+
+TEST(Colouring, MarksOutliveTheirCounter) {
+    VisitMarks<std::uint8_t> marks(2);
+    for (int round = 0; round < 600; ++round, marks.Clear()) {
+        ASSERT_TRUE(marks.Mark(0)) << round;
+        ASSERT_FALSE(marks.Mark(0)) << round;
+        if (round % 255 == 7) { // the other one's last mark is of the same number each time
+            ASSERT_TRUE(marks.Mark(1)) << round;
         }
     }
 }
