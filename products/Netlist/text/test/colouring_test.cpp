@@ -75,24 +75,27 @@ TEST(Colouring, ManyRangesAndSeparators) {
     ASSERT_NO_FATAL_FAILURE(Compared(ranges, tokens).CheckLines(1000, 40));
 }
 
-/// Lines on which the tokens' matches overlap too much to be found together, and such lines before
-/// ordinary ones.
+/// Lines on which too many steps or matches are needed to find all tokens together, and ordinary
+/// ones between them.
 TEST(Colouring, CrowdedLines) {
-    Compared longRuns({}, {{"[ab1].*#", ".", ".|$"}, {"b.*", "a", "$"}, {"ab?", ".", "."}});
-    ASSERT_NO_FATAL_FAILURE(longRuns.CheckLines(300, 100));
-
     Tokens lengths;
     std::deque<std::string> texts;
     for (std::size_t i = 15; i > 0; --i)
-        lengths.push_back(
-            {texts.emplace_back(i, '.').c_str(), i % 2 == 0 ? "b" : ".", i % 3 == 0 ? "b" : ".|$"});
-    Compared crowded({{"#", "#"}}, lengths);
-    for (const std::size_t length : {2000, 40, 70000, 3}) {
+        lengths.push_back({texts.emplace_back(i, '.').c_str(), i == 9 ? "b" : ".", ".|$"});
+    Compared manySteps({}, {{"[ab].*#", ".", ".|$"}, {"b.*", "a", "$"}, {"ab?", ".", "."}});
+    Compared manyMatches({{"#", "#"}}, lengths);
+    for (const std::size_t length : {2000, 40, 1500, 3}) {
         std::string text(length, 'a');
         text[length / 2] = 'b';
-        ASSERT_NO_FATAL_FAILURE(crowded.Check(text.substr(0, 2000), -1));
-        ASSERT_NO_FATAL_FAILURE(crowded.Check(text, 0));
+        text[length / 3] = '#';
+        ASSERT_NO_FATAL_FAILURE(manySteps.Check(text, -1));
+        ASSERT_NO_FATAL_FAILURE(manyMatches.Check(text, 0));
+        text[length / 3] = ' ';
+        ASSERT_NO_FATAL_FAILURE(manyMatches.Check(text, -1));
     }
+    Compared longLine({{"#", "#"}}, {{"a+", ".", ".|$"}});
+    for (const std::size_t length : {70000, 3, 80000})
+        ASSERT_NO_FATAL_FAILURE(longLine.Check(std::string(length, 'a'), -1));
 }
 
 /// What was learnt of the part before a NUL says nothing of the part behind it.
