@@ -24,7 +24,7 @@ protected:
     /// Opens an editor with one view, which has the focus; the text is loaded into it.
     void Open(std::string_view text, CSize cells = {80, 25}) {
         m_Desk.m_ClientSize = {cells.cx * kCellSize.cx, cells.cy * kCellSize.cy};
-        m_Open.emplace(Factory().CreateEditor(nullptr));
+        m_Open.emplace(Factory().CreateEditor(m_Component));
         (*m_Open)->OpenView(&m_Instance);
         m_Open->m_Driver->LoadArchive(text);
         View().SetFocus();
@@ -143,6 +143,7 @@ protected:
         }
     }
 
+    IComponent* m_Component = nullptr; ///< whose netlist is opened
     TestInstance m_Instance{u"amplifier"};
     std::optional<OpenEditor> m_Open;
 
