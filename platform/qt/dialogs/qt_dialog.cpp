@@ -105,6 +105,7 @@ QWidget* QtDialog::MakePage(const DialogResource& page) {
     QButtonGroup* group = nullptr;
     for (const ControlRow& row : page.m_Controls) {
         QWidget* const control = kMakers[row.m_Kind](ToQt(row.m_Text), *widget);
+        control->setObjectName(QString::number(row.m_Id)); // for whoever works it from outside
         m_Placed.push_back({&row, control});
         m_Controls.insert_or_assign(row.m_Id, control);
         if (label && control->focusPolicy() != Qt::NoFocus)
@@ -143,6 +144,7 @@ void QtDialog::AddButtonsIfMissing(QVBoxLayout& layout) {
         {kIdOk, box->button(QDialogButtonBox::Ok)},
         {kIdCancel, box->button(QDialogButtonBox::Cancel)}};
     for (const auto& [id, button] : kButtons) {
+        button->setObjectName(QString::number(id));
         m_Controls.emplace(id, button);
         Connect(id, *button);
     }

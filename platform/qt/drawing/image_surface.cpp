@@ -8,17 +8,54 @@
 
 namespace {
 
-QRgb* PixelsAt(QImage& image, int x, int y) {
-    return reinterpret_cast<QRgb*>(image.scanLine(y)) + x;
+/// An image's pixels, for one operation.
+class Pixels {
+public:
+    explicit Pixels(QImage& image)
+        : m_First(reinterpret_cast<QRgb*>(image.bits())),
+          m_Stride(image.bytesPerLine() / static_cast<qsizetype>(sizeof(QRgb))) {}
+    QRgb* At(int x, int y) const { return m_First + y * m_Stride + x; }
+
+private:
+    QRgb* m_First;
+    qsizetype m_Stride;
+};
+
+QRgb RgbOf(ColorRef color) {
+    return qRgb(color & 0xFF, color >> 8 & 0xFF, color >> 16 & 0xFF);
 }
 
-/// The mixture of two colours, ink by `coverage` of 255.
-QRgb Mix(QRgb paper, QRgb ink, unsigned coverage) {
-    const unsigned a = coverage + (coverage >> 7); // of 256, so that full ink is the ink itself
-    const unsigned redBlue =
-        ((ink & 0xFF00FF) * a + (paper & 0xFF00FF) * (256 - a)) >> 8 & 0xFF00FF;
-    const unsigned green = ((ink & 0x00FF00) * a + (paper & 0x00FF00) * (256 - a)) >> 8 & 0x00FF00;
-    return 0xFF000000 | redBlue | green;
+void Fill(const Pixels& pixels, const CRect& part, QRgb color) {
+    for (int y = part.top; y < part.bottom; ++y)
+        std::fill_n(pixels.At(part.left, y), part.Width(), color);
+}
+
+/// One character's place in the picture, and what of it is seen.
+struct CellPlace {
+    CPoint m_Corner;
+    int m_Width;
+    CRect m_Part;
+
+    int FirstColumn() const { return std::max(m_Part.left - m_Corner.x, 0); }
+    int EndColumn() const { return std::min(m_Part.right - m_Corner.x, m_Width); }
+};
+
+/// Lays ink over what is there.
+void Blend(const Pixels& pixels, const std::uint8_t* coverage, const CellPlace& place, QRgb ink) {
+    for (int y = place.m_Part.top; y < place.m_Part.bottom; ++y) {
+        const std::uint8_t* const row = coverage + (y - place.m_Corner.y) * place.m_Width;
+        QRgb* const line = pixels.At(place.m_Corner.x, y);
+        for (int x = place.FirstColumn(); x < place.EndColumn(); ++x)
+            line[x] = MixColors(line[x], ink, row[x]);
+    }
+}
+
+/// Puts a whole cell over what is there.
+void Copy(const Pixels& pixels, const QRgb* cell, const CellPlace& place) {
+    const int first = place.FirstColumn();
+    for (int y = place.m_Part.top; y < place.m_Part.bottom; ++y)
+        std::copy_n(cell + (y - place.m_Corner.y) * place.m_Width + first,
+                    place.EndColumn() - first, pixels.At(place.m_Corner.x + first, y));
 }
 
 } // namespace
@@ -38,16 +75,11 @@ CRect ImageSurface::ToDevice(const CRect& rect) const {
     return rect.Offset(m_Origin.x, m_Origin.y).Intersect(GetDeviceClip());
 }
 
-void ImageSurface::FillPixels(const CRect& part, QRgb color) {
-    for (int y = part.top; y < part.bottom; ++y)
-        std::fill_n(PixelsAt(m_Image, part.left, y), part.Width(), color);
-}
-
 void ImageSurface::FillRect(const CRect& rect, ColorRef color) {
     const CRect part = ToDevice(rect);
     if (part.IsEmpty())
         return;
-    FillPixels(part, ToQt(color).rgb());
+    Fill(Pixels(m_Image), part, RgbOf(color));
     m_Drawn(part);
 }
 
@@ -55,29 +87,17 @@ void ImageSurface::InvertRect(const CRect& rect) {
     const CRect part = ToDevice(rect);
     if (part.IsEmpty())
         return;
+    const Pixels pixels(m_Image);
     for (int y = part.top; y < part.bottom; ++y) {
-        QRgb* const pixels = PixelsAt(m_Image, part.left, y);
+        QRgb* const line = pixels.At(part.left, y);
         for (int x = 0; x < part.Width(); ++x)
-            pixels[x] ^= 0xFFFFFF;
+            line[x] ^= 0xFFFFFF;
     }
     m_Drawn(part);
 }
 
 GlyphCells& ImageSurface::CellsOf(const IBackendFont* font) const {
     return QtFont::Of(font, m_DefaultFont).GetCells(m_Ratio);
-}
-
-void ImageSurface::BlendCell(const std::uint8_t* coverage, CPoint at, int width, const CRect& part,
-                             QRgb ink) {
-    const int left = std::max(at.x, part.left) - at.x;
-    const int right = std::min(at.x + width, part.right) - at.x;
-    for (int y = part.top; y < part.bottom; ++y) {
-        const std::uint8_t* const row = coverage + (y - at.y) * width;
-        QRgb* const pixels = PixelsAt(m_Image, at.x + left, y) - left;
-        for (int x = left; x < right; ++x)
-            if (row[x])
-                pixels[x] = Mix(pixels[x], ink, row[x]);
-    }
 }
 
 int ImageSurface::DrawText(CPoint at, std::u16string_view text, const TextStyle& style) {
@@ -88,14 +108,21 @@ int ImageSurface::DrawText(CPoint at, std::u16string_view text, const TextStyle&
     const CRect part = ToDevice(run);
     if (part.IsEmpty())
         return run.Width();
-    if (style.m_Opaque)
-        FillPixels(part, ToQt(style.m_Background).rgb());
-    const QRgb ink = ToQt(style.m_Color).rgb();
-    const CPoint start{at.x + m_Origin.x, at.y + m_Origin.y};
-    const int last = (part.right - 1 - start.x) / width;
-    for (int i = (part.left - start.x) / width; i <= last; ++i)
-        if (const std::uint8_t* cell = cells.Find(text[static_cast<std::size_t>(i)]))
-            BlendCell(cell, {start.x + i * width, start.y}, width, part, ink);
+    const Pixels pixels(m_Image);
+    const QRgb ink = RgbOf(style.m_Color);
+    PaintedCells* const painted =
+        style.m_Opaque ? &cells.GetPainted(ink, RgbOf(style.m_Background)) : nullptr;
+    CellPlace place{{at.x + m_Origin.x, at.y + m_Origin.y}, width, part};
+    const int first = (part.left - place.m_Corner.x) / width;
+    const int last = (part.right - 1 - place.m_Corner.x) / width;
+    place.m_Corner.x += first * width;
+    for (int i = first; i <= last; ++i, place.m_Corner.x += width) {
+        const char16_t c = text[static_cast<std::size_t>(i)];
+        if (painted)
+            Copy(pixels, painted->Find(c), place);
+        else if (const std::uint8_t* coverage = cells.Find(c))
+            Blend(pixels, coverage, place, ink);
+    }
     m_Drawn(part);
     return run.Width();
 }

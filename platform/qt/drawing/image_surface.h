@@ -34,9 +34,6 @@ private:
     CRect GetDeviceClip() const;
     /// The part of a logical rectangle that is drawn on.
     CRect ToDevice(const CRect& rect) const;
-    void FillPixels(const CRect& part, QRgb color);
-    /// Lays ink over the pixels of one cell, whose upper left corner is `at`.
-    void BlendCell(const std::uint8_t* coverage, CPoint at, int width, const CRect& part, QRgb ink);
 
     QImage& m_Image;
     const double& m_Ratio;

@@ -68,7 +68,7 @@ QFont MakeFont(const LogFont& asked, double scale) {
 } // namespace
 
 PrintGlyphs::PrintGlyphs(const QFont& font)
-    : m_Font(font), m_Raw(QRawFont::fromFont(font)), m_Metrics(MeasureFont(font, m_Ascent)) {}
+    : m_Font(font), m_Raw(QRawFont::fromFont(font)), m_Measured(MeasureFont(font)) {}
 
 quint32 PrintGlyphs::Find(char16_t c) {
     const auto [place, isNew] = m_Numbers.try_emplace(c, 0);
@@ -82,9 +82,13 @@ quint32 PrintGlyphs::Find(char16_t c) {
 QtFont::~QtFont() = default;
 
 GlyphCells& QtFont::GetCells(double ratio) const {
+    if (m_LastCells && ratio == m_LastRatio)
+        return *m_LastCells;
     std::unique_ptr<GlyphCells>& cells = m_Cells[ratio];
     if (!cells)
         cells = std::make_unique<GlyphCells>(MakeFont(m_Font, ratio));
+    m_LastRatio = ratio;
+    m_LastCells = cells.get();
     return *cells;
 }
 

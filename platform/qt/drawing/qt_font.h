@@ -19,8 +19,7 @@ struct PrintGlyphs {
 
     QFont m_Font;
     QRawFont m_Raw;
-    FontMetrics m_Metrics;
-    int m_Ascent = 0;
+    MeasuredFont m_Measured;
     std::map<char16_t, quint32> m_Numbers;
 };
 
@@ -45,5 +44,7 @@ public:
 private:
     LogFont m_Font;
     mutable std::map<double, std::unique_ptr<GlyphCells>> m_Cells;
+    mutable double m_LastRatio = 0;
+    mutable GlyphCells* m_LastCells = nullptr;
     mutable std::unique_ptr<PrintGlyphs> m_Print;
 };

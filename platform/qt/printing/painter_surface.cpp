@@ -31,14 +31,15 @@ void PainterSurface::SetPen(ColorRef color, int width) {
 
 int PainterSurface::DrawText(CPoint at, std::u16string_view text, const TextStyle& style) {
     PrintGlyphs& glyphs = GlyphsOf(style.m_Font);
-    const CSize size{static_cast<int>(text.size()) * glyphs.m_Metrics.m_MaxWidth,
-                     glyphs.m_Metrics.m_Height};
+    const CSize size{static_cast<int>(text.size()) * glyphs.m_Measured.m_Metrics.m_MaxWidth,
+                     glyphs.m_Measured.m_Metrics.m_Height};
     if (!m_Painter.isActive() || text.empty())
         return size.cx;
     if (style.m_Opaque && style.m_Background != kWhite)
         FillRect({at.x, at.y, at.x + size.cx, at.y + size.cy}, style.m_Background);
     SetPen(style.m_Color, 1);
-    DrawGlyphs(glyphs, QPointF(at.x + m_Origin.x, at.y + m_Origin.y + glyphs.m_Ascent), text);
+    DrawGlyphs(glyphs, QPointF(at.x + m_Origin.x, at.y + m_Origin.y + glyphs.m_Measured.m_Ascent),
+               text);
     return size.cx;
 }
 
@@ -46,7 +47,7 @@ void PainterSurface::DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16strin
     m_Numbers.clear();
     m_Places.clear();
     for (std::size_t i = 0; i < text.size(); ++i) {
-        const QPointF place(static_cast<double>(i) * glyphs.m_Metrics.m_MaxWidth, 0);
+        const QPointF place(static_cast<double>(i) * glyphs.m_Measured.m_Metrics.m_MaxWidth, 0);
         if (const quint32 number = glyphs.Find(text[i])) {
             m_Numbers.push_back(number);
             m_Places.push_back(place);
@@ -66,12 +67,12 @@ void PainterSurface::DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16strin
 }
 
 CSize PainterSurface::MeasureText(std::u16string_view text, const IBackendFont* font) {
-    const FontMetrics& metrics = GlyphsOf(font).m_Metrics;
+    const FontMetrics& metrics = GlyphsOf(font).m_Measured.m_Metrics;
     return {static_cast<int>(text.size()) * metrics.m_MaxWidth, metrics.m_Height};
 }
 
 FontMetrics PainterSurface::GetFontMetrics(const IBackendFont* font) {
-    return GlyphsOf(font).m_Metrics;
+    return GlyphsOf(font).m_Measured.m_Metrics;
 }
 
 void PainterSurface::DrawLine(CPoint from, CPoint to, int width, ColorRef color) {
