@@ -54,6 +54,7 @@ public:
     /// @name How the desk stands and answers
     /// @{
     CSize m_ClientSize{80 * kCellSize.cx, 25 * kCellSize.cy}; ///< of windows made from now on
+    int m_TitleHeight = 0; ///< of the part of each window above its client area
     std::optional<AString> m_Clipboard;
     bool m_ClipboardBusy = false;
     std::set<unsigned> m_KeysDown;

@@ -65,6 +65,10 @@ HeadlessWindow::~HeadlessWindow() {
     m_Desk.Leave(*this);
 }
 
+CRect HeadlessWindow::GetWindowRect() {
+    return {0, -m_Desk.m_TitleHeight, m_Size.cx, m_Size.cy};
+}
+
 void HeadlessWindow::Invalidate(const CRect& rect, bool erase) {
     const CRect part = rect.Intersect({0, 0, m_Size.cx, m_Size.cy});
     if (part.IsEmpty())

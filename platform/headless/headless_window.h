@@ -56,7 +56,7 @@ public:
     ~HeadlessWindow() override;
 
     CSize GetClientSize() override { return m_Size; }
-    CRect GetWindowRect() override { return {0, 0, m_Size.cx, m_Size.cy}; }
+    CRect GetWindowRect() override;
     CPoint ClientToScreen(CPoint point) override { return point; }
     void Invalidate(const CRect& rect, bool erase) override;
     void Update() override;

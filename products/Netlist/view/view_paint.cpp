@@ -75,6 +75,7 @@ void CSimEditView::DrawRow(CDC& dc, const CSimEditLine& line, std::int32_t row, 
 }
 
 void CSimEditView::OnUpdate(CView*, std::intptr_t hint, CObject*) {
+    const CaretPause pause(*this);
     KeepInsideText();
     UpdateScrollSizes(true, true, RowCount(), true);
     if (CanPaint()) {

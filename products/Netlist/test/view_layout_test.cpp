@@ -1,0 +1,194 @@
+/// Sizes, scroll bars, wheel, and what brings the caret into sight.
+#include "view_fixture.h"
+
+namespace {
+
+std::string Lines(int count) {
+    std::string text;
+    for (int i = 1; i < count; ++i)
+        text += "line " + std::to_string(i) + "\r\n";
+    return text + "last";
+}
+
+AString Numbered(int line) {
+    AString text;
+    return text.Format(u"line %d", line);
+}
+
+TEST_F(ViewTest, ScrollingByBarAndWheelMovesRows) {
+    Open(Lines(100));
+    const struct {
+        unsigned message;
+        int value;
+        int position;
+        int topRow;
+    } kRows[] = {
+        {kMsgVScroll, kScrollLineUp, 0, 0},
+        {kMsgVScroll, kScrollPageDown, 0, 24},
+        {kMsgVScroll, kScrollPageDown, 0, 48},
+        {kMsgVScroll, kScrollPageDown, 0, 72},
+        {kMsgVScroll, kScrollPageDown, 0, 75},
+        {kMsgVScroll, kScrollPageDown, 0, 75},
+        {kMsgVScroll, kScrollLineDown, 0, 75},
+        {kMsgVScroll, kScrollPageUp, 0, 51},
+        {kMsgVScroll, kScrollLineUp, 0, 50},
+        {kMsgVScroll, kScrollLineDown, 0, 51},
+        {kMsgMouseWheel, -120, 0, 53}, // a notch is two rows
+        {kMsgMouseWheel, 120, 0, 51},
+        {kMsgMouseWheel, 240, 0, 46},
+        {kMsgMouseWheel, -40, 0, 46},
+        {kMsgMouseWheel, 39, 0, 46},
+        {kMsgMouseWheel, 12000, 0, 0},
+        {kMsgMouseWheel, -12000, 0, 75},
+        {kMsgVScroll, kScrollThumbTrack, 800, 50},
+        {kMsgVScroll, kScrollThumbPosition, 807, 50},
+        {kMsgVScroll, kScrollThumbPosition, 808, 51},
+        {kMsgVScroll, kScrollThumbTrack, -5, 0},
+        {kMsgVScroll, kScrollThumbTrack, 1 << 30, 75},
+        {kMsgVScroll, kScrollEnd, 0, 75},
+        {kMsgVScroll, kScrollTop, 0, 75},
+    };
+    for (const auto& row : kRows) {
+        View().Send(row.message, static_cast<std::uintptr_t>(row.value), row.position);
+        SCOPED_TRACE(testing::Message() << row.message << ' ' << row.value);
+        EXPECT_EQ(TopRow(), row.topRow);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::vertical).m_Position, row.topRow * 16);
+        EXPECT_EQ(RowText(0), Numbered(row.topRow + 1));
+        ExpectTruePicture();
+    }
+}
+
+TEST_F(ViewTest, SizesFollowTextAndWindow) {
+    const struct {
+        int lines;
+        std::size_t width;
+        CSize client;
+        ScrollInfo horizontal;
+        ScrollInfo vertical;
+        int linesPerPage;
+    } kRows[] = {
+        {10, 5, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
+        {25, 1000, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
+        {26, 1001, {643, 405}, {8019, 160, 8, 0}, {421, 384, 16, 0}, 25},
+        {26, 1200, {646, 399}, {9614, 160, 8, 0}, {431, 368, 16, 0}, 24},
+        {5000, 5000, {640, 400}, {32766, 160, 8, 0}, {32752, 384, 16, 0}, 25},
+        {3, 0, {30, 10}, {8014, 0, 8, 0}, {58, 0, 16, 0}, 1},
+    };
+    Open("");
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(testing::Message() << row.lines << " of " << row.width);
+        Editor().m_Driver->LoadArchive(std::string(row.width, 'x') + "\n" + Lines(row.lines - 1));
+        View().Resize(row.client);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal), row.horizontal);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::vertical), row.vertical);
+        const auto scroll = Editor().m_Inspector->GetScroll();
+        EXPECT_EQ(scroll->m_LinesPerPage, row.linesPerPage);
+        EXPECT_EQ(scroll->m_MaxLineLength, std::max<int>(1000, static_cast<int>(row.width)));
+    }
+}
+
+TEST_F(ViewTest, ThumbReachesTheEndOfATextThatIsTallerThanTheBar) {
+    Open(Lines(5000));
+    Scroll(kMsgVScroll, kScrollThumbTrack, View().GetScrollBar(ScrollBar::vertical).m_Total - 400);
+    EXPECT_EQ(TopRow(), 4975);
+    EXPECT_EQ(RowText(24), u"last");
+    ExpectTruePicture();
+}
+
+TEST_F(ViewTest, HorizontalBarMovesByWholeColumns) {
+    Open(std::string(1200, 'x') + "\r\nend");
+    const struct {
+        ScrollCode code;
+        int value;
+        int position;
+    } kRows[] = {
+        {kScrollLineDown, 0, 8},
+        {kScrollPageDown, 0, 168},
+        {kScrollThumbTrack, 815, 808},
+        {kScrollThumbPosition, 7, 0},
+        {kScrollLineUp, 0, 0},
+        {kScrollBottom, 0, 9610 - 640},
+        {kScrollLineDown, 0, 9610 - 640},
+        {kScrollPageUp, 0, 9610 - 800},
+        {kScrollThumbPosition, 8960, 8960},
+        {kScrollTop, 0, 0},
+    };
+    for (const auto& row : kRows) {
+        Scroll(kMsgHScroll, row.code, row.value);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal).m_Position, row.position) << row.code;
+        ExpectTruePicture();
+    }
+}
+
+TEST_F(ViewTest, CaretIsBroughtIntoSight) {
+    Open(std::string(1200, 'x') + "\r\n" + Lines(99));
+    Key(kKeyEnd);
+    EXPECT_EQ(Caret(), (ScreenCell{0, 79}));
+    EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal).m_Position, (1200 - 79) * 8);
+    ExpectTruePicture();
+    Key(kKeyDown);
+    EXPECT_EQ(Caret(), (ScreenCell{1, 0})); // at the end of a short line, left of the window
+    ExpectTruePicture();
+    Key(kKeyHome);
+    EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal).m_Position, 0);
+    Click({24, 0});
+    Type(u"a");
+    EXPECT_EQ(TopRow(), 0); // the last visible row is in sight
+    m_Desk.m_Clipboard = u"b";
+    Editor().m_Driver->RunCommand(57637);
+    EXPECT_EQ(TopRow(), 1); // a paste wants a row below
+    Key(kKeyEnd, {kKeyControl});
+    EXPECT_EQ(TopRow(), 75);
+    EXPECT_EQ(Caret(), (ScreenCell{24, 0}));
+    Editor().m_Driver->RunCommand(57637);
+    EXPECT_EQ(TopRow(), 75); // there is none
+    Key(kKeyHome, {kKeyControl});
+    EXPECT_EQ(TopRow(), 0);
+    ExpectTruePicture();
+}
+
+TEST_F(ViewTest, TopRowStaysInsideTheText) {
+    Open(Lines(100));
+    Scroll(kMsgVScroll, kScrollThumbTrack, 1200);
+    View().Resize({640, 640});
+    EXPECT_EQ(TopRow(), 60);
+    ExpectTruePicture();
+    for (int row = 99; row >= 50; --row)
+        Editor().m_Driver->DeleteLine(row, false, true);
+    Editor().m_Driver->NotifyEdited(50);
+    EXPECT_EQ(TopRow(), 10);
+    ExpectTruePicture();
+    EXPECT_EQ(RowText(39), u"line 50");
+    Editor().m_Driver->LoadArchive("new");
+    EXPECT_EQ(TopRow(), 0);
+    EXPECT_EQ(RowText(0), u"new");
+    EXPECT_EQ(RowText(1), u"");
+    ExpectTruePicture();
+}
+
+TEST_F(ViewTest, WidthOnlyGrowsUntilALoad) {
+    Open(std::string(1200, 'x'));
+    const auto width = [this] { return Editor().m_Inspector->GetScroll()->m_MaxLineLength; };
+    Key(kKeyEnd);
+    Type(u"y");
+    EXPECT_EQ(width(), 1201);
+    for (int i = 0; i < 10; ++i)
+        Key(kKeyBack);
+    EXPECT_EQ(width(), 1201);
+    Editor().m_Driver->LoadArchive("short");
+    EXPECT_EQ(width(), 1000);
+}
+
+TEST_F(ViewTest, CaretShowsWhileTheViewHasTheFocus) {
+    Open("abc");
+    EXPECT_EQ(View().GetCaret(), (CRect{0, 0, 2, 16}));
+    View().Send(kMsgKillFocus);
+    EXPECT_EQ(View().GetCaret(), std::nullopt);
+    Key(kKeyRight); // moves it all the same
+    ExpectTruePicture();
+    EXPECT_EQ(View().GetCaret(), std::nullopt);
+    View().Send(kMsgSetFocus);
+    EXPECT_EQ(Caret(), (ScreenCell{0, 1}));
+}
+
+} // namespace
