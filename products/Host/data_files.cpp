@@ -11,7 +11,8 @@
 
 namespace {
 
-constexpr std::string_view kProof = "config/NetlistEditor.cfg";
+constexpr std::string_view kConfig = "config/";
+constexpr std::string_view kConfigFile = "NetlistEditor.cfg";
 constexpr std::string_view kInstalledData = "../share/quorel/";
 constexpr std::string_view kModuleFile = "Netlist.so";
 constexpr int kFoldersAbove = 4;
@@ -22,7 +23,7 @@ bool IsFile(const std::string& path) {
 }
 
 bool HoldsData(const std::string& folder) {
-    return !folder.empty() && IsFile(folder + std::string(kProof));
+    return !folder.empty() && IsFile(folder + std::string(kConfig) + std::string(kConfigFile));
 }
 
 /// The folder above one with a closing slash; empty above the root.
@@ -39,10 +40,9 @@ std::string ProgramDirectory() {
 }
 
 std::string FindDataDirectory() {
-    if (const auto given = sys::GetEnvironment("QUOREL_DATA_DIR")) {
-        const std::string folder = sys::WithClosingSlash(*given);
-        return HoldsData(folder) ? folder : std::string();
-    }
+    const auto given = sys::GetEnvironment("QUOREL_DATA_DIR");
+    if (std::string folder = sys::WithClosingSlash(given.value_or("")); HoldsData(folder))
+        return folder;
     std::string folder = ProgramDirectory();
     if (HoldsData(folder + std::string(kInstalledData)))
         return folder + std::string(kInstalledData);
@@ -50,6 +50,16 @@ std::string FindDataDirectory() {
         if (folder = FolderAbove(folder); HoldsData(folder))
             return folder;
     return {};
+}
+
+std::string FindConfigFile() {
+    const std::string folder = FindConfigDirectory();
+    return folder.empty() ? folder : folder + std::string(kConfigFile);
+}
+
+std::string FindConfigDirectory() {
+    const std::string folder = FindDataDirectory();
+    return folder.empty() ? folder : folder + std::string(kConfig);
 }
 
 sys::Status FindModule(std::string& path) {

@@ -9,10 +9,15 @@
 /// The folder that holds config/ and samples/, with a closing slash; empty when none is found. The
 /// first that holds config/NetlistEditor.cfg of:
 ///
-/// 1. the environment variable "QUOREL_DATA_DIR", if it is set
+/// 1. the folder that the environment variable "QUOREL_DATA_DIR" names
 /// 2. ../share/quorel beside the folder of the running program: an installed tree
 /// 3. the folders above that of the running program, four at most: a build tree in its source tree
 QUOREL_API std::string FindDataDirectory();
+
+/// The syntax configuration that came with the system; empty when it isn't found.
+QUOREL_API std::string FindConfigFile();
+/// Its folder, with a closing slash, for the directories of a desktop; empty likewise.
+QUOREL_API std::string FindConfigDirectory();
 
 /// The folder of the running program, with a closing slash; empty when the system can't tell.
 QUOREL_API std::string ProgramDirectory();

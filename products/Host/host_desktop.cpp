@@ -25,6 +25,7 @@ HostDesktop::HostDesktop(Settings settings, OptionStore& options)
     : m_Settings(std::move(settings)), m_Options(options) {}
 
 HostDesktop::~HostDesktop() {
+    ReleaseCommands();
     ReleaseGlobalManagers();
 }
 
@@ -95,14 +96,32 @@ IGlobalManager* HostDesktop::GetGlobalManager(const AString& name) {
     return found == m_Managers.end() ? nullptr : found->second.get();
 }
 
+/// The owner that a manager has under another name, else a new one.
+std::shared_ptr<IGlobalManager> HostDesktop::Share(IGlobalManager* manager) const {
+    for (const auto& [name, owner] : m_Managers)
+        if (owner.get() == manager)
+            return owner;
+    return std::shared_ptr<IGlobalManager>(manager);
+}
+
 void HostDesktop::SetGlobalManager(const AString& name, IGlobalManager* manager) {
+    std::shared_ptr<IGlobalManager> before; // ends last: it may ask for managers
+    const auto owner = manager ? Share(manager) : nullptr;
     const auto found = FindManager(name);
-    if (found != m_Managers.end() && found->second.get() == manager)
+    if (found != m_Managers.end() && found->second == owner)
         return;
-    if (found != m_Managers.end())
+    if (found != m_Managers.end()) {
+        before = std::move(found->second);
         m_Managers.erase(found);
-    if (manager)
-        m_Managers.emplace_back(name, manager);
+    }
+    if (owner)
+        m_Managers.emplace_back(name, owner);
+}
+
+void HostDesktop::ReleaseCommands() {
+    for (auto& [manager, commands] : m_Commands)
+        commands.Clear();
+    m_ActiveEditor = nullptr;
 }
 
 void HostDesktop::ReleaseGlobalManagers() {

@@ -74,7 +74,8 @@ public:
     void SetIntegerOption(int reserved, const AString& section, const AString& key,
                           int value) override;
     IGlobalManager* GetGlobalManager(const AString& name) override;
-    /// A manager that had the name is destroyed; null only takes it away.
+    /// Null only takes the name away. A manager may have several names; it is destroyed with the
+    /// last one.
     void SetGlobalManager(const AString& name, IGlobalManager* manager) override;
     HostPrompt* GetPrompt() override { return &m_Prompt; }
     void SetActiveEditor(IEditor* editor, int reserved) override;
@@ -85,13 +86,18 @@ public:
     CommandStack& GetCommands(Undo_Manager* manager = nullptr);
     /// Gives the hook of the command library, before the first command. It outlives the desktop.
     void SetCommandWork(ICommandWork* work) { m_CommandWork = work; }
-    /// Destroys the global managers, the one registered last first: to be called while the modules
-    /// that made them are loaded.
+    /// @name The end of what modules have given, to be called while they are loaded
+    /// @{
+    /// Destroys the commands of all stacks, which stay, and forgets the active editor.
+    void ReleaseCommands();
+    /// Destroys the global managers, the one registered last first.
     void ReleaseGlobalManagers();
+    /// @}
 
 private:
-    using Managers = std::vector<std::pair<AString, std::unique_ptr<IGlobalManager>>>;
+    using Managers = std::vector<std::pair<AString, std::shared_ptr<IGlobalManager>>>;
     Managers::iterator FindManager(const AString& name);
+    std::shared_ptr<IGlobalManager> Share(IGlobalManager* manager) const;
 
     Settings m_Settings;
     OptionStore& m_Options;

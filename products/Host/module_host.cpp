@@ -64,6 +64,7 @@ sys::Status ModuleHost::LoadFactory(const std::string& path) {
 void ModuleHost::Stop() {
     if (!m_Factory)
         return;
+    m_Desktop.ReleaseCommands(); // which may hold on to managers
     m_Factory->UninitializeFactory();
     std::exchange(m_Factory, nullptr)->Release();
     m_Desktop.ReleaseGlobalManagers();

@@ -40,8 +40,9 @@ public:
     ///         as it was then
     sys::Status Start(const std::string& path = {});
 
-    /// Ends the module's work, releases its factory and the desktop's global managers, takes the
-    /// backend away and unloads the module. All editors must be gone by then.
+    /// Destroys the desktop's commands, ends the module's work, releases its factory and the
+    /// desktop's global managers, takes the backend away and unloads the module. All editors must
+    /// be gone by then.
     void Stop();
 
     bool IsRunning() const { return m_Factory != nullptr; }

@@ -33,11 +33,14 @@ std::string OptionStore::UserFile() {
 
 sys::Status OptionStore::Open(const std::string& path) {
     Clear();
+    if (path.empty())
+        return {};
     sys::ProfileFile file;
     sys::Status status = file.Open(path);
     if (!status && status.code != ENOENT)
         return status;
-    m_Path = path;
+    // Save finds the file even if the process goes to another directory meanwhile.
+    m_Path = path.starts_with('/') ? path : sys::CurrentDirectory() + '/' + path;
     for (std::size_t s = 0; s < file.GetSectionCount(); ++s)
         for (std::size_t k = 0; k < file.GetKeyCount(s); ++k)
             m_Values.insert_or_assign(

@@ -19,7 +19,8 @@ public:
     static std::string UserFile();
 
     /// Reads an INI file (UTF-8) in place of what is held, and keeps its path for Save. A file that
-    /// isn't there is an empty one. On failure the store is empty and in memory.
+    /// isn't there is an empty one. Without a path, and on failure, the store is empty and in
+    /// memory.
     sys::Status Open(const std::string& path);
 
     /// Writes the options set since Open or the last Save into the file, all other lines of which

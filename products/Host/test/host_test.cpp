@@ -34,9 +34,14 @@ TEST(Desktop, OwnsGlobalManagersByName) {
         EXPECT_TRUE(log.empty()) << "the same one again";
         desktop.SetGlobalManager(u"value", new Manager("value", log));
         EXPECT_EQ(log, std::vector<std::string>{"old value"});
-        desktop.SetGlobalManager(u"third", new Manager("third", log));
+        auto* const third = new Manager("third", log);
+        desktop.SetGlobalManager(u"third", third);
+        desktop.SetGlobalManager(u"other", third);
         desktop.SetGlobalManager(u"third", nullptr);
         EXPECT_EQ(desktop.GetGlobalManager(u"third"), nullptr);
+        EXPECT_EQ(desktop.GetGlobalManager(u"other"), third) << "it had two names";
+        desktop.SetGlobalManager(u"other", nullptr);
+        desktop.SetGlobalManager(u"more units", units);
     }
     EXPECT_EQ(log, (std::vector<std::string>{"old value", "third", "value", "units"}));
 }
@@ -89,6 +94,8 @@ TEST(Desktop, KeepsAStackOfCommandsForEachManager) {
         EXPECT_EQ(work.mLog, "execute0 execute1 execute2 undo1 undo0 redo0 "
                              "undo0 execute3 destroy3 execute3 destroy1 ");
         work.mLog.clear();
+        desktop.ReleaseCommands();
+        EXPECT_EQ(own.GetDoneCount() + own.GetUndoneCount(), 0u);
     }
     EXPECT_NE(work.mLog.find("destroy3 destroy0"), std::string::npos) << work.mLog;
     EXPECT_NE(work.mLog.find("destroy2"), std::string::npos);

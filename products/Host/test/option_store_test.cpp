@@ -81,6 +81,18 @@ TEST_F(Options, SaveTouchesNothingButWhatWasSet) {
     EXPECT_EQ(Read(), "untouched") << "nothing was set since";
 }
 
+TEST_F(Options, RelativePathIsThatOfTheTimeOfOpening) {
+    std::filesystem::create_directories(mFolder);
+    std::filesystem::current_path(mFolder);
+    OptionStore store;
+    ASSERT_TRUE(store.Open("options.ini"));
+    std::filesystem::current_path("/");
+    store.Set(u"Options", u"A", u"3");
+    EXPECT_TRUE(store.Save());
+    EXPECT_EQ(Read(), "[Options]\nA=3\n");
+    EXPECT_TRUE(store.Open("") && store.Save()) << "no path at all: in memory";
+}
+
 TEST_F(Options, WhatIsNoFileIsNotReadAndNotWritten) {
     std::filesystem::create_directories(mPath);
     OptionStore store;
