@@ -2,6 +2,7 @@
 
 bool IFactory::GetFactoryMenus(int kind, std::vector<CMenu*>& menus,
                                std::vector<CCmdTarget*>& targets) {
+    menus.reserve(menus.size() + 1); // or nothing is touched
     CMenu* menu = nullptr;
     if (!GetFactoryMenu(kind, menu, targets))
         return false;

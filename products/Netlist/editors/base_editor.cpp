@@ -6,6 +6,7 @@
 #include "debug_line.h"
 #include "doc_template.h"
 #include "frame.h"
+#include "guarded.h"
 #include "netlist_factory.h"
 #include "sim_edit_view.h"
 #include "syntax_dscr.h"
@@ -34,12 +35,13 @@ const CAcceleratorTable* CBaseEditor::GetDefaultAccelerator() {
     return m_Factory ? &m_Factory->GetAccelerators() : nullptr;
 }
 
-void CBaseEditor::UseSyntax(std::size_t index) {
-    if (!m_Factory || index >= m_Factory->GetSyntaxDscrs().size())
+void CBaseEditor::UseSyntax(const EditorSyntax& syntax) {
+    const int index = m_Factory ? syntax.IndexAmong(m_Factory->GetSyntaxDscrs().size()) : -1;
+    if (index < 0)
         return;
-    auto syntax = m_Factory->GetSyntaxDscrs()[index];
-    SetSyntaxDscr(syntax.get()); // may still colour by the one before
-    m_SharedSyntax = std::move(syntax);
+    auto description = m_Factory->GetSyntaxDscrs()[static_cast<std::size_t>(index)];
+    SetSyntaxDscr(description.get()); // may still colour by the one before
+    m_SharedSyntax = std::move(description);
 }
 
 int CBaseEditor::SyntaxIndex() const {
@@ -107,6 +109,11 @@ void CBaseEditor::CloseViewsOf(IDesignInstance* instance) {
 
 void CBaseEditor::CloseEveryView() {
     CloseViewsIf([](CView*) { return true; });
+}
+
+void CBaseEditor::EndViews() {
+    SetAutoDelete(false); // it is being deleted already
+    Guarded([this] { CloseEveryView(); });
 }
 
 void CBaseEditor::NameEditors(AString& name) const {

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "editor_access.h"
+#include "editor_syntax.h"
 #include "ieditor.h"
 #include "menu.h"
 #include "sim_edit_doc.h"
@@ -36,8 +37,8 @@ public:
     /// The factory is being destroyed.
     void FactoryEnds() { m_Factory = nullptr; }
 
-    /// Colours by the factory's description of that index; one beyond its array changes nothing.
-    void UseSyntax(std::size_t index);
+    /// Colours by the factory's description for that kind of text; without one nothing changes.
+    void UseSyntax(const EditorSyntax& syntax);
     /// The index of the description in use, -1 for none.
     int SyntaxIndex() const;
 
@@ -52,6 +53,9 @@ protected:
     bool IsFirstView(IDesignInstance* instance) const;
     void CloseViewsOf(IDesignInstance* instance);
     void CloseEveryView();
+    /// Closes the frames of an editor that ends. To be called by the destructor of its widest
+    /// class, since those who are told of it still ask for the editor's interfaces.
+    void EndViews();
     void NameEditors(AString& name) const;
     void ReplaceText(const AString& text);
     /// Gives a menu, loaded from a resource at the first use, and the active view as its target.

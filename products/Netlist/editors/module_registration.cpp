@@ -13,6 +13,9 @@ constexpr char kThreadingModel[] = "Apartment";
 constexpr char kApplicationName[] = "Netlist";
 constexpr char kApplicationFile[] = "Netlist.EXE";
 
+/// Where the module was loaded from: its name may be relative to the directory of that moment.
+const std::string sModulePath = sys::ModulePath(kTitle);
+
 } // namespace
 
 sys::Status RegisterNetlistModule() {
@@ -20,7 +23,7 @@ sys::Status RegisterNetlistModule() {
                                 .title = kTitle,
                                 .versionIndependentName = kVersionIndependentName,
                                 .currentVersion = kCurrentVersion,
-                                .modulePath = sys::ModulePath(kTitle),
+                                .modulePath = sModulePath,
                                 .threadingModel = kThreadingModel,
                                 .typeLibraryId = kNetlistTypeLibraryId.ToText(),
                                 .applicationId = kNetlistApplicationId.ToText(),

@@ -14,6 +14,7 @@ CNetlistDesignEditor::CNetlistDesignEditor(IComponent* component, CNetlistFactor
 
 CNetlistDesignEditor::~CNetlistDesignEditor() {
     WriteDebugLine("NetlistDesignEditor destructor called\n");
+    EndViews();
 }
 
 void* CNetlistDesignEditor::GetInterface(int kind) {

@@ -21,9 +21,6 @@
 
 namespace {
 
-/// The index of the description of netlists.
-constexpr std::size_t kNetlistSyntax = 2;
-
 constexpr std::array kAnsweredIds{kUnknownId, kNetlistFactoryId, kFactoryId, kEditorFactoryId};
 
 bool sInitialized = false; // for the whole process
@@ -36,7 +33,7 @@ CNetlistFactory::CNetlistFactory()
 CNetlistFactory::~CNetlistFactory() {
     for (CBaseEditor* editor : m_Editors)
         editor->FactoryEnds();
-    DropConfigCopy();
+    Guarded([this] { DropConfigCopy(); });
     ModuleState::Get().FactoryEnds();
 }
 
@@ -67,10 +64,15 @@ int CNetlistFactory::InitializeFactory(IDesktop* desktop) {
     USE_ASSERT(desktop);
     if (!desktop || std::exchange(sInitialized, true))
         return kInitialized;
-    return Guarded(kInitialized, [&] {
+    const bool isDone = Guarded(false, [&] {
         Initialize(*desktop);
-        return kInitialized;
+        return true;
     });
+    if (!isDone) {
+        UndoInitialize();
+        sInitialized = false; // another call may have more luck
+    }
+    return kInitialized;
 }
 
 void CNetlistFactory::Initialize(IDesktop& desktop) {
@@ -90,6 +92,16 @@ void CNetlistFactory::Initialize(IDesktop& desktop) {
     m_Accelerators.LoadAccelerators(kAcceleratorsNetlist);
 }
 
+void CNetlistFactory::UndoInitialize() {
+    m_Accelerators.Destroy();
+    CNetlistApp::Get().CloseTemplates();
+    m_ScriptTemplate = nullptr;
+    m_NetlistTemplate = nullptr;
+    DeleteToolBars();
+    gDesktop = nullptr;
+    m_Desktop = nullptr;
+}
+
 CDocTemplate* CNetlistFactory::AddTemplate(unsigned resourceId) {
     // Documents need a factory and more, so only CreateEditor and CreateScriptEditor make them.
     auto made = std::make_unique<CMultiDocTemplate>(
@@ -107,10 +119,15 @@ void CNetlistFactory::DeleteToolBars() {
 }
 
 void CNetlistFactory::UninitializeFactory() {
-    WriteDebugLine("NetlistFactory UninitializeFactory called\n");
+    Guarded([] { WriteDebugLine("NetlistFactory UninitializeFactory called\n"); });
     m_Accelerators.Destroy();
-    DropConfigCopy();
+    Guarded([this] { DropConfigCopy(); });
     DeleteToolBars();
+}
+
+bool CNetlistFactory::GetFactoryMenus(int kind, std::vector<CMenu*>& menus,
+                                      std::vector<CCmdTarget*>& targets) {
+    return Guarded(false, [&] { return INetlistFactory::GetFactoryMenus(kind, menus, targets); });
 }
 
 bool CNetlistFactory::GetFactoryMenu(int kind, CMenu*& menu, std::vector<CCmdTarget*>& targets) {
@@ -126,11 +143,11 @@ bool CNetlistFactory::GetFactoryMenu(int kind, CMenu*& menu, std::vector<CCmdTar
 }
 
 void CNetlistFactory::GetEnvironmentName(AString& name) {
-    name = u"NetlistEnvironment";
+    Guarded([&] { name = u"NetlistEnvironment"; });
 }
 
 void CNetlistFactory::GetEditorsName(AString& name) {
-    name = u"Netlist";
+    Guarded([&] { name = u"Netlist"; });
 }
 
 IEditor* CNetlistFactory::CreateEditor(IComponent* component) {
@@ -142,10 +159,8 @@ IEditor* CNetlistFactory::MakeEditor(IComponent* component) {
     auto made = std::make_unique<CNetlistDesignEditor>(component, *this);
     if (m_NetlistTemplate)
         m_NetlistTemplate->AddDocument(made.get());
-    CNetlistDesignEditor* const editor = made.release();
-    if (m_SyntaxDscrs.size() > kNetlistSyntax)
-        editor->UseSyntax(kNetlistSyntax);
-    return static_cast<IEditor*>(editor->GetInterface(IViewDoc::kEditorInterface));
+    made->UseSyntax(kNetlistSyntax);
+    return static_cast<IEditor*>(made.release()->GetInterface(IViewDoc::kEditorInterface));
 }
 
 void CNetlistFactory::CreateDesignEditor(IComponent* component, IDesignEditor*& editor) {

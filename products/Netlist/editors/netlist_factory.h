@@ -38,6 +38,8 @@ public:
     // IFactory
     int InitializeFactory(IDesktop* desktop) override;
     void UninitializeFactory() override;
+    bool GetFactoryMenus(int kind, std::vector<CMenu*>& menus,
+                         std::vector<CCmdTarget*>& targets) override;
     bool GetFactoryMenu(int kind, CMenu*& menu, std::vector<CCmdTarget*>& targets) override;
     void GetEnvironmentName(AString& name) override;
 
@@ -71,6 +73,8 @@ public:
 
 private:
     void Initialize(IDesktop& desktop);
+    /// Takes back what Initialize has done before it failed.
+    void UndoInitialize();
     static CDocTemplate* AddTemplate(unsigned resourceId);
     /// Where the module's toolbar comes about, with the find box on it, and ends. There is no
     /// toolbar library yet, and editors have no toolbars.

@@ -9,10 +9,6 @@ namespace {
 constexpr std::u16string_view kJavaScript = u"JavaScript";
 constexpr std::u16string_view kVBScript = u"VBScript";
 
-/// The indices of the two languages' descriptions.
-constexpr std::size_t kJavaScriptSyntax = 3;
-constexpr std::size_t kVBScriptSyntax = 4;
-
 } // namespace
 
 CScriptEditor::CScriptEditor(ICommandContext* owner, CNetlistFactory& factory)
@@ -20,6 +16,7 @@ CScriptEditor::CScriptEditor(ICommandContext* owner, CNetlistFactory& factory)
 
 CScriptEditor::~CScriptEditor() {
     WriteDebugLine("ScriptEditor destructor called\n");
+    EndViews();
 }
 
 void CScriptEditor::RunEditCommand(IQuorelCommand* command) {
@@ -57,8 +54,7 @@ void CScriptEditor::SaveText() {
 void CScriptEditor::SetLanguage(AString language) {
     m_Language = std::move(language);
     const bool isVBScript = m_Language.CompareNoCase(kVBScript) == 0;
-    if (GetNetlistFactory() && GetNetlistFactory()->GetSyntaxDscrs().size() > kVBScriptSyntax)
-        UseSyntax(isVBScript ? kVBScriptSyntax : kJavaScriptSyntax);
+    UseSyntax(isVBScript ? kVBScriptSyntax : kJavaScriptSyntax);
     AString text;
     GetText(text);
     if (!text.empty())

@@ -308,4 +308,19 @@ TEST_F(ModuleTest, EachInstanceHasOneFrameWithItsTitle) {
     EXPECT_EQ(m_Desktop.GetActiveEditor(), nullptr);
 }
 
+TEST_F(ModuleTest, EditorsTakeTheirFramesWithThem) {
+    HostDesign design(u"amplifier", m_Desktop);
+    for (const bool isScript : {false, true}) {
+        TestInstance first(u"one"), second(u"two");
+        IEditor* const made = isScript ? Factory().CreateScriptEditor(nullptr, u"", u"", u"")
+                                       : Factory().CreateEditor(&design);
+        made->OpenView(&first);
+        made->OpenView(&second);
+        EXPECT_EQ(m_Desk.GetWindows().size(), 4u);
+        delete made;
+        EXPECT_TRUE(m_Desk.GetWindows().empty());
+        EXPECT_EQ(second.m_Notices, "+-");
+    }
+}
+
 } // namespace

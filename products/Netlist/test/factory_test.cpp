@@ -26,6 +26,18 @@ TEST_F(ModuleTest, FactoryIsInitialisedOncePerProcess) {
     EXPECT_TRUE(m_Desktop.GetPrompt()->GetShown().empty());
 }
 
+TEST_F(ModuleTest, StartThatFailedIsTakenBackAndMayBeTriedAgain) {
+    WriteConfig("install", 3);
+    m_Desktop.m_IsOutOfMemory = true;
+    Factory();
+    EXPECT_EQ(OpenEditor(Factory().CreateEditor(nullptr)).m_Inspector->GetSyntaxIndex(), -1);
+    m_Desktop.m_IsOutOfMemory = false;
+    EXPECT_EQ(Factory().InitializeFactory(&m_Desktop), 1);
+    EXPECT_EQ(OpenEditor(Factory().CreateEditor(nullptr)).m_Inspector->GetSyntaxIndex(), 2);
+    Factory().InitializeFactory(&m_Desktop);
+    EXPECT_EQ(m_Desktop.m_RegistryKeyQueries, 2);
+}
+
 TEST_F(ModuleTest, FactoryHasItsNamesAndTheOptionsMenuAlone) {
     AString environment, factory;
     Factory().GetEnvironmentName(environment);

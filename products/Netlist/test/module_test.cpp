@@ -85,6 +85,17 @@ TEST_F(ModuleTest, RegistrationIsWrittenAndRemoved) {
         EXPECT_EQ(CallEntry(kUnregisterServerEntry), kResultOk);
         EXPECT_FALSE(sys::ReadRegistration(kClass, registration));
     }
+    // A path that was relative when the module was loaded.
+    fs::copy_file(m_ModulePath, m_Folder / "bin/Other.so");
+    fs::current_path(m_Folder / "bin");
+    sys::ModuleLoader other;
+    std::remove_pointer_t<ModuleEntry>* registerServer = nullptr;
+    ASSERT_TRUE(other.Load("Other.so") && other.Find(kRegisterServerEntry, registerServer));
+    fs::current_path("/");
+    EXPECT_EQ(registerServer(), kResultOk);
+    EXPECT_TRUE(sys::ReadRegistration(kClass, registration));
+    EXPECT_EQ(registration.modulePath, m_Folder / "bin/Other.so");
+
     ::setenv("XDG_DATA_HOME", "/dev/null/data", 1);
     EXPECT_LT(CallEntry(kRegisterServerEntry), 0);
     EXPECT_EQ(CallEntry(kUnregisterServerEntry), kResultOk);
