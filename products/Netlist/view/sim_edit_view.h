@@ -321,7 +321,7 @@ private:
     std::int32_t m_LineHeight = 1;   ///< pixels per row
     std::int32_t m_CharWidth = 1;    ///< pixels per column
     std::int32_t m_CaretWidth = 2;   ///< pixels
-    std::int32_t m_LinesPerPage = 0; ///< whole rows in the client area
+    std::int32_t m_LinesPerPage = 1; ///< whole rows in the client area, at least 1
 
     TextPlace m_Caret;
     std::int32_t m_WantedColumn = 0; ///< where up and down come back to; 0 for none
@@ -352,4 +352,8 @@ private:
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends
     IViewKey* m_ViewKey = nullptr; ///< the instance's
     std::shared_ptr<bool> m_Busy = std::make_shared<bool>(false);
+
+    // Every key asks for the text several times: the cast of the view's document is kept.
+    mutable const CDocument* m_CastDocument = nullptr;
+    mutable CSimEditDoc* m_TextDocument = nullptr;
 };

@@ -71,7 +71,6 @@ void CSimEditView::SetFont(bool refresh) {
     FitToClient();
     if (CanPaint())
         Invalidate();
-    ApplyCaret();
 }
 
 std::intptr_t CSimEditView::OnCreate(std::uintptr_t, std::intptr_t) {
@@ -94,13 +93,13 @@ std::intptr_t CSimEditView::OnDpiChanged(std::uintptr_t, std::intptr_t) {
 void CSimEditView::FitToClient() {
     // A window lower than a row scrolls as if it had one.
     m_LinesPerPage = std::max(GetClientSize().cy / m_LineHeight, 1);
-    UpdateScrollSizes(true, true, RowCount(), true);
-    if (m_TopRow <= m_MaxTopRow)
-        return;
+    const int x = GetScrollPosition().x;
+    const std::int32_t topRow = m_TopRow;
     const CaretPause pause(*this);
-    m_TopRow = m_MaxTopRow;
-    MoveThumb();
-    if (CanPaint())
+    UpdateScrollSizes(true, true, RowCount(), true);
+    m_TopRow = std::min(m_TopRow, m_MaxTopRow);
+    MoveThumb(); // the range may have changed with the window alone
+    if ((m_TopRow != topRow || GetScrollPosition().x != x) && CanPaint())
         Invalidate();
 }
 
@@ -149,9 +148,10 @@ bool CSimEditView::UpdateScrollSizes(bool horizontal, bool vertical, std::int32_
 }
 
 std::int32_t CSimEditView::RowOfThumb(std::int64_t position) const {
+    const std::int64_t limit = GetScrollLimit().y;
     const std::int64_t row =
-        MulDiv(std::max<std::int64_t>(position, 0), m_MaxTopRow, GetScrollLimit().y);
-    return static_cast<std::int32_t>(std::min<std::int64_t>(row, m_MaxTopRow));
+        MulDiv(std::clamp<std::int64_t>(position, 0, limit), m_MaxTopRow, limit);
+    return static_cast<std::int32_t>(row);
 }
 
 void CSimEditView::MoveThumb() {
@@ -180,11 +180,13 @@ std::intptr_t CSimEditView::OnVScroll(std::uintptr_t code, std::intptr_t positio
 }
 
 std::intptr_t CSimEditView::OnMouseWheel(std::uintptr_t delta, std::intptr_t) {
-    constexpr int kNotch = 120;
-    constexpr int kRowsOfNotch = 3;
-    const int rows = static_cast<int>(static_cast<std::intptr_t>(delta)) * kRowsOfNotch / kNotch;
-    if (rows != 0)
-        ScrollByUser(std::clamp(m_TopRow - (rows > 0 ? rows - 1 : rows + 1), 0, m_MaxTopRow));
+    constexpr std::int64_t kNotch = 120;
+    constexpr std::int64_t kRowsOfNotch = 3;
+    const std::int64_t rows =
+        static_cast<int>(static_cast<std::intptr_t>(delta)) * kRowsOfNotch / kNotch;
+    if (rows != 0) // the first one is left out
+        ScrollByUser(static_cast<std::int32_t>(
+            std::clamp<std::int64_t>(m_TopRow - (rows > 0 ? rows - 1 : rows + 1), 0, m_MaxTopRow)));
     return 0;
 }
 

@@ -1,5 +1,7 @@
 /// The mouse on a CSimEditView: caret and selection by clicks and drags, words, the hover title.
+#include <algorithm>
 #include <cstdlib>
+#include <new>
 #include <tuple>
 #include <utility>
 
@@ -23,8 +25,11 @@ bool IsBefore(TextPlace a, TextPlace b) {
     return std::tie(a.Row, a.Column) < std::tie(b.Row, b.Column);
 }
 
+/// The place of a message, no farther than reckoning with it bears.
 CPoint PointOf(std::intptr_t value) {
-    return {PointValueX(value), PointValueY(value)};
+    constexpr int kFarthest = 1 << 28;
+    return {std::clamp(PointValueX(value), -kFarthest, kFarthest),
+            std::clamp(PointValueY(value), -kFarthest, kFarthest)};
 }
 
 bool IsSamePlace(CPoint a, CPoint b) {
@@ -66,17 +71,24 @@ std::intptr_t CSimEditView::OnLButtonDown(std::uintptr_t, std::intptr_t place) {
     return 0;
 }
 
-/// Offers the selected text to other programs. A drag that ends where it began was a click.
+/// Offers the selected text to other programs. A drag that ends where it began was a click. The
+/// user may close the view meanwhile.
 void CSimEditView::DragSelection(CPoint point) {
     IBackendDesk* const desk = GetBackend();
     if (!desk)
         return;
-    AString text;
-    codepage::AppendDecoded(codepage::Page::kWindows1252, GetSelectedText(), text);
-    const CPoint before = desk->GetPointer();
     COleDataSource source;
-    source.CacheText(std::move(text));
-    if (source.DoDragDrop() != DropEffect::none || !IsSamePlace(desk->GetPointer(), before))
+    try {
+        AString text;
+        codepage::AppendDecoded(codepage::Page::kWindows1252, GetSelectedText(), text);
+        source.CacheText(std::move(text));
+    } catch (const std::bad_alloc&) {
+        return;
+    }
+    const std::weak_ptr<bool> alive = m_Busy;
+    const CPoint before = desk->GetPointer();
+    if (source.DoDragDrop() != DropEffect::none || alive.expired() ||
+        !IsSamePlace(desk->GetPointer(), before))
         return;
     m_WantedColumn = 0;
     CancelSelection();
@@ -202,7 +214,9 @@ std::intptr_t CSimEditView::OnContextMenu(std::uintptr_t, std::intptr_t place) {
     CMenu menu;
     IBackendDesk* const desk = GetBackend();
     const CMenu* const popup = desk && menu.LoadMenu(kMenuContext) ? menu.GetSubMenu(0) : nullptr;
-    if (const unsigned command = popup ? desk->TrackMenu(*popup, PointOf(place), *this) : 0)
+    const std::weak_ptr<bool> alive = m_Busy;
+    const unsigned command = popup ? desk->TrackMenu(*popup, PointOf(place), *this) : 0;
+    if (command != 0 && !alive.expired())
         RunCommand(command);
     return 0;
 }

@@ -109,6 +109,7 @@ void CSimEditView::KeepInsideText() {
 
 void CSimEditView::EndGathering() {
     MoveThumb();
+    ApplyCaret();
     if (!CanPaint())
         return;
     Invalidate();
