@@ -19,8 +19,9 @@ struct RegEngine;
 struct RegLimits {
     std::size_t waste = 4096; ///< steps of failed tries on one subject before the thorough way
     std::size_t depth = 256;  ///< open choices of a try before the thorough way; 256 at most
-    std::size_t block = 128 * 1024; ///< characters whose states the thorough way keeps
-    std::size_t cache = 256 * 1024; ///< bytes of its automaton before that starts afresh
+    std::size_t block = 128 * 1024;            ///< characters whose states the thorough way keeps
+    std::size_t cache = 256 * 1024;            ///< bytes of its automaton before that starts afresh
+    std::size_t notes = std::size_t{16} << 20; ///< bytes of each of its two lists of notes
 };
 
 /// One compiled expression and its last match.
@@ -33,7 +34,9 @@ struct RegLimits {
 ///
 /// The match is the leftmost one; among those, alternatives are preferred from left to right, and
 /// repetitions take as much as they can. Any search takes time linear in the subject and bounded
-/// memory, whatever the expression: below 64 MB for subjects up to 64 million characters.
+/// memory, whatever the expression: below 64 MB for subjects up to 256 million characters. That is
+/// the sum of the limits below at their defaults and of three times the 8 MB of states that a block
+/// may add, as RegViability cuts the subject.
 ///
 /// An object serves one caller at a time, operations marked const included (they use its scratch
 /// memory).

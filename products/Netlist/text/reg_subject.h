@@ -11,8 +11,14 @@
 ///
 /// The text isn't copied: it must live and stay unchanged while the subject is used. It ends at its
 /// first NUL. Each subject made has a serial number of its own, by which an expression knows that
-/// what it learnt in an earlier call still holds; copies share it. That keeps any number of calls
-/// on one subject linear in its length, so make one subject a line rather than one a call.
+/// what it learnt in an earlier call still holds; copies share it.
+///
+/// So what tries in vain cost is linear in the subject for all calls of an expression together. A
+/// call takes, besides, time for the characters that it passes: from the tail's start to the
+/// match's end, or to the subject's end if there is no match. Scans from match to match are linear,
+/// then; tails that begin inside what an earlier call passed are paid for again. Where an
+/// expression has turned to the thorough way, a call may read the rest of its first and last block
+/// (RegLimits) once more.
 class RegSubject {
 public:
     /// Ends `text` at its first NUL. Costs one pass of a fast byte search.

@@ -8,8 +8,8 @@
 #include <memory>
 
 /// Looks for matches the quick way, and the thorough way on subjects on which too many steps of the
-/// quick one were in vain. Keeps count of those from call to call, so that all calls on one subject
-/// together stay linear.
+/// quick one were in vain. Keeps count of those from call to call, so that those of all calls on
+/// one subject together stay linear.
 class RegSearcher {
 public:
     /// `program` must be valid and outlive the object.

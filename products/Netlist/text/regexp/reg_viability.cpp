@@ -21,9 +21,8 @@
 
 namespace {
 
-/// Most bytes that the notes of one subject take, unless blocks would be longer than their number.
-constexpr std::size_t kNotesLimit = std::size_t{32} << 20;
-/// Most bytes of the states that one block can add, if its characters all make new ones.
+/// Most bytes of the states that one block can add, if its characters all make new ones. They lie
+/// in arrays that double when they are full, and so take three times as many at a time.
 constexpr std::size_t kBlockStatesLimit = std::size_t{8} << 20;
 /// Most eaters for which steps of a match are kept.
 constexpr std::size_t kMaxKnownEaters = 128;
@@ -32,8 +31,11 @@ constexpr std::size_t kMaxKnownEaters = 128;
 
 RegViability::RegViability(const RegCode& code, const RegLimits& limits)
     : m_code(code), m_places(code), m_automaton(m_places, limits.cache),
-      m_blockLimit(std::min(kBlockStatesLimit / (m_automaton.StateSize() + 4 * m_places.Count()),
-                            limits.block)),
+      m_block(std::max<std::size_t>(
+          std::min(kBlockStatesLimit / (m_automaton.StateSize() + 4 * m_places.Count()),
+                   limits.block),
+          1)),
+      m_stretch(std::max<std::size_t>(limits.notes / NoteSize(), 1)),
       m_keepsKnown(m_places.Count() <= kMaxKnownEaters), m_visited(code.Nodes().size()),
       m_noEaters(m_automaton.Words()) {}
 
@@ -41,20 +43,27 @@ void RegViability::Begin(const RegSubject& subject) {
     if (subject.Serial() == m_subject.Serial())
         return;
     m_subject = subject;
-    const std::size_t noteSize = m_automaton.Words() * sizeof(std::uint64_t);
-    const std::size_t length = subject.Length();
-    m_block = std::max({m_blockLimit, length / (kNotesLimit / noteSize), std::size_t{1}});
-    m_blocks = (length + m_block - 1) / m_block;
-    m_covered = m_blocks;
+    m_blocks = (subject.Length() + m_block - 1) / m_block;
     m_loaded = kNoBlock;
     m_states.clear();
-    if (m_capacity < m_blocks || m_capacity > 2 * m_blocks + 1024) {
-        m_notes = std::make_unique_for_overwrite<std::uint64_t[]>(m_blocks * m_automaton.Words());
-        m_capacity = m_blocks;
-    }
     m_hasStart.assign(m_blocks, 0);
-    if (m_blocks != 0)
-        std::fill_n(&m_notes[(m_blocks - 1) * m_automaton.Words()], m_automaton.Words(), 0);
+    const std::size_t room = std::min(m_blocks, m_stretch);
+    if (m_capacity < room || m_capacity > 2 * room + 1024) {
+        m_notes = std::make_unique_for_overwrite<std::uint64_t[]>(room * m_automaton.Words());
+        m_capacity = room;
+    }
+    m_farNotes.assign((m_blocks + m_stretch - 1) / m_stretch * m_automaton.Words(), 0);
+    if (m_blocks == 0)
+        return;
+    m_lowestStretch = (m_blocks - 1) / m_stretch;
+    EnterStretch(m_lowestStretch);
+}
+
+/// Begins with the note behind a stretch's last block.
+void RegViability::EnterStretch(std::size_t stretch) {
+    m_atStretch = stretch;
+    m_lowest = std::min((stretch + 1) * m_stretch, m_blocks) - 1;
+    std::copy_n(&m_farNotes[stretch * m_automaton.Words()], m_automaton.Words(), NoteOf(m_lowest));
 }
 
 const char* RegViability::BlockEnd(std::size_t block) const {
@@ -79,23 +88,30 @@ RegViability::State RegViability::StateBehind(std::size_t block) {
     const auto next = end == m_subject.End()
                           ? RegContext::AtEnd
                           : RegContext::NextFor(static_cast<unsigned char>(*end));
-    return m_automaton.Find(&m_notes[block * m_automaton.Words()], next);
+    return m_automaton.Find(NoteOf(block), next);
 }
 
+/// Reads what is needed for the note behind a block.
 void RegViability::Cover(std::size_t block) {
-    while (m_covered > block) {
-        const State state = Read(--m_covered);
-        if (m_covered != 0) {
-            std::copy_n(m_automaton.Eaters(state), m_automaton.Words(),
-                        &m_notes[(m_covered - 1) * m_automaton.Words()]);
+    const std::size_t stretch = std::max(block / m_stretch, m_lowestStretch);
+    if (stretch != m_atStretch)
+        EnterStretch(stretch);
+    while (m_lowest > block) {
+        const std::uint64_t* const eaters = m_automaton.Eaters(Read(m_lowest));
+        std::copy_n(eaters, m_automaton.Words(), NoteOf(--m_lowest));
+        if ((m_lowest + 1) % m_stretch == 0) {
+            m_atStretch = m_lowestStretch = m_lowest / m_stretch;
+            std::copy_n(eaters, m_automaton.Words(),
+                        &m_farNotes[m_atStretch * m_automaton.Words()]);
         }
     }
 }
 
 void RegViability::Load(std::size_t block) {
+    if (m_loaded == block)
+        return;
     Cover(block);
-    if (m_loaded != block)
-        Read(block);
+    Read(block);
 }
 
 /// Works out and keeps the states of a block. Returns the one of its first character.
@@ -110,7 +126,7 @@ RegViability::State RegViability::Read(std::size_t block) {
     for (std::size_t i = m_states.size(); i-- > 0;) {
         state = m_automaton.Step(state, static_cast<unsigned char>(m_loadedBegin[i]));
         m_states[i] = state;
-        starts |= m_automaton.StartsOf(state);
+        starts |= StartsAt(m_loadedBegin + i, state);
     }
     GrowKnown();
     m_hasStart[block] = starts;
@@ -151,15 +167,20 @@ const char* RegViability::FindStart(const RegTail& tail) {
     return Enter(tail.end, tail) != kNowhere ? tail.end : nullptr;
 }
 
+/// Whether a match can begin at a place that isn't a tail's first.
+std::uint8_t RegViability::StartsAt(const char* at, State state) const {
+    const bool afterWord = m_automaton.AsksBehind() && at != m_subject.Begin() &&
+                           IsRegWordChar(static_cast<unsigned char>(at[-1]));
+    return m_automaton.StartsOf(state) &
+           (afterWord ? RegAutomaton::kStartsAfterWord : RegAutomaton::kStartsAfterOther);
+}
+
 const char* RegViability::FirstStartIn(std::size_t block, const char* from) {
     Load(block);
     const char* const begin = BlockBegin(block);
     for (const char* at = from; at < BlockEnd(block); ++at) {
         ++m_steps;
-        const bool afterWord = IsRegWordChar(static_cast<unsigned char>(at[-1]));
-        const auto starts =
-            afterWord ? RegAutomaton::kStartsAfterWord : RegAutomaton::kStartsAfterOther;
-        if ((m_automaton.StartsOf(m_states[static_cast<std::size_t>(at - begin)]) & starts) != 0)
+        if (StartsAt(at, m_states[static_cast<std::size_t>(at - begin)]) != 0)
             return at;
     }
     return nullptr;

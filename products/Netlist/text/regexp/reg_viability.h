@@ -13,8 +13,10 @@
 /// The automaton reads the subject backward once, down to where it is needed. Its states tell for
 /// each position from which places the program's end can be reached. A match then walks forward,
 /// and at each fork takes the first way that is viable: exactly the way on which backtracking would
-/// have ended. States are noted at every block's end only, and worked out again for the block at
-/// hand; so the memory is a small part of the subject's length.
+/// have ended. States are kept for the block at hand, and of the others in its stretch of blocks
+/// the one at the block's end, and of the other stretches the one at the stretch's end; the rest is
+/// worked out again. So each character is read three times at most, and the memory for each of the
+/// three is bounded, up to the square of the notes that a stretch may have.
 class RegViability {
 public:
     /// `code` must outlive the object.
@@ -52,11 +54,17 @@ private:
     const char* BlockBegin(std::size_t block) const { return m_subject.Begin() + block * m_block; }
     const char* BlockEnd(std::size_t block) const;
     State StateBehind(std::size_t block);
+    std::size_t NoteSize() const { return m_automaton.Words() * sizeof(std::uint64_t); }
+    std::uint64_t* NoteOf(std::size_t block) {
+        return &m_notes[block % m_stretch * m_automaton.Words()];
+    }
+    void EnterStretch(std::size_t stretch);
     void Cover(std::size_t block);
     void Load(std::size_t block);
     State Read(std::size_t block);
     void Forget();
     void GrowKnown();
+    std::uint8_t StartsAt(const char* at, State state) const;
     const char* FirstStartIn(std::size_t block, const char* from);
 
     State StateAt(const char* at) {
@@ -84,14 +92,17 @@ private:
     const RegCode& m_code;
     RegPlaces m_places;
     RegAutomaton m_automaton;
-    std::size_t m_blockLimit;
+    const std::size_t m_block;   ///< characters of a block
+    const std::size_t m_stretch; ///< blocks of a stretch
     RegSubject m_subject{std::string_view()};
 
-    std::size_t m_block = 1;   ///< characters of a block
-    std::size_t m_blocks = 0;  ///< number of blocks
-    std::size_t m_covered = 0; ///< the blocks from this one on have been read
-    std::size_t m_capacity = 0;
-    std::unique_ptr<std::uint64_t[]> m_notes; ///< the eaters behind each block
+    std::size_t m_blocks = 0;                 ///< number of blocks
+    std::size_t m_atStretch = 0;              ///< the stretch at hand
+    std::size_t m_lowest = 0;                 ///< the first of its blocks that has its note
+    std::size_t m_lowestStretch = 0;          ///< the stretches from this one on have theirs
+    std::vector<std::uint64_t> m_farNotes;    ///< the eaters behind each stretch
+    std::unique_ptr<std::uint64_t[]> m_notes; ///< the eaters behind each block of the stretch
+    std::size_t m_capacity = 0;               ///< blocks that have room in m_notes
     std::vector<std::uint8_t> m_hasStart;     ///< whether a match may start in a block, by block
 
     std::size_t m_loaded = kNoBlock; ///< the block whose states stand in `m_states`

@@ -1,6 +1,7 @@
 /// A slow matcher that follows the rules word by word, to compare the engine with.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <functional>
 #include <memory>
@@ -20,6 +21,27 @@ public:
     }
 
     int Error() const { return m_error; }
+
+    /// What an expression means without case: each letter that stands in no class becomes one.
+    static std::string Folded(const std::string& text) {
+        std::string folded;
+        std::size_t classEnd = 0; // the index of the "]" of the class at hand
+        for (std::size_t at = 0; at < text.size(); ++at) {
+            const auto c = static_cast<unsigned char>(text[at]);
+            if (c == '[' && at >= classEnd) {
+                std::size_t first = at + 1;
+                first += first < text.size() && text[first] == '^' ? 1 : 0;
+                first += first < text.size() && text[first] == ']' ? 1 : 0;
+                classEnd = std::min(text.find(']', first), text.size());
+            }
+            const bool isLetter = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+            if (isLetter && at >= classEnd)
+                folded += {'[', static_cast<char>(c & 0xDF), static_cast<char>(c | 0x20), ']'};
+            else
+                folded += text[at];
+        }
+        return folded;
+    }
 
     struct Result {
         int start = -1;
