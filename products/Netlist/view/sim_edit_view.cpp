@@ -23,7 +23,11 @@ CBaseEditor* CSimEditView::GetEditor() const {
 }
 
 CSimEditDoc* CSimEditView::GetTextDocument() const {
-    return dynamic_cast<CSimEditDoc*>(GetDocument());
+    if (CDocument* document = GetDocument(); document != m_CastDocument) {
+        m_CastDocument = document;
+        m_TextDocument = dynamic_cast<CSimEditDoc*>(document);
+    }
+    return m_TextDocument;
 }
 
 IDesignInstance* CSimEditView::GetInstance() const {
