@@ -7,6 +7,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -211,13 +212,16 @@ protected:
     ~IDialogSink() = default;
 };
 
+/// Stands for the last page of whatever job.
+inline constexpr int kLastPage = 0x7FFFFFFF;
+
 /// What a print dialog asks and gives.
 struct PrintRequest {
     bool m_Direct = false; ///< no dialog: the default printer, all pages
     bool m_AllowSelection = false;
     bool m_Selection = false; ///< print the selection: preset and answer
     int m_FromPage = 1;
-    int m_ToPage = 0x7FFF;
+    int m_ToPage = kLastPage;
 };
 
 /// One print job. Destroying it before EndDocument drops the job.
@@ -231,10 +235,16 @@ public:
     virtual IBackendSurface& GetSurface() = 0;
     /// @return false: the device refuses, the job is over
     virtual bool StartDocument(const AString& title) = 0;
+    /// Asked ahead of each page with its number and that of the last one, so that a long job can
+    /// show how far it is. @return false: the user has given up, the job is to be dropped
+    virtual bool GoOn(int page, int lastPage) = 0;
     virtual bool StartPage() = 0;
     virtual bool EndPage() = 0;
     virtual bool EndDocument() = 0;
 };
+
+/// Prints a whole job on the printer that it is given.
+using PrintFunction = std::function<void(std::unique_ptr<IBackendPrinter> printer)>;
 
 /// What a file dialog asks.
 struct FileRequest {
@@ -283,7 +293,8 @@ public:
     /// @return the colour chosen, nothing when cancelled
     virtual std::optional<ColorRef> AskColor(ColorRef preset, std::span<const ColorRef> custom) = 0;
     /// Shows the pages as one dialog, several with tabs; a title that isn't empty replaces theirs.
-    /// Control numbers are unique over all pages. @return what End was given
+    /// Control numbers are unique over all pages. Pages with neither a kIdOk nor a kIdCancel get a
+    /// button for each. @return what End was given
     virtual int RunDialog(const AString& title, std::span<const DialogResource* const> pages,
                           IDialogSink& sink) = 0;
     /// Opens a popup menu at a place on the screen; the target's UpdateCommand gives the entries'
@@ -292,6 +303,9 @@ public:
     virtual DropEffect DragText(const AString& text) = 0;
     /// @return the job, null when cancelled or when there is no printer
     virtual std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) = 0;
+    /// Shows the pages of a job. @param print is called for the pages, none or many times, and no
+    /// longer when this has returned
+    virtual void ShowPreview(const PrintFunction& print) = 0;
     /// Waits that many milliseconds without handling messages.
     virtual void Wait(int milliseconds) = 0;
 

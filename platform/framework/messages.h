@@ -90,6 +90,13 @@ enum KeyCode : unsigned {
 /// The modifiers of an accelerator, to be joined.
 enum KeyModifier : unsigned { kModShift = 4, kModControl = 8, kModAlt = 16 };
 
+/// The commands that a view answers by printing.
+enum PrintCommand : unsigned {
+    kCommandPrint = 57607,
+    kCommandPrintDirect = 57608, ///< without asking
+    kCommandPrintPreview = 57609,
+};
+
 /// How a frame is shown; the default leaves the choice to the backend.
 enum ShowCommand : int {
     kShowDefault = -1,

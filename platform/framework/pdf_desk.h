@@ -1,9 +1,7 @@
 /// The entry of a backend library that a host opens at run time to print into a PDF file.
 #pragma once
 
-#include "astring.h"
-
-class IBackendDesk;
+#include "backend.h"
 
 /// Where print jobs go when nobody is asked.
 struct PdfOutput {
@@ -12,7 +10,7 @@ struct PdfOutput {
     AString m_Path; ///< is replaced when a job has come to its end, and only then
     Paper m_Paper = Paper::a4;
     int m_FromPage = 1; ///< 1-based, both included
-    int m_ToPage = 0x7FFF;
+    int m_ToPage = kLastPage;
 };
 
 /// Starts the library's window system without a screen, unless the process has one running, and

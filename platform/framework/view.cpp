@@ -6,6 +6,7 @@
 #include "dc.h"
 #include "document.h"
 #include "frame.h"
+#include "print_info.h"
 
 namespace {
 
@@ -59,7 +60,10 @@ void CView::OnUpdate(CView*, std::intptr_t, CObject*) {
     Invalidate();
 }
 
-void CView::OnPrepareDC(CDC&, CPrintInfo*) {}
+void CView::OnPrepareDC(CDC&, CPrintInfo* info) {
+    if (info)
+        info->m_ContinuePrinting = info->m_MaxPage != kPagesUnknown || info->m_CurPage == 1;
+}
 
 void CView::OnDraw(CDC&) {}
 

@@ -22,7 +22,7 @@ public:
     CFrameWnd* GetParentFrame() const;
 
     /// Makes a context ready for OnDraw, or for a page of a print job (info isn't null then). The
-    /// base sets nothing.
+    /// base ends a job behind page 1 unless OnBeginPrinting has told the last page.
     virtual void OnPrepareDC(CDC& dc, CPrintInfo* info);
     /// The view is to show its document from the start. The base calls OnUpdate.
     virtual void OnInitialUpdate();
@@ -35,6 +35,19 @@ public:
     /// Draws what the context's clip box shows. The base draws nothing.
     virtual void OnDraw(CDC& dc);
 
+    /// @name A print job: one info for all of it
+    /// @{
+    /// Sets what the print dialog offers, then asks for the device. The base only asks.
+    /// @return false: there is no job
+    virtual bool OnPreparePrinting(CPrintInfo& info);
+    /// Takes the device's measures and tells the pages. The base does nothing.
+    virtual void OnBeginPrinting(CDC& dc, CPrintInfo& info);
+    /// Draws the page m_CurPage, after OnPrepareDC. The base calls OnDraw.
+    virtual void OnPrint(CDC& dc, CPrintInfo& info);
+    /// The job has ended, well or not. The base does nothing.
+    virtual void OnEndPrinting(CDC& dc, CPrintInfo& info);
+    /// @}
+
     /// Paints through OnPrepareDC and OnDraw; with erase, OnEraseBackground in between.
     void HandlePaint(IBackendSurface& surface, bool erase) override;
 
@@ -42,6 +55,8 @@ public:
     Route RouteCommand(unsigned id) override;
 
 protected:
+    /// The PrintCommands.
+    const CommandMap& GetCommandMap() const override;
     /// Fills the clip box with the background. The base takes white.
     virtual void OnEraseBackground(CDC& dc);
     /// Views delete themselves with their window.
@@ -49,6 +64,12 @@ protected:
 
 private:
     friend class CDocument;
+    void OnFilePrint();
+    void OnFilePrintDirect();
+    void OnFilePrintPreview();
+    void PrintJob(CPrintInfo& info);
+    bool PrintPages(CDC& dc, CPrintInfo& info);
+
     CDocument* m_Document = nullptr;
 };
 

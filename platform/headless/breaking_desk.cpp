@@ -16,6 +16,7 @@ public:
     bool StartDocument(const AString& title) override {
         return !(m_Broken & kBreakPrintStart) && m_Printer->StartDocument(title);
     }
+    bool GoOn(int page, int lastPage) override { return m_Printer->GoOn(page, lastPage); }
     bool StartPage() override {
         ++m_Page;
         return !IsLost(kBreakPrintPage) && m_Printer->StartPage();
@@ -86,11 +87,19 @@ DropEffect BreakingDesk::DragText(const AString& text) {
     return Refuses(kBreakDrag) ? DropEffect::none : m_Desk.DragText(text);
 }
 
+std::unique_ptr<IBackendPrinter>
+BreakingDesk::Break(std::unique_ptr<IBackendPrinter> printer) const {
+    if (!printer)
+        return nullptr;
+    return std::make_unique<BreakingPrinter>(std::move(printer), m_Broken, m_LostPage);
+}
+
 std::unique_ptr<IBackendPrinter> BreakingDesk::AskPrinter(PrintRequest& request) {
-    std::unique_ptr<IBackendPrinter> job;
+    return Refuses(kBreakPrinter) ? nullptr : Break(m_Desk.AskPrinter(request));
+}
+
+void BreakingDesk::ShowPreview(const PrintFunction& print) {
     if (!Refuses(kBreakPrinter))
-        job = m_Desk.AskPrinter(request);
-    if (job)
-        job = std::make_unique<BreakingPrinter>(std::move(job), m_Broken, m_LostPage);
-    return job;
+        m_Desk.ShowPreview(
+            [&](std::unique_ptr<IBackendPrinter> printer) { print(Break(std::move(printer))); });
 }

@@ -9,7 +9,7 @@ enum BreakableOperation : unsigned {
     kBreakClipboardWrite = 1u << 1, ///< setting its text is refused
     kBreakFont = 1u << 2,           ///< making a font throws std::bad_alloc
     kBreakWindow = 1u << 3,         ///< windows are null
-    kBreakPrinter = 1u << 4,        ///< there is no printer
+    kBreakPrinter = 1u << 4,        ///< there is no printer, for a preview neither
     kBreakPrintStart = 1u << 5,     ///< a job's start is refused
     kBreakPrintPage = 1u << 6,      ///< the device is gone at the start of page m_LostPage
     kBreakPrintPageEnd = 1u << 7,   ///< the device is gone at the end of page m_LostPage
@@ -55,11 +55,14 @@ public:
     unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override;
     DropEffect DragText(const AString& text) override;
     std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
+    void ShowPreview(const PrintFunction& print) override;
     void Wait(int milliseconds) override { m_Desk.Wait(milliseconds); }
 
 private:
     /// Whether that operation is broken; counts the refusal.
     bool Refuses(BreakableOperation operation);
+    /// A job that breaks as m_Broken says; null stays null.
+    std::unique_ptr<IBackendPrinter> Break(std::unique_ptr<IBackendPrinter> printer) const;
 
     IBackendDesk& m_Desk;
 };

@@ -140,6 +140,11 @@ DropEffect HeadlessDesk::DragText(const AString& text) {
     return m_DropEffect;
 }
 
+void HeadlessDesk::ShowPreview(const PrintFunction& print) {
+    m_Previews.push_back(std::make_shared<PrintRecord>());
+    print(std::make_unique<HeadlessPrinter>(m_Printer, m_Previews.back()));
+}
+
 std::unique_ptr<IBackendPrinter> HeadlessDesk::AskPrinter(PrintRequest& request) {
     const auto answer = Take(m_PrintAnswers);
     if (answer && !(*answer)(request))

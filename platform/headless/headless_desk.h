@@ -42,6 +42,7 @@ public:
     unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override;
     DropEffect DragText(const AString& text) override;
     std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
+    void ShowPreview(const PrintFunction& print) override;
     void Wait(int milliseconds) override { m_WaitedMilliseconds += milliseconds; }
 
     /// Sends the messages posted, those posted meanwhile too, but no more than limit; then paints
@@ -84,6 +85,7 @@ public:
     std::vector<CursorShape> m_Cursors;
     std::vector<AString> m_Dragged;
     std::vector<std::shared_ptr<PrintRecord>> m_PrintJobs;
+    std::vector<std::shared_ptr<PrintRecord>> m_Previews;
     long m_WaitedMilliseconds = 0;
     /// @}
 

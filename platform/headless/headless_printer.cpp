@@ -37,6 +37,10 @@ bool HeadlessPrinter::StartDocument(const AString& title) {
     return true;
 }
 
+bool HeadlessPrinter::GoOn(int page, int) {
+    return m_Settings.m_LastWanted == 0 || page <= m_Settings.m_LastWanted;
+}
+
 bool HeadlessPrinter::StartPage() {
     if (static_cast<int>(m_Record->m_Pages.size()) + 1 == m_Settings.m_FailingPage)
         return false;

@@ -43,6 +43,7 @@ struct PrinterSettings {
     CSize m_Resolution{96, 96};
     FontMetrics m_Font{20, 0, 10, 10};
     int m_FailingPage = 0; ///< 1-based, 0 for never
+    int m_LastWanted = 0;  ///< the page behind which the user gives up, 0 for never
 };
 
 /// Records what is drawn on a page.
@@ -81,6 +82,7 @@ public:
     CSize GetResolution() override { return m_Settings.m_Resolution; }
     IBackendSurface& GetSurface() override { return m_Surface; }
     bool StartDocument(const AString& title) override;
+    bool GoOn(int page, int lastPage) override;
     bool StartPage() override;
     bool EndPage() override;
     bool EndDocument() override;

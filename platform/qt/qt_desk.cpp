@@ -152,6 +152,7 @@ DropEffect QtDesk::DragText(const AString& text) {
 
 std::unique_ptr<IBackendPrinter> QtDesk::AskPrinter(PrintRequest& request) {
     std::unique_ptr<PrintDevice> device;
+    bool isWatched = false;
     if (m_Seat->m_PrintTarget) {
         device = MakeTargetDevice(*m_Seat->m_PrintTarget);
     } else if (m_Seat->m_PdfOutput) {
@@ -160,10 +161,17 @@ std::unique_ptr<IBackendPrinter> QtDesk::AskPrinter(PrintRequest& request) {
         request.m_ToPage = m_Seat->m_PdfOutput->m_ToPage;
     } else {
         device = AskForPrinter(DialogParent(), request);
+        isWatched = true;
     }
     if (!device)
         return nullptr;
-    return std::make_unique<PrintJob>(std::move(device), m_Seat->m_DefaultFont);
+    return std::make_unique<PrintJob>(std::move(device), m_Seat->m_DefaultFont, isWatched);
+}
+
+void QtDesk::ShowPreview(const PrintFunction& print) {
+    ShowPrintPreview(DialogParent(), [&](QPrinter& printer) {
+        print(std::make_unique<PrintJob>(MakeTargetDevice(printer), m_Seat->m_DefaultFont));
+    });
 }
 
 void QtDesk::Wait(int milliseconds) {

@@ -76,6 +76,7 @@ public:
     unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override;
     DropEffect DragText(const AString& text) override;
     std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
+    void ShowPreview(const PrintFunction& print) override;
     void Wait(int milliseconds) override;
 
 private:

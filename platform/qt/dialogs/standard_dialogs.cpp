@@ -8,6 +8,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPrintDialog>
+#include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QPushButton>
@@ -67,11 +68,15 @@ void AddItems(QMenu& shown, const CMenu& menu, CCmdTarget& target) {
     }
 }
 
+/// The last page that can be typed.
+constexpr int kMostDialogPages = 99'999;
+
 void PrepareRange(QPrintDialog& dialog, const PrintRequest& request) {
     dialog.setOption(QAbstractPrintDialog::PrintSelection, request.m_AllowSelection);
     dialog.setOption(QAbstractPrintDialog::PrintPageRange);
-    dialog.setMinMax(1, request.m_ToPage);
-    dialog.setFromTo(request.m_FromPage, request.m_ToPage);
+    const int last = std::min(request.m_ToPage, kMostDialogPages);
+    dialog.setMinMax(1, last);
+    dialog.setFromTo(request.m_FromPage, last);
     dialog.setPrintRange(request.m_Selection ? QAbstractPrintDialog::Selection
                                              : QAbstractPrintDialog::AllPages);
 }
@@ -161,6 +166,14 @@ std::unique_ptr<PrintDevice> AskForPrinter(QWidget* parent, PrintRequest& reques
         TakeRange(dialog, request);
     }
     return MakePrinterDevice(std::move(printer));
+}
+
+void ShowPrintPreview(QWidget* parent, const std::function<void(QPrinter&)>& print) {
+    QPrinter printer(QPrinter::HighResolution);
+    QPrintPreviewDialog dialog(&printer, parent);
+    QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
+                     [&](QPrinter* target) { print(*target); });
+    dialog.exec();
 }
 
 unsigned ShowPopupMenu(const CMenu& menu, const QPoint& at, CCmdTarget& target) {

@@ -1,6 +1,7 @@
 /// The dialogs that Qt brings, asked as the framework asks.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -11,6 +12,7 @@
 #include "backend.h"
 
 class PrintDevice;
+class QPrinter;
 class QWidget;
 
 /// @name As the operations of IBackendDesk
@@ -21,6 +23,8 @@ std::optional<ColorRef> AskForColor(QWidget* parent, ColorRef preset,
                                     std::span<const ColorRef> custom);
 /// The device chosen, null when there is none.
 std::unique_ptr<PrintDevice> AskForPrinter(QWidget* parent, PrintRequest& request);
+/// Shows what is printed whenever the dialog asks for it.
+void ShowPrintPreview(QWidget* parent, const std::function<void(QPrinter&)>& print);
 /// Shows a menu at a place of Qt's.
 unsigned ShowPopupMenu(const CMenu& menu, const QPoint& at, CCmdTarget& target);
 /// @}

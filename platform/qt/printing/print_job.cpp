@@ -1,7 +1,9 @@
 #include "print_job.h"
 
+#include <QApplication>
 #include <QPdfWriter>
 #include <QPrinter>
+#include <QProgressDialog>
 #include <QSaveFile>
 
 #include "qt_text.h"
@@ -10,6 +12,9 @@ namespace {
 
 /// What a page of a PDF leaves free on each side, in millimetres.
 constexpr double kPdfMargin = 10;
+
+/// How long a job may take until it shows its progress, in milliseconds.
+constexpr int kSilence = 1000;
 
 class PdfDevice : public PrintDevice {
 public:
@@ -55,6 +60,15 @@ private:
     QPrinter& m_Printer;
 };
 
+std::unique_ptr<QProgressDialog> MakeProgress() {
+    auto progress = std::make_unique<QProgressDialog>(QApplication::activeWindow());
+    progress->setWindowModality(Qt::ApplicationModal);
+    progress->setMinimumDuration(kSilence);
+    progress->setWindowTitle(QStringLiteral("Printing"));
+    progress->setAutoReset(false);
+    return progress;
+}
+
 CSize PageSizeOf(const QPagedPaintDevice& device) {
     const QSize size = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
     return {size.width(), size.height()};
@@ -74,8 +88,8 @@ std::unique_ptr<PrintDevice> MakeTargetDevice(QPrinter& printer) {
     return std::make_unique<PrinterDevice>(printer);
 }
 
-PrintJob::PrintJob(std::unique_ptr<PrintDevice> device, const QtFont& defaultFont)
-    : m_Device(std::move(device)),
+PrintJob::PrintJob(std::unique_ptr<PrintDevice> device, const QtFont& defaultFont, bool isWatched)
+    : m_Device(std::move(device)), m_Progress(isWatched ? MakeProgress() : nullptr),
       m_Surface(m_Painter, PageSizeOf(m_Device->Get()),
                 {m_Device->Get().logicalDpiX(), m_Device->Get().logicalDpiY()}, defaultFont) {}
 
@@ -88,6 +102,15 @@ PrintJob::~PrintJob() {
 
 bool PrintJob::StartDocument(const AString& title) {
     return m_Device->Open(ToQt(title)) && m_Painter.begin(&m_Device->Get());
+}
+
+bool PrintJob::GoOn(int page, int lastPage) {
+    if (!m_Progress)
+        return true;
+    m_Progress->setRange(0, lastPage);
+    m_Progress->setLabelText(QStringLiteral("Page %1 of %2").arg(page).arg(lastPage));
+    m_Progress->setValue(page - 1); // which lets the user answer
+    return !m_Progress->wasCanceled();
 }
 
 bool PrintJob::StartPage() {

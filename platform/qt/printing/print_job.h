@@ -10,6 +10,7 @@
 
 class QPagedPaintDevice;
 class QPrinter;
+class QProgressDialog;
 
 /// What a job is printed on.
 class PrintDevice {
@@ -40,19 +41,23 @@ std::unique_ptr<PrintDevice> MakeTargetDevice(QPrinter& printer);
 class PrintJob : public IBackendPrinter {
 public:
     /// @param defaultFont outlives the job
-    PrintJob(std::unique_ptr<PrintDevice> device, const QtFont& defaultFont);
+    /// @param isWatched a job that takes longer shows its progress, and can be given up
+    PrintJob(std::unique_ptr<PrintDevice> device, const QtFont& defaultFont,
+             bool isWatched = false);
     ~PrintJob() override;
 
     CSize GetPageSize() override { return m_Surface.GetSize(); }
     CSize GetResolution() override { return m_Surface.GetResolution(); }
     IBackendSurface& GetSurface() override { return m_Surface; }
     bool StartDocument(const AString& title) override;
+    bool GoOn(int page, int lastPage) override;
     bool StartPage() override;
     bool EndPage() override;
     bool EndDocument() override;
 
 private:
     std::unique_ptr<PrintDevice> m_Device;
+    std::unique_ptr<QProgressDialog> m_Progress; ///< null: nobody waits for the job
     QPainter m_Painter;
     PainterSurface m_Surface;
     int m_Pages = 0;
