@@ -18,6 +18,9 @@ HeadlessDialog::HeadlessDialog(const AString& title, std::span<const DialogResou
                                                           .m_Items = {}});
         }
     }
+    if (!Find(kIdOk) && !Find(kIdCancel))
+        for (const unsigned button : {kIdOk, kIdCancel})
+            m_Controls[button] = {.m_Kind = ControlRow::pushButton, .m_Text = {}, .m_Items = {}};
 }
 
 HeadlessDialog::~HeadlessDialog() = default;
@@ -103,7 +106,7 @@ void HeadlessDialog::End(int result) {
 }
 
 bool HeadlessDialog::Click(unsigned control) {
-    // A closed window is a click on kIdCancel, whether the dialog has such a button or not.
+    // A closed window is a click on kIdCancel, even where there is only a button for OK.
     const bool closing = control == kIdCancel && !m_Result && !Find(control);
     const Control* found = FindForUser(control);
     if (!found && !closing)
