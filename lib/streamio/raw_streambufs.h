@@ -86,6 +86,8 @@ private:
 
 /// Holds the file of a CFile_streambuf while its base is made and ended.
 struct CFile_holder {
+    CFile_holder(const std::string& path, std::ios_base::openmode mode) { mFile.open(path, mode); }
+
     std::filebuf mFile;
 };
 
@@ -98,9 +100,6 @@ public:
     bool IsOpen() const { return mFile.is_open(); }
     /// Writes what is buffered and closes; false when any of that failed.
     bool Close();
-
-private:
-    std::filebuf* Open(const std::string& path, std::ios_base::openmode mode);
 };
 
 } // namespace io

@@ -257,12 +257,7 @@ CByte_streambuf::pos_type CByte_streambuf::seekpos(pos_type pos, ios_base::openm
 // --- CFile_streambuf ---
 
 CFile_streambuf::CFile_streambuf(const std::string& path, ios_base::openmode mode)
-    : CFile_holder{{}}, CByte_streambuf(*Open(path, mode)) {}
-
-std::filebuf* CFile_streambuf::Open(const std::string& path, ios_base::openmode mode) {
-    mFile.open(path, mode | ios_base::binary);
-    return &mFile;
-}
+    : CFile_holder(path, mode | ios_base::binary), CByte_streambuf(mFile) {}
 
 bool CFile_streambuf::Close() {
     const bool isWritten = !IsOpen() || pubsync() == 0;

@@ -251,7 +251,8 @@ TEST(Block_items, AnItemThatIsStillHeldMustNotGo) {
     });
     alignas(CBlock_value) unsigned char room[sizeof(CBlock_value)];
     auto* const value = new (room) CBlock_value(1);
-    new CBlockItemPtr(value); // never goes
+    alignas(CBlockItemPtr) unsigned char holder[sizeof(CBlockItemPtr)];
+    new (holder) CBlockItemPtr(value); // never goes
     value->~CBlock_value();
     SetAssertHandler({});
     gIgnoreAllAsserts = wereIgnored;

@@ -153,7 +153,7 @@ TEST(Grammar, ClassesDependOnTheState) {
         const CBase_grammar& grammar;
         unsigned state;
         CharClass charClass;
-        std::string_view members;
+        std::string members;
     } rows[] = {
         {token, 0, LineEnd, "{0}{a}"},
         {token, 0, CarriageReturn, "{d}"},
