@@ -108,6 +108,12 @@ public:
 
     void SetLimits(const RegLimits& limits);
 
+    /// Gives back the memory that hard searches have left for later ones. What they learnt of a
+    /// subject is learnt anew.
+    void Release() const;
+    /// The number of expressions in the process that hold such memory.
+    static std::size_t HolderCount();
+
 private:
     void Compile(std::string_view expression, bool ignoreCase);
 

@@ -62,7 +62,7 @@ public:
     LineColours Colour(std::string_view text, std::int32_t carried) const;
 
 private:
-    std::vector<std::unique_ptr<CColorRange>> m_ranges;
     std::vector<std::unique_ptr<CColorToken>> m_tokens;
+    std::vector<std::unique_ptr<CColorRange>> m_ranges;
     mutable std::unique_ptr<LineScanner> m_scanner; ///< made when first needed
 };

@@ -7,6 +7,8 @@ namespace {
 
 /// Tokens that are found together at the most.
 constexpr std::size_t kMostTogether = 4096;
+/// Separators that hold states at the most.
+constexpr std::size_t kMostWithStates = 256;
 /// Candidates whose memory is kept for the next line.
 constexpr std::size_t kKeptCandidates = 65536;
 /// Candidates of a line, for each of its characters and beside that, before they are too many.
@@ -51,7 +53,8 @@ void LineScanner::AddRange(const CColorRange& range) {
 }
 
 const Separator* LineScanner::SeparatorOf(const CRegExp& expression) {
-    return &m_separators.try_emplace(&expression, expression).first->second;
+    const bool mayHoldStates = m_separators.size() < kMostWithStates;
+    return &m_separators.try_emplace(&expression, expression, mayHoldStates).first->second;
 }
 
 void LineScanner::AddToken(const CColorToken& token, std::vector<TokenTraits>& traits) {
@@ -79,6 +82,7 @@ void LineScanner::AddToken(const CColorToken& token, std::vector<TokenTraits>& t
 
 LineColours LineScanner::Colour(std::string_view text, std::int32_t carried) {
     LineColours result;
+    const std::size_t holders = CRegExp::HolderCount();
     BeginLine(text);
     m_encoder.Start();
     std::size_t column = 0;
@@ -98,7 +102,19 @@ LineColours LineScanner::Colour(std::string_view text, std::int32_t carried) {
     else
         m_canvas.Encode(m_encoder);
     result.spans = m_encoder.Bytes();
+    if (CRegExp::HolderCount() != holders)
+        ReleaseExpressions();
     return result;
+}
+
+/// Hard searches of many expressions would add up, so none keeps its memory from line to line.
+void LineScanner::ReleaseExpressions() {
+    for (const Range& range : m_ranges) {
+        range.open->Release();
+        range.close->Release();
+    }
+    for (const auto& [expression, separator] : m_separators)
+        expression->Release();
 }
 
 void LineScanner::BeginLine(std::string_view text) {
@@ -224,7 +240,8 @@ bool LineScanner::GatherCandidates() {
     m_candidates.clear();
     std::fill(m_touched.begin(), m_touched.end(), 0);
     m_lastCandidate = {kNone, kNone};
-    m_mostCandidates = kCandidatesPerByte * m_text.size() + kFreeCandidates;
+    m_mostCandidates =
+        std::min<std::size_t>(kCandidatesPerByte * m_text.size() + kFreeCandidates, kNoCandidate);
     const bool done = m_automaton->ForEachMatch(
         m_text, [this](std::size_t column) { return m_canvas.IsCovered(column); },
         [this](std::size_t number, std::size_t column, std::size_t length) {
@@ -280,12 +297,13 @@ void LineScanner::SearchToken(const Token& token) {
     while (column < m_text.size()) {
         const Match match = FindFrom(*token.expression, column);
         if (match.start == kNone)
-            return;
+            break;
         column = match.behind + 1;
         if (match.behind > match.start && HasSeparators(token, match.start, match.behind) &&
             m_canvas.IsFree(match.start, match.behind))
             m_canvas.Lay(match.start, match.behind, token.paletteIndex);
     }
+    token.expression->Release();
 }
 
 bool LineScanner::HasSeparators(const Token& token, std::size_t start, std::size_t behind) {

@@ -76,6 +76,7 @@ private:
     const Separator* SeparatorOf(const CRegExp& expression);
 
     void BeginLine(std::string_view text);
+    void ReleaseExpressions();
     void EnterSubject(std::size_t column);
     Match FindFrom(const CRegExp& expression, std::size_t column);
 

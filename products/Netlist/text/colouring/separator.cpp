@@ -11,13 +11,14 @@ constexpr std::array<std::string_view, 3> kFollowers{"", "a", " "};
 
 } // namespace
 
-Separator::Separator(const CRegExp& expression) : m_expression(&expression) {
+Separator::Separator(const CRegExp& expression, bool mayHoldStates) : m_expression(&expression) {
     m_isSet = expression.Facts().secondBytes.Empty() && FindSet();
-    if (m_isSet)
+    if (m_isSet || !mayHoldStates)
         return;
+    constexpr std::size_t kCacheShare = 128;
     TokenTraits traits;
     traits.expression = &expression;
-    m_automaton = std::make_unique<TokenAutomaton>(std::vector{traits});
+    m_automaton = std::make_unique<TokenAutomaton>(std::vector{traits}, kCacheShare);
 }
 
 /// Tries each byte. @return whether the bytes behind it make no difference

@@ -14,8 +14,8 @@
 /// matches at that tail's start. Most separators look at one character at most; those are a set.
 class Separator {
 public:
-    /// Borrows the expression.
-    explicit Separator(const CRegExp& expression);
+    /// Borrows the expression. May hold states of an automaton, up to 128 KB, if that is allowed.
+    Separator(const CRegExp& expression, bool mayHoldStates);
 
     bool Holds(const RegSubject& text, std::size_t at) const {
         if (!m_isSet)

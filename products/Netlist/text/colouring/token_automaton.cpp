@@ -31,8 +31,8 @@ ByteSet BytesOf(const RegCode& code, const RegNode& node, std::size_t offset) {
 
 } // namespace
 
-TokenAutomaton::TokenAutomaton(const std::vector<TokenTraits>& tokens)
-    : m_tokens(tokens), m_reported(tokens.size()) {
+TokenAutomaton::TokenAutomaton(const std::vector<TokenTraits>& tokens, std::size_t cacheShare)
+    : m_tokens(tokens), m_cache(s_cache / cacheShare), m_reported(tokens.size()) {
     AddPoints(tokens);
     SortBytes();
     std::vector<ByteSet> groups;
@@ -111,7 +111,7 @@ void TokenAutomaton::Forget() {
 
 std::optional<bool> TokenAutomaton::MatchesAt(std::string_view text, std::size_t column) {
     constexpr std::size_t kFew = 32;
-    if (m_cached > s_cache)
+    if (m_cached > m_cache)
         Forget();
     State state = StartAt(kNothing, false);
     const std::size_t end = std::min(column + kFew, text.size() + 1);

@@ -38,7 +38,8 @@ struct TokenTraits {
 /// making them costs is counted, so that it stays in proportion to the texts whatever the tokens.
 class TokenAutomaton {
 public:
-    explicit TokenAutomaton(const std::vector<TokenTraits>& tokens);
+    /// @param cacheShare what part of s_cache the states may take: one part of so many
+    explicit TokenAutomaton(const std::vector<TokenTraits>& tokens, std::size_t cacheShare = 1);
 
     /// Calls found(token, column, length) for the match of each token at each column of text where
     /// it has one, columns ascending; for separable tokens only where their start separator stands
@@ -53,7 +54,8 @@ public:
     /// tell.
     std::optional<bool> MatchesAt(std::string_view text, std::size_t column);
 
-    /// Bytes of states above which they are forgotten. One run may take as many once more.
+    /// Bytes of states above which those made from now on forget them. One run may take as many
+    /// once more.
     QUOREL_API static std::size_t s_cache;
 
 private:
@@ -97,7 +99,7 @@ private:
         m_workLeft =
             std::min(m_workLeft + kWorkPerByte * static_cast<std::ptrdiff_t>(bytes), kMostWork);
     }
-    bool MayMakeSteps() const { return m_workLeft > 0 && m_cached <= 2 * s_cache; }
+    bool MayMakeSteps() const { return m_workLeft > 0 && m_cached <= 2 * m_cache; }
 
     State StartAt(std::size_t before, bool covered) {
         const State known = m_starts[covered][before];
@@ -140,6 +142,7 @@ private:
     std::map<std::vector<std::uint32_t>, std::uint32_t> m_listOf;
     std::vector<const std::vector<std::uint32_t>*> m_lists;
     std::size_t m_cached = 0;
+    const std::size_t m_cache; ///< bytes that may be cached
     std::ptrdiff_t m_workLeft = kMostWork;
 
     // Scratch of a step and of a run.
@@ -164,7 +167,7 @@ bool TokenAutomaton::ForEachMatch(std::string_view text, Covered covered, Found 
         const std::size_t before = begin != 0 ? bytes[begin - 1] : kNothing;
         if ((m_groupsBehind[before] & m_groupsFrom[bytes[begin]]) == 0)
             continue;
-        if (m_cached > s_cache)
+        if (m_cached > m_cache)
             Forget();
         State state = StartAt(before, covered(begin));
         m_ends.clear();

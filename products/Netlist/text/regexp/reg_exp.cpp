@@ -154,3 +154,12 @@ void CRegExp::SetLimits(const RegLimits& limits) {
     if (IsValid())
         m_engine->searcher->SetLimits(limits);
 }
+
+void CRegExp::Release() const {
+    if (IsValid())
+        m_engine->searcher->Release();
+}
+
+std::size_t CRegExp::HolderCount() {
+    return RegViability::Count();
+}

@@ -22,6 +22,13 @@ RegSearcher::RegSearcher(const CRegProgram& program)
 void RegSearcher::SetLimits(const RegLimits& limits) {
     m_limits = limits;
     m_serial = 0;
+    Release();
+}
+
+void RegSearcher::Release() {
+    if (!m_thorough)
+        return;
+    m_steps += m_thorough->Steps();
     m_thorough.reset();
 }
 

@@ -23,6 +23,9 @@ public:
     /// The length of the match at `at`, -1 if there is none.
     std::ptrdiff_t LengthAt(const RegSubject& subject, std::size_t at, std::size_t tailStart);
 
+    /// Gives back what the thorough way has taken.
+    void Release();
+
     std::uint64_t Steps() const { return m_steps + (m_thorough ? m_thorough->Steps() : 0); }
 
 private:

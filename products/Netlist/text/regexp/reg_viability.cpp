@@ -18,6 +18,7 @@
 #include "reg_viability.h"
 
 #include <algorithm>
+#include <atomic>
 
 namespace {
 
@@ -26,6 +27,8 @@ namespace {
 constexpr std::size_t kBlockStatesLimit = std::size_t{8} << 20;
 /// Most eaters for which steps of a match are kept.
 constexpr std::size_t kMaxKnownEaters = 128;
+
+std::atomic<std::size_t> count{0};
 
 } // namespace
 
@@ -37,7 +40,17 @@ RegViability::RegViability(const RegCode& code, const RegLimits& limits)
           1)),
       m_stretch(std::max<std::size_t>(limits.notes / NoteSize(), 1)),
       m_keepsKnown(m_places.Count() <= kMaxKnownEaters), m_visited(code.Nodes().size()),
-      m_noEaters(m_automaton.Words()) {}
+      m_noEaters(m_automaton.Words()) {
+    count.fetch_add(1, std::memory_order_relaxed);
+}
+
+RegViability::~RegViability() {
+    count.fetch_sub(1, std::memory_order_relaxed);
+}
+
+std::size_t RegViability::Count() {
+    return count.load(std::memory_order_relaxed);
+}
 
 void RegViability::Begin(const RegSubject& subject) {
     if (subject.Serial() == m_subject.Serial())

@@ -21,6 +21,12 @@ class RegViability {
 public:
     /// `code` must outlive the object.
     RegViability(const RegCode& code, const RegLimits& limits);
+    RegViability(const RegViability&) = delete;
+    RegViability& operator=(const RegViability&) = delete;
+    ~RegViability();
+
+    /// How many of them there are in the process.
+    static std::size_t Count();
 
     /// Sets the subject. What is known stays if it is the present one.
     void Begin(const RegSubject& subject);

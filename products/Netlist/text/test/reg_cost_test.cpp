@@ -19,6 +19,8 @@ constexpr const char* kHard[] = {
     "(a*b|a*c|a*d)",     "a*a*a*a*a*a*[b-d]", "(((a+)a)+a)+[xy]", "((a|b)*c|a)*d$",
 };
 
+const std::string kAs(5000, 'a');
+
 TEST(RegCost, IsLinearInTheSubject) {
     for (const char* const text : kHard) {
         for (const char* const tail : {"", "b"}) {
@@ -52,6 +54,20 @@ TEST(RegCost, AllCallsOnOneSubjectTogetherAreLinear) {
         }
         EXPECT_LE(searching.Steps(), line.size() * 40) << text << ", found " << found;
     }
+}
+
+TEST(RegCost, WhatHardSearchesHoldIsGivenBack) {
+    const std::size_t before = CRegExp::HolderCount();
+    const CRegExp expression("(a|aa)*[bc]");
+    const RegSubject subject(kAs);
+    EXPECT_FALSE(expression.MatchFrom(subject).Found());
+    EXPECT_EQ(CRegExp::HolderCount(), before + 1);
+    const std::uint64_t steps = expression.Steps();
+    expression.Release();
+    EXPECT_EQ(CRegExp::HolderCount(), before);
+    EXPECT_EQ(expression.Steps(), steps);
+    EXPECT_EQ(expression.MatchAt(RegSubject("aab"), 0, 0), 3);
+    EXPECT_EQ(expression.MatchAt(subject, 1, 0), -1);
 }
 
 TEST(RegCost, ManyStatesAndDeepNestingStayBounded) {
