@@ -3,6 +3,7 @@
 #include "debug_line.h"
 #include "desktop_access.h"
 #include "idesktop.h"
+#include "iquorel_command.h"
 
 namespace {
 
@@ -23,6 +24,8 @@ void CScriptEditor::RunEditCommand(IQuorelCommand* command) {
     // The editor has no undo manager of its own yet.
     if (IDesktop* desktop = GetDesktop())
         desktop->RunCommand(command, nullptr);
+    else
+        delete command;
 }
 
 void CScriptEditor::UpdateTitle(const AString& title, bool isExplicit) {

@@ -11,7 +11,7 @@ public:
     CScriptEditor(ICommandContext* owner, CNetlistFactory& factory);
     ~CScriptEditor() override;
 
-    /// Runs it by the desktop.
+    /// Runs it by the desktop; without one it is destroyed.
     void RunEditCommand(IQuorelCommand* command) override;
     ICommandContext* GetCommandContext() override { return m_Owner; }
     /// By default "NAME - Script" with the script's name or, if that is empty, the owner's, and

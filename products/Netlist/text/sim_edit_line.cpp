@@ -220,7 +220,10 @@ void CSimEditLine::AppendText(std::string& target, std::int32_t from, std::int32
 
 void CSimEditLine::Append(CSimEditLine& next) {
     next.ShiftTabs(0, Length());
-    m_text.Append(next.Text());
+    if (m_text.Empty())
+        m_text.Swap(next.m_text); // a line that is long isn't copied for each line taken before it
+    else
+        m_text.Append(next.Text());
     if (!next.Tabs().empty()) {
         TabTable& tabs = MutableTabs();
         tabs.insert(tabs.end(), next.Tabs().begin(), next.Tabs().end());
