@@ -1,6 +1,5 @@
 /// Keys of a CSimEditView: what each one does to caret, selection and text.
 #include <algorithm>
-#include <cstdlib>
 #include <string_view>
 
 #include "base_editor.h"
