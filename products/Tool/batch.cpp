@@ -7,12 +7,15 @@
 #include <unistd.h>
 
 #include "output.h"
+#include "progress.h"
 
 namespace {
 
 constexpr int kMaxNesting = 100;
 constexpr std::size_t kMaxLine = 256u << 20u;
-constexpr std::size_t kMaxReason = 300; // a parser quotes what it met, however long
+constexpr std::size_t kMaxKeys = 1000;         // an object is searched from its first key on
+constexpr std::size_t kMaxValues = 16u << 20u; // each takes 16 bytes
+constexpr std::size_t kMaxReason = 300;        // a parser quotes what it met, however long
 
 /// Standard input line by line. What a line holds beyond kMaxLine is read but not kept.
 class LineReader {
@@ -61,11 +64,23 @@ private:
 
 using Serve = std::function<std::string(const Json& request)>;
 
-std::string ServeLine(const std::string& line, bool tooLong, const Serve& serve) {
+/// Refuses what would take time or memory out of proportion, and what the reader would cut off.
+void CheckLine(const std::string& line, bool tooLong) {
     if (tooLong)
         throw BadRequest("line longer than " + std::to_string(kMaxLine) + " bytes");
-    if (IsNestedDeeper(line, kMaxNesting))
+    if (line.find('\0') != std::string::npos)
+        throw BadRequest("a NUL character stands in the line");
+    const JsonShape shape = MeasureJson(line);
+    if (shape.m_Depth > kMaxNesting)
         throw BadRequest("nested deeper than " + std::to_string(kMaxNesting) + " levels");
+    if (shape.m_Keys > kMaxKeys)
+        throw BadRequest("more than " + std::to_string(kMaxKeys) + " keys");
+    if (shape.m_Values > kMaxValues)
+        throw BadRequest("more than " + std::to_string(kMaxValues) + " values");
+}
+
+std::string ServeLine(const std::string& line, bool tooLong, const Serve& serve) {
+    CheckLine(line, tooLong);
     const Json request = Json::parse(line);
     if (!request.is_object())
         throw BadRequest("not an object");
@@ -89,6 +104,8 @@ std::string AnswerLine(const std::string& line, bool tooLong, const Serve& serve
 } // namespace
 
 ExitCode RunTextBatch(const Serve& serve) {
+    if (::isatty(STDIN_FILENO) != 0)
+        Progress::Stop();
     LineReader reader;
     std::string line;
     for (bool tooLong = false; reader.Read(line, tooLong);) {

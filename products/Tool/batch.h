@@ -15,7 +15,7 @@ public:
 };
 
 /// Reads standard input to its end and answers each line, in order, flushed. A line that is no
-/// object, is nested deeper than 100 levels or is longer than 256 MB, and each exception of
+/// object or is too large (256 MB, 16 million values, 1000 keys, 100 levels), and each exception of
 /// `serve`, is answered by {"error": "..."}. Nothing in the input ends it early; a failing output
 /// does.
 ExitCode RunBatch(const std::function<Json(const Json& request)>& serve);

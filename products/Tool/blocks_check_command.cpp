@@ -1,12 +1,11 @@
 /// quorel blocks check and tree: what is in a file, and what is wrong in it.
-#include <cstdio>
-
 #include "batch.h"
 #include "block_index.h"
 #include "blocks_command.h"
 #include "blocks_file.h"
 #include "blocks_json.h"
 #include "input_file.h"
+#include "output.h"
 
 namespace {
 
@@ -27,9 +26,9 @@ bool IsIndexSound(io::CToken_istream& stream) {
 ExitCode Check(const CheckOptions& options) {
     options.m_Input.IsBatch();
     BlocksSource source(ReadInput(options.m_Input.m_File), io::kReadIndex | io::kCheckIndex);
-    if (!IsIndexSound(source.GetStream()))
-        std::fprintf(stderr, "quorel: the index of '%s' doesn't fit its blocks\n",
-                     options.m_Input.m_File.c_str());
+    const bool isIndexSound = IsIndexSound(source.GetStream());
+    if (!isIndexSound)
+        Complain("quorel: the index of '" + options.m_Input.m_File + "' doesn't fit its blocks");
     std::vector<AString> errors;
     ReadBlocks(source.GetStream(), errors, [](const BlocksPtr&) { return true; });
     if (options.m_Json) {
@@ -41,7 +40,7 @@ ExitCode Check(const CheckOptions& options) {
     } else {
         WriteBlocksErrors(errors);
     }
-    return errors.empty() ? ExitCode::done : ExitCode::no;
+    return errors.empty() && isIndexSound ? ExitCode::done : ExitCode::no;
 }
 
 // --- tree ---

@@ -1,5 +1,4 @@
 /// quorel blocks format, convert and index: a file of blocks written anew.
-#include <cstdio>
 #include <optional>
 #include <string_view>
 
@@ -8,6 +7,7 @@
 #include "blocks_file.h"
 #include "blocks_json.h"
 #include "input_file.h"
+#include "output.h"
 
 namespace {
 
@@ -31,8 +31,7 @@ void AddFormOption(CLI::App& command, std::optional<BlocksForm>& form) {
 /// Says that a file's index was dropped.
 void TellDropped(const std::string& file, const std::vector<std::string>& names) {
     for (const std::string& name : names)
-        std::fprintf(stderr, "quorel: '%s': block '%s' dropped, as it no longer fits\n",
-                     file.c_str(), name.c_str());
+        Complain("quorel: '" + file + "': block '" + name + "' dropped, as it no longer fits");
 }
 
 /// The same in the answer of a batch, as its last member.

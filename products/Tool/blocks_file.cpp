@@ -2,13 +2,13 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 
 #include "atomic_file.h"
 #include "batch.h"
 #include "block_index.h"
 #include "input_file.h"
 #include "output.h"
+#include "progress.h"
 #include "token_ostream.h"
 
 namespace {
@@ -46,13 +46,16 @@ std::string Write(const std::vector<BlocksPtr>& blocks, BlocksForm form, Prepare
 // --- Input ---
 
 BlocksBytes::Watched::Watched(std::string&& bytes)
-    : std::stringbuf(std::move(bytes), std::ios_base::in | std::ios_base::out),
-      m_Progress("reading", view().size()) {}
+    : std::stringbuf(std::move(bytes), std::ios_base::in | std::ios_base::out) {}
+
+BlocksBytes::Watched::~Watched() {
+    Progress::Set(0, 0);
+}
 
 std::streamsize BlocksBytes::Watched::xsgetn(char* to, std::streamsize count) {
     const std::streamsize got = std::stringbuf::xsgetn(to, count);
     m_Read += static_cast<std::uint64_t>(got);
-    m_Progress.Set(m_Read);
+    Progress::Set(m_Read, view().size());
     return got;
 }
 
@@ -127,7 +130,7 @@ std::string RequireInput(const Json& request) {
 
 void WriteBlocksErrors(const std::vector<AString>& errors) {
     for (const AString& error : errors)
-        std::fprintf(stderr, "%s\n", JsonFromText(error).c_str());
+        Complain(JsonFromText(error));
 }
 
 std::string WriteBlocks(const std::vector<BlocksPtr>& blocks, BlocksForm form) {

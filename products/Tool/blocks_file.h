@@ -8,7 +8,6 @@
 
 #include "block.h"
 #include "json_text.h"
-#include "progress.h"
 #include "raw_streambufs.h"
 #include "token_istream.h"
 
@@ -32,11 +31,11 @@ private:
     class Watched : public std::stringbuf {
     public:
         explicit Watched(std::string&& bytes);
+        ~Watched() override;
 
     private:
         std::streamsize xsgetn(char* to, std::streamsize count) override;
 
-        Progress m_Progress;
         std::uint64_t m_Read = 0;
     };
 

@@ -4,7 +4,10 @@
 #include <cstdio>
 #include <vector>
 
+#include <unistd.h>
+
 #include "file_io.h"
+#include "progress.h"
 #include "tool_error.h"
 
 namespace {
@@ -12,6 +15,8 @@ namespace {
 constexpr std::size_t kChunk = 64 * 1024;
 
 std::string ReadStandardInput() {
+    if (::isatty(STDIN_FILENO) != 0)
+        Progress::Stop();
     std::string text;
     std::vector<char> chunk(kChunk);
     while (const std::size_t count = std::fread(chunk.data(), 1, chunk.size(), stdin)) {

@@ -1,5 +1,7 @@
 #include "json_text.h"
 
+#include <algorithm>
+
 namespace {
 
 /// The lead bytes of U+0080 to U+00BF and U+00C0 to U+00FF in UTF-8.
@@ -50,7 +52,8 @@ std::string DumpJson(const Json& json) {
     return json.dump(-1, ' ', false, Json::error_handler_t::replace);
 }
 
-bool IsNestedDeeper(std::string_view text, int depth) {
+JsonShape MeasureJson(std::string_view text) {
+    JsonShape shape;
     int open = 0;
     bool inString = false;
     for (std::size_t i = 0; i < text.size(); ++i) {
@@ -59,12 +62,12 @@ bool IsNestedDeeper(std::string_view text, int depth) {
             inString = !inString;
         else if (inString)
             i += c == '\\'; // what is escaped
-        else if (c == '[' || c == '{')
-            ++open;
         else if (c == ']' || c == '}')
             --open;
-        if (open > depth)
-            return true;
+        else if (c == '[' || c == '{')
+            shape.m_Depth = std::max(shape.m_Depth, ++open);
+        shape.m_Keys += !inString && c == ':';
+        shape.m_Values += !inString && (c == ',' || c == '[' || c == '{');
     }
-    return false;
+    return shape;
 }

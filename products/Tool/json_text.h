@@ -23,5 +23,11 @@ std::string JsonFromText(const AString& text);
 /// break it.
 std::string DumpJson(const Json& json);
 
-/// Whether brackets outside of strings stand more than `depth` deep. Cost: the text once, no stack.
-bool IsNestedDeeper(std::string_view text, int depth);
+/// How large a JSON text is, without reading it: no less than what a reader of it would make.
+struct JsonShape {
+    int m_Depth = 0;          ///< of nested arrays and objects
+    std::size_t m_Keys = 0;   ///< of all objects
+    std::size_t m_Values = 0; ///< in all arrays and objects
+};
+/// Cost: the text once, no stack.
+JsonShape MeasureJson(std::string_view text);

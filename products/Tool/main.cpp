@@ -2,11 +2,13 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <sstream>
 #include <string>
 
 #include "assert_log.h"
 #include "command.h"
 #include "output.h"
+#include "progress.h"
 
 namespace {
 
@@ -22,7 +24,7 @@ const CLI::App* InnermostCommand(const CLI::App& app, std::string& names) {
 }
 
 ExitCode Fail(ExitCode code, const std::string& reason) {
-    std::fprintf(stderr, "quorel: %s\n", reason.c_str());
+    Complain("quorel: " + reason);
     return code;
 }
 
@@ -33,8 +35,8 @@ ExitCode FailUsage(const CLI::App& app, const std::string& reason) {
     std::string usage = formatter->make_usage(command, names);
     usage.erase(0, usage.find_first_not_of('\n'));
     usage.erase(usage.find_last_not_of('\n') + 1);
-    std::fprintf(stderr, "quorel: %s\n%s\nMore: %s --help\n", reason.c_str(), usage.c_str(),
-                 names.c_str());
+    Complain("quorel: " + reason);
+    std::fprintf(stderr, "%s\nMore: %s --help\n", usage.c_str(), names.c_str());
     return ExitCode::usage;
 }
 
@@ -50,11 +52,11 @@ void Build(CLI::App& app, Choice& choice) {
         add(app, choice);
 }
 
-ExitCode Run(CLI::App& app, const Choice& choice) {
+/// Runs a part of the program; its failures become a message and an exit code.
+template <class Part>
+ExitCode Guard(const CLI::App& app, Part part) {
     try {
-        const ExitCode code = choice.m_Run();
-        Output::Get().Flush();
-        return code;
+        return part();
     } catch (const UsageError& error) {
         return FailUsage(app, error.what());
     } catch (const ToolError& error) {
@@ -66,15 +68,41 @@ ExitCode Run(CLI::App& app, const Choice& choice) {
     }
 }
 
+ExitCode Flush(const CLI::App& app, ExitCode code) {
+    const ExitCode flushed = Guard(app, [] {
+        Output::Get().Flush();
+        return ExitCode::done;
+    });
+    return flushed == ExitCode::done ? code : flushed;
+}
+
+/// What a failed command has written before goes out all the same.
+ExitCode Run(CLI::App& app, const Choice& choice) {
+    std::string names;
+    InnermostCommand(app, names);
+    const Progress progress(names);
+    return Flush(app, Guard(app, choice.m_Run));
+}
+
+/// --help and --version.
+ExitCode Inform(CLI::App& app, const CLI::Success& request) {
+    std::ostringstream text;
+    app.exit(request, text, text);
+    return Guard(app, [&] {
+        Output::Get().Write(text.str());
+        Output::Get().Flush();
+        return ExitCode::done;
+    });
+}
+
 ExitCode Main(int argc, char** argv) {
     CLI::App app("The editor module of a circuit design desktop, on the command line.", "quorel");
     Choice choice;
     Build(app, choice);
     try {
         app.parse(argc, argv);
-    } catch (const CLI::Success& request) { // --help, --version
-        app.exit(request);
-        return ExitCode::done;
+    } catch (const CLI::Success& request) {
+        return Inform(app, request);
     } catch (const CLI::Error& error) {
         return FailUsage(app, error.what());
     }

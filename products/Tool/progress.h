@@ -1,32 +1,38 @@
 /// Progress: how far a long job is, for a person who waits.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <string>
+#include <thread>
 
-/// Shows a percentage on standard error once the job has taken a second, if that is a terminal and
-/// standard output is none. Cleared at the end.
+/// One line on standard error, if that is a terminal, from the job's second second on: what runs,
+/// with the percentage that is done or, while that isn't known, the seconds that it took. It stands
+/// there until somebody writes to the terminal, and at most until the object's end.
 class Progress {
 public:
-    Progress(std::string what, std::uint64_t total);
+    /// One at a time.
+    explicit Progress(std::string what);
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;
     ~Progress();
 
-    /// Tells how much of the total is done. Cheap: most calls only count.
-    void Set(std::uint64_t done) {
-        if (m_IsShown && ++m_Calls % 1024 == 0)
-            Show(done);
-    }
+    /// Tells how much of the total is done; a total of 0: it isn't known. As cheap as two stores.
+    static void Set(std::uint64_t done, std::uint64_t total);
+    /// Shows nothing from here on: a person types the input.
+    static void Stop();
+
+    /// Takes the line away and keeps it away while it lives: for whoever writes to the terminal.
+    class Pause {
+    public:
+        Pause();
+        Pause(const Pause&) = delete;
+        Pause& operator=(const Pause&) = delete;
+        ~Pause();
+    };
 
 private:
-    void Show(std::uint64_t done);
+    void Run(const std::stop_token& stop) const;
 
     std::string m_What;
-    std::uint64_t m_Total;
-    std::uint64_t m_Calls = 0;
-    bool m_IsShown;
-    int m_Percent = -1; ///< the one on show
-    std::chrono::steady_clock::time_point m_Start = std::chrono::steady_clock::now();
+    std::jthread m_Thread; ///< none unless standard error is a terminal
 };

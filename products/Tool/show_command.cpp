@@ -44,13 +44,16 @@ void AppendLineAsJson(const CSimEditLine& line, std::string& out) {
     out += "]}";
 }
 
+void SetProgress(std::int32_t row, std::int32_t count) {
+    Progress::Set(static_cast<std::uint64_t>(row), static_cast<std::uint64_t>(count));
+}
+
 void ShowAsJson(CSimEditDoc& document, int syntax) {
-    Progress progress("show", static_cast<std::uint64_t>(document.LineCount()));
     Output& output = Output::Get();
     output.Write("{\"syntax\":" + std::to_string(syntax) + ",\"lines\":[");
     std::string shown;
     for (std::int32_t row = 0; row < document.LineCount(); ++row) {
-        progress.Set(static_cast<std::uint64_t>(row));
+        SetProgress(row, document.LineCount());
         shown = row ? ",\n" : "\n";
         AppendLineAsJson(document.ColouredLine(row), shown);
         output.Write(shown);
@@ -65,12 +68,11 @@ std::int32_t CountShownRows(const CSimEditDoc& document, std::string_view bytes)
 
 void ShowAsText(CSimEditDoc& document, std::int32_t count, const AnsiText& painter,
                 bool lineNumbers) {
-    Progress progress("show", static_cast<std::uint64_t>(count));
     const std::size_t digits = std::to_string(count).size();
     std::string shown;
     std::vector<ColorSpan> colors;
     for (std::int32_t row = 0; row < count; ++row) {
-        progress.Set(static_cast<std::uint64_t>(row));
+        SetProgress(row, count);
         const CSimEditLine& line = document.ColouredLine(row);
         colors.clear();
         for (const CColorDscr& color : line.Colors())
@@ -85,6 +87,8 @@ void ShowAsText(CSimEditDoc& document, std::int32_t count, const AnsiText& paint
 }
 
 ExitCode Show(const ShowOptions& options) {
+    if (options.m_File == kStandardInput && options.m_Syntax.m_Config == kStandardInput)
+        throw UsageError("FILE and --config can't both be standard input");
     const SyntaxConfig config = LoadSyntaxConfig(options.m_Syntax.m_Config);
     const int syntax = ChooseSyntax(config, options.m_Syntax.m_Syntax, options.m_File);
     const std::string bytes = ReadInput(options.m_File);

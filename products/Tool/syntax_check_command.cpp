@@ -1,6 +1,5 @@
 /// quorel syntax check: what the reader makes of a syntax configuration.
-#include <cstdio>
-
+#include "ansi_text.h"
 #include "command.h"
 #include "json_text.h"
 #include "output.h"
@@ -49,23 +48,28 @@ void WriteJson(const SyntaxConfig& config) {
 
 void WriteFaults(const DescriptionReport& report) {
     if (report.unreadable)
-        std::fprintf(stderr, "%s: can't be read\n", report.file.c_str());
+        Complain(report.file + ": can't be read");
     for (const DroppedExpression& one : report.dropped)
-        std::fprintf(stderr, "%s: [%s] %s: %s: %s\n", report.file.c_str(), one.section.c_str(),
-                     one.key.c_str(), one.reason.c_str(), one.expression.c_str());
+        Complain(report.file + ": [" + one.section + "] " + one.key + ": " + one.reason +
+                 (one.expression.empty() ? "" : ": " + one.expression));
+}
+
+void WriteLine(const std::string& text) {
+    std::string shown;
+    AnsiText(AnsiText::Style::plain, text).AppendLine(text, {}, shown);
+    Output::Get().Write(shown + "\n");
 }
 
 void WriteText(const SyntaxConfig& config) {
-    Output& output = Output::Get();
-    output.Write(config.m_Path + ": " + std::to_string(config.m_Dscrs.size()) + " descriptions\n");
+    WriteLine(config.m_Path + ": " + Count(config.m_Dscrs.size(), "description"));
     for (std::size_t i = 0; i < config.m_Dscrs.size(); ++i) {
         const CSyntaxDscr& dscr = *config.m_Dscrs[i];
         const DescriptionReport& report = config.m_Reports[i];
-        output.Write(std::to_string(i) + " " + report.section + ": " +
-                     std::to_string(dscr.Ranges().size()) + " ranges, " +
-                     std::to_string(dscr.Tokens().size()) + " tokens, " +
-                     (report.file.empty() ? "no file" : report.file) + "\n");
-        output.Flush();
+        WriteLine(std::to_string(i) + " " + report.section + ": " +
+                  Count(dscr.Ranges().size(), "range") + ", " +
+                  Count(dscr.Tokens().size(), "token") + ", " +
+                  (report.file.empty() ? "no file" : report.file));
+        Output::Get().Flush();
         WriteFaults(report);
     }
 }
@@ -89,7 +93,7 @@ void AddSyntaxCheck(CLI::App& parent, Choice& choice) {
                    "that is dropped",
                    "quorel syntax check --json config/NetlistEditor.cfg");
     AddArgument(command, "CONFIG", options->m_Config,
-                "The configuration. Default: the one installed");
+                "The configuration, - for standard input. Default: the one installed");
     command.add_flag("--json", options->m_Json, "The report as JSON");
     OnRun(command, choice, options, &Check);
 }

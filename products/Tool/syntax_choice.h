@@ -17,19 +17,19 @@ void AddSyntaxOption(CLI::App& command, SyntaxOptions& options);
 
 /// A configuration as it was read.
 struct SyntaxConfig {
-    std::string m_Path; ///< empty for "none"
+    std::string m_Path; ///< as it was given; empty for "none"
     SyntaxDscrs m_Dscrs;
     std::vector<DescriptionReport> m_Reports; ///< one for each of m_Dscrs
 };
 
-/// The file "config/NetlistEditor.cfg" that came with the system; ExitCode::file without it.
+/// The configuration that came with the system; ExitCode::file without it.
 std::string GetDefaultConfig();
 
 /// Reads a configuration, ExitCode::file when it can't be read. Description files that can't are in
-/// the reports.
+/// the reports; those of standard input ("-") are looked for in the current folder.
 SyntaxConfig LoadSyntaxConfig(const std::string& given);
 
-/// The index of the description for a file: the one named, else the first that has the file's
-/// extension, else the netlist's; -1, plain text, when the configuration hasn't got it. An index
-/// that was named but isn't there ends the command with ExitCode::no.
+/// The index of the description for a file. Named by a kind of text, or by nothing and for an
+/// extension that no description has: that which an editor of this kind, or of netlists, takes; -1,
+/// plain text, where it takes none. Named by an index that isn't there: ExitCode::no.
 int ChooseSyntax(const SyntaxConfig& config, const std::string& syntax, const std::string& file);

@@ -12,6 +12,8 @@
 #include "module_entries.h"
 #include "module_host.h"
 #include "output.h"
+#include "progress.h"
+#include "record_type.h"
 #include "temporary_file.h"
 
 namespace {
@@ -32,20 +34,30 @@ AString FromUtf8(std::string_view text) {
     return AString::FromMultiByte(AString::kUtf8, text);
 }
 
-std::string Count(std::size_t count, const char* what) {
-    return std::to_string(count) + " " + what + (count == 1 ? "" : "s");
-}
-
 const char* NameOf(LineEnds ends) {
     static constexpr const char* kNames[] = {"no line ends", "CR LF", "LF", "CR",
                                              "mixed line ends"};
     return kNames[static_cast<std::size_t>(ends)];
 }
 
-/// Without a data directory the module looks beside the program, and tells that it found nothing.
+const char* NameOf(const JournalEntry& record) {
+    static constexpr const char* kNames[] = {
+        "character deleted", "character inserted", "character overwritten",
+        "line deleted",      "text inserted",      "range deleted",
+        "tab deleted",       "tab inserted",       "character overwritten by a tab"};
+    if (record.m_Char == kLineBreak && record.m_Type <= kInserted)
+        return record.m_Type == kInserted ? "line divided" : "lines joined";
+    return kNames[static_cast<std::size_t>(record.m_Type)];
+}
+
+/// Whether a record's string is text of the document.
+bool HoldsText(const JournalEntry& record) {
+    return record.m_Type >= kLineDeleted && record.m_Type <= kRangeDeleted;
+}
+
+/// Without a configuration the module tells that it found none.
 HostDesktop::Settings FindSettings() {
-    const std::string data = FindDataDirectory();
-    const std::string config = data.empty() ? ProgramDirectory() : data + "config/";
+    const std::string config = FindConfigDirectory();
     return {.m_InstallDirectory = config, .m_SysLibDirectory = config};
 }
 
@@ -88,6 +100,7 @@ private:
     OptionStore m_Store;
     HostDesktop m_Desktop;
     HostDesign m_Design{u"Tour", m_Desktop};
+    HostContext m_ScriptOwner{u"Tour", &m_Desktop};
     ModuleHost m_Host;
     HostedEditor m_Editor; // gone before the module
     std::string m_Loaded;  // what a save writes right behind the load
@@ -162,9 +175,11 @@ void Tour::Load(const std::string& path) {
     std::size_t spans = 0;
     std::vector<ColorSpan> colors;
     for (int row = 0; row < inspector.GetLineCount(); ++row) {
+        Progress::Set(static_cast<std::uint64_t>(row), lines);
         inspector.GetLineColors(row, colors);
         spans += colors.size();
     }
+    Progress::Set(0, 0);
     Tell("show", Count(spans, "coloured span") + "; the first lines:");
     ShowLines(0, kShownLines);
 }
@@ -190,13 +205,14 @@ void Tour::TellJournal() {
     std::vector<JournalEntry> records;
     m_Editor.m_Inspector->GetUndoRecords(records);
     Tell("journal", Count(records.size(), "record") + ":");
+    // What it quotes stands in a line of ours: no colours, no paper.
+    const AnsiText painter(AnsiText::Style::plain, m_Loaded);
     for (const JournalEntry& record : records) {
-        std::string line = "  type " + std::to_string(record.m_Type) + " at row " +
-                           std::to_string(record.m_Row) + ", column " +
-                           std::to_string(record.m_Column) + (record.m_First ? ", first" : "");
-        if (!record.m_String.empty()) {
+        std::string line = "  line " + std::to_string(record.m_Row + 1) + ", column " +
+                           std::to_string(record.m_Column + 1) + ": " + NameOf(record);
+        if (HoldsText(record)) {
             line += ": \"";
-            m_Painter.AppendLine(record.m_String, {}, line);
+            painter.AppendLine(record.m_String, {}, line);
             line += '"';
         }
         Output::Get().Write(line + "\n");
@@ -243,9 +259,8 @@ void Tour::Export() {
 }
 
 void Tour::Script() {
-    HostContext owner(u"Tour", &m_Desktop);
     m_Editor = m_Host.CreateScriptEditor(
-        &owner,
+        &m_ScriptOwner,
         u"// node voltages of the last run\nfor (var n in nodes)\n    print(n, 1e3 * v(n));",
         u"JavaScript", u"Report");
     if (!m_Editor)
@@ -273,7 +288,8 @@ void AddTour(CLI::App& parent, Choice& choice) {
     CLI::App& command = AddCommand(
         parent, "tour", "Loads the module as any host would, opens a file, edits it and exports it",
         "quorel tour samples/filter.cir");
-    AddArgument(command, "FILE", options->m_File, "A netlist. Default: an installed sample");
+    AddArgument(command, "FILE", options->m_File,
+                "A netlist, - for standard input. Default: an installed sample");
     options->m_Color.AddTo(command);
     OnRun(command, choice, options, &RunTour);
 }

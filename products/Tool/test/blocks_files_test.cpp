@@ -168,7 +168,9 @@ TEST_F(BlocksFiles, GetSurvivesAnIndexThatLeadsAstray) {
         bytes.replace(at, bytes.find(',', at) - at, pos);
         Write("indexed", bytes);
         EXPECT_EQ(Blocks({"get", file, "Schematic"}).out, found) << "by reading all";
-        EXPECT_THAT(Blocks({"check", file}).err, HasSubstr("index of '" + file + "' doesn't fit"));
+        const Ran checked = Blocks({"check", file});
+        EXPECT_EQ(checked.code, 1);
+        EXPECT_THAT(checked.err, HasSubstr("index of '" + file + "' doesn't fit"));
     }
     // The base index leads out of the file.
     std::string bytes = whole;

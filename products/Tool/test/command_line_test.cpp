@@ -7,7 +7,17 @@ namespace {
 using testing::HasSubstr;
 using testing::StartsWith;
 
-class CommandLine : public QuorelProcess {};
+class CommandLine : public QuorelProcess {
+protected:
+    /// Runs a copy of the program from then on, in a folder far from any data and module.
+    void CopyProgram(const std::string& folder) {
+        std::filesystem::create_directories(Path(folder));
+        std::filesystem::copy(mProgram, Path(folder + "quorel"));
+        mProgram = Path(folder + "quorel");
+    }
+
+    const std::string mLibraries = " LD_LIBRARY_PATH=" QUOREL_BIN_DIR "/../lib";
+};
 
 TEST_F(CommandLine, EndsWithTheExitCodeOfItsFault) {
     const std::string text = Write("a.cir", "R1 a b 1k\r\n");
@@ -70,18 +80,28 @@ TEST_F(CommandLine, ExplainsEveryCommandWithAnExample) {
 
 TEST_F(CommandLine, ReportsAFullDisk) {
     mProgram = "/bin/sh";
-    const std::string show = QUOREL_BIN_DIR "/quorel show " QUOREL_SOURCE_DIR "/samples/filter.cir";
-    const Ran ran = Run({"-c", show + " >/dev/full"});
-    EXPECT_EQ(ran.code, 3);
-    EXPECT_THAT(ran.err, HasSubstr("standard output"));
+    for (const char* command :
+         {"show " QUOREL_SOURCE_DIR "/samples/filter.cir", "--help", "show --help", "--version"}) {
+        const Ran ran =
+            Run({"-c", std::string(QUOREL_BIN_DIR "/quorel ") + command + " >/dev/full"});
+        EXPECT_EQ(ran.code, 3) << command;
+        EXPECT_THAT(ran.err, HasSubstr("standard output"));
+    }
 }
 
-TEST_F(CommandLine, FindsNoConfigurationWhereThereIsNone) {
-    mEnvironment = "QUOREL_DATA_DIR=/nowhere";
-    const Ran ran = Run({"show", "-"});
-    EXPECT_EQ(ran.code, 3);
-    EXPECT_THAT(ran.err, HasSubstr("config/NetlistEditor.cfg"));
-    EXPECT_EQ(Run({"show", "--config", "none", "-"}, "x").out, "x\n");
+TEST_F(CommandLine, FindsItsConfigurationByTheEnvironmentElseBesideItself) {
+    CopyProgram("a/b/bin/");
+    for (const char* folder : {"", "/nowhere"}) {
+        mEnvironment = mLibraries + " QUOREL_DATA_DIR=" + folder;
+        const Ran ran = Run({"show", "-"});
+        EXPECT_EQ(ran.code, 3);
+        EXPECT_THAT(ran.err, HasSubstr("NetlistEditor.cfg"));
+        EXPECT_EQ(Run({"show", "--config", "none", "-"}, "x").out, "x\n");
+    }
+    std::filesystem::create_directories(Path("config"));
+    Write("config/NetlistEditor.cfg", "");
+    EXPECT_EQ(Run({"show", "-"}, "x").out, "x\n");
+    EXPECT_THAT(Run({"syntax", "check"}).out, StartsWith(Path("config/NetlistEditor.cfg")));
 }
 
 // --- tour ---
@@ -112,8 +132,9 @@ TEST_F(CommandLine, TourOfAFileThatIsEmptyOrNoText) {
 }
 
 TEST_F(CommandLine, TourWithoutTheConfigurationTellsThePromptAndGoesOn) {
-    std::filesystem::create_directories(Path("config"));
-    mEnvironment = "QUOREL_DATA_DIR=" + Path("");
+    CopyProgram("");
+    std::filesystem::copy(QUOREL_BIN_DIR "/Netlist.so", Path("Netlist.so"));
+    mEnvironment = mLibraries;
     const Ran ran = Run({"tour", Write("a.cir", "R1 a b 1k")});
     EXPECT_EQ(ran.code, 0) << ran.err;
     EXPECT_THAT(ran.out, HasSubstr("prompt    Cannot locate file 'NetlistEditor.cfg' in install "
@@ -122,9 +143,8 @@ TEST_F(CommandLine, TourWithoutTheConfigurationTellsThePromptAndGoesOn) {
 }
 
 TEST_F(CommandLine, TourNeedsTheModule) {
-    std::filesystem::copy(mProgram, Path("quorel"));
-    mProgram = Path("quorel");
-    mEnvironment += " LD_LIBRARY_PATH=" QUOREL_BIN_DIR "/../lib XDG_DATA_HOME=" + Path("data");
+    CopyProgram("");
+    mEnvironment += mLibraries + " XDG_DATA_HOME=" + Path("data");
     Ran ran = Run({"tour"});
     EXPECT_EQ(ran.code, 3);
     EXPECT_THAT(ran.err, HasSubstr(Path("Netlist.so")));

@@ -60,6 +60,20 @@ TEST_F(Show, ChoosesTheDescriptionByNameIndexOrExtension) {
     }
 }
 
+TEST_F(Show, ColoursScriptsOnlyWithBothLanguagesAsTheEditorDoes) {
+    for (const int count : {4, 5}) {
+        std::string config = "[SyntaxColoring]\nNumberOfDscr=" + std::to_string(count) + "\n";
+        for (int i = 0; i < count; ++i)
+            config += "Dscr" + std::to_string(i) + "=D\n";
+        Write("few.cfg", config);
+        for (const char* syntax : {"javascript", "3"}) {
+            const Ran ran =
+                Run({"show", "--json", "--config", Path("few.cfg"), "--syntax", syntax, "-"}, "1");
+            EXPECT_EQ(json::parse(ran.out)["syntax"], *syntax == 'j' && count == 4 ? -1 : 3);
+        }
+    }
+}
+
 TEST_F(Show, WritesTextAsAPersonReadsIt) {
     const std::string number = "\x1b[38;2;3;2;1m";
     const struct {

@@ -69,6 +69,19 @@ TEST_F(Syntax, CheckNamesWhatTheReaderDrops) {
     EXPECT_THAT(ran.err, testing::HasSubstr(Path("missing.dsc") + ": can't be read\n"));
 }
 
+TEST_F(Syntax, CheckReadsStandardInputAndShowsControlCharactersAsPictures) {
+    const Ran ran = Run({"syntax", "check", "-"},
+                        "[SyntaxColoring]\nNumberOfDscr=1\nDscr0=A\x1b[2J\n"
+                        "[A\x1b[2J]\nDscrFile=" +
+                            Write("a.dsc", "[Tokens]\nNumberOfTokenGroups=1\nTokenGroup0=T\n"
+                                           "[T]\nNumberOfDscr=1\nStdStartSep=^\nStdStopSep=$\n"
+                                           "TokenDscr0=(\x1b\n"));
+    EXPECT_EQ(ran.code, 1);
+    EXPECT_EQ(ran.out,
+              "-: 1 description\n0 A\u241b[2J: 0 ranges, 0 tokens, " + Path("a.dsc") + "\n");
+    EXPECT_EQ(ran.err, Path("a.dsc") + ": [T] TokenDscr0: unterminated (): (\u241b\n");
+}
+
 TEST_F(Syntax, MatchAnswersInOneForm) {
     const char* const found = R"json({"valid": true, "match": true, "start": 1, "length": 2,
         "groups": [null, [2, 1], null, null, null, null, null, null, null]})json";
@@ -102,6 +115,13 @@ TEST_F(Syntax, MatchAnswersInOneForm) {
     }
 }
 
+std::string ManyKeys(int count) {
+    std::string object = R"({"pattern": "b", "text": "b")";
+    for (int i = 0; i < count; ++i)
+        object += ",\"" + std::to_string(i) + "\":1";
+    return object + "}";
+}
+
 TEST_F(Syntax, BatchAnswersEachLineAndGoesOn) {
     const std::string good = R"({"pattern": "b", "text": "ab"})";
     const std::string rows[] = {
@@ -119,6 +139,8 @@ TEST_F(Syntax, BatchAnswersEachLineAndGoesOn) {
         R"({"pattern": "b", "text": "\ud800"})",
         "{\"pattern\": \"b\", \"text\": \"\xff\"}",
         std::string("\0{}", 3),
+        good + std::string("\0 more", 6),
+        ManyKeys(80'000),
         std::string(3'000'000, '['),
         "{\"a\":" + std::string(200, '[') + std::string(200, ']') + "}",
         "\"" + std::string(3'000'000, 'x'),
