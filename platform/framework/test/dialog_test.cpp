@@ -9,7 +9,7 @@
 namespace {
 
 using C = ControlRow;
-enum Control : unsigned { kName = 10, kFlag, kUp, kDown, kCount, kSize, kRun };
+enum Control : unsigned { kName = 10, kFlag, kCount, kSize, kRun, kNone };
 
 constexpr ControlRow kForm[] = {
     {C::edit, kName, u"", 0, 0, 9, 9},           {C::checkBox, kFlag, u"", 0, 0, 9, 9},
@@ -72,7 +72,8 @@ protected:
     void OnOK() override { m_Told += 'o'; }
     void OnCancel() override { m_Told += 'c'; }
     const NoticeMap& GetNoticeMap() const override {
-        static constexpr NoticeEntry kEntries[] = {Notice<&Page::OnRun>(kRun)};
+        static constexpr NoticeEntry kEntries[] = {
+            Notice<&Page::OnRun>(Control == kName ? kRun : kNone)};
         static const NoticeMap kMap{kEntries, &CPropertyPage::GetNoticeMap()};
         return kMap;
     }
@@ -152,8 +153,9 @@ TEST_F(Dialog, ATextThatIsNoNumberIsRefusedBeforeTheDialogEnds) {
         EXPECT_EQ(row.m_Control == kCount ? form.m_Count : form.m_Size, row.m_Value);
         ASSERT_EQ(m_Desk.m_Messages.size(), row.m_Message ? 1u : 0u)
             << AString(row.m_Text).ToCString();
-        if (row.m_Message)
+        if (row.m_Message) {
             EXPECT_EQ(m_Desk.m_Messages[0].m_Text, row.m_Message);
+        }
     }
 }
 
