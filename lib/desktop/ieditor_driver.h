@@ -5,6 +5,7 @@
 #include <string_view>
 
 #include "astring.h"
+#include "ieditor_inspector.h"
 #include "quorel_export.h"
 
 /// The number of the command that exports the text to a file of the user's choice.
@@ -52,6 +53,9 @@ public:
     /// Runs a command through the active view, or through the document while it has none, if its
     /// update handler has it enabled. @return whether it ran
     virtual bool RunCommand(unsigned id) = 0;
+    /// Selects in the view as a drag from one place to the other does, the places clamped to the
+    /// text. @param block as with Alt held: a rectangle @return false while there is no view
+    virtual bool Select(TextPosition anchor, TextPosition end, bool block) = 0;
     /// The language of a script. @return false for an editor without languages
     virtual bool SetLanguage(const AString& language) = 0;
 

@@ -67,6 +67,13 @@ struct ScrollState {
     int m_MaxLineLength;
 };
 
+/// A print job while it runs.
+struct PrintState {
+    int m_LinesPerPage;
+    int m_CharsPerLine;                    ///< line numbers included
+    std::vector<TextPosition> m_PageTable; ///< where each page begins, and the end
+};
+
 /// The line ends that the last load met.
 enum class LineEnds { none, crLf, lf, cr, mixed };
 
@@ -113,6 +120,8 @@ public:
     virtual std::optional<CaretState> GetCaret() { return std::nullopt; }
     virtual std::optional<SelectionState> GetSelection() { return std::nullopt; }
     virtual std::optional<ScrollState> GetScroll() { return std::nullopt; }
+    /// Nothing also while no job runs.
+    virtual std::optional<PrintState> GetPrint() { return std::nullopt; }
     /// @}
 
 protected:

@@ -39,6 +39,8 @@ public:
     CSize GetTextExtent(std::u16string_view text) {
         return m_Surface.MeasureText(text, m_Style.m_Font);
     }
+    /// Limits drawing to a device rectangle; null takes the limit away.
+    void SetClip(const CRect* clip) { m_Surface.SetClip(clip); }
     /// What needs drawing, in logical coordinates.
     CRect GetClipBox() { return m_Surface.GetClipBox(); }
     CSize GetSize() { return m_Surface.GetSize(); }

@@ -10,6 +10,22 @@ using ColorRef = std::uint32_t;
 inline constexpr ColorRef kBlack = 0x000000;
 inline constexpr ColorRef kWhite = 0xFFFFFF;
 
+/// A place in pixels or device units, so far from the type's limits that sums of two of them don't
+/// overflow.
+constexpr int ToPixel(std::int64_t value) {
+    constexpr std::int64_t kFarthest = 0x1FFFFFFF;
+    return static_cast<int>(std::clamp(value, -kFarthest, kFarthest));
+}
+
+/// value times numerator by denominator, rounded to the nearest, halves away from 0; 0 unless the
+/// denominator is above 0.
+constexpr std::int64_t MulDiv(std::int64_t value, std::int64_t numerator,
+                              std::int64_t denominator) {
+    const std::int64_t product = value * numerator;
+    const std::int64_t half = product < 0 ? -denominator / 2 : denominator / 2;
+    return denominator > 0 ? (product + half) / denominator : 0;
+}
+
 struct CPoint {
     int x = 0;
     int y = 0;

@@ -38,6 +38,7 @@ public:
     std::optional<CaretState> GetCaret() override;
     std::optional<SelectionState> GetSelection() override;
     std::optional<ScrollState> GetScroll() override;
+    std::optional<PrintState> GetPrint() override;
 
     // IEditorDriver
     bool InsertLine(int row, bool record, bool first, std::string_view text) override;
@@ -53,6 +54,7 @@ public:
     void NotifyEdited(int firstRow) override;
     void LoadArchive(std::string_view bytes) override;
     bool RunCommand(unsigned id) override;
+    bool Select(TextPosition anchor, TextPosition end, bool block) override;
     bool SetLanguage(const AString& language) override;
     bool UndoEdit() override;
     bool RedoEdit() override;

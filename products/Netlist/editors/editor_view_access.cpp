@@ -25,6 +25,18 @@ std::optional<ScrollState> EditorAccess::GetScroll() {
     return view ? std::optional(view->GetScrollState()) : std::nullopt;
 }
 
+std::optional<PrintState> EditorAccess::GetPrint() {
+    const CSimEditView* const view = GetViewInUse();
+    return view ? view->GetPrintState() : std::nullopt;
+}
+
+bool EditorAccess::Select(TextPosition anchor, TextPosition end, bool block) {
+    CSimEditView* const view = GetViewInUse();
+    if (view)
+        view->SelectRange({anchor.m_Column, anchor.m_Row}, {end.m_Column, end.m_Row}, block);
+    return view != nullptr;
+}
+
 bool EditorAccess::RunCommand(unsigned id) {
     if (CSimEditView* view = GetViewInUse())
         return view->RunCommand(id);

@@ -47,14 +47,20 @@ void LinePainter::Columns(const CSimEditLine& line, std::int32_t from, std::int3
         return line.Text().substr(static_cast<std::size_t>(first),
                                   static_cast<std::size_t>(behind - first));
     };
-    for (const CColorDscr& span : line.Colors()) {
-        const std::int32_t start = std::clamp(span.Start, from, to);
-        const std::int32_t behind = std::clamp(span.End + 1, start, to);
+    if (m_Line != &line || from < m_Behind)
+        m_Span = line.Colors().begin();
+    m_Line = &line;
+    m_Behind = to;
+    for (; m_Span != line.Colors().end(); ++m_Span) {
+        const std::int32_t start = std::clamp(m_Span->Start, from, to);
+        const std::int32_t behind = std::clamp(m_Span->End + 1, start, to);
         if (start >= to || m_Dc.GetCurrentPosition().x >= m_Right)
             break;
         Text(textOf(from, start));
-        Coloured(textOf(start, behind), span.Color);
+        Coloured(textOf(start, behind), m_Span->Color);
         from = behind;
+        if (m_Span->End >= to) // and it may go on in the next piece
+            break;
     }
     Text(textOf(from, to));
 }

@@ -5,6 +5,7 @@
 #include <limits>
 #include <string_view>
 
+#include "color_spans.h"
 #include "dc.h"
 
 class CSimEditLine;
@@ -18,7 +19,8 @@ public:
         : m_Dc(dc), m_Right(right) {}
 
     /// Columns from up to but not including to, clamped to the line: its spans in their colours,
-    /// the rest in the context's text colour.
+    /// the rest in the context's text colour. A line drawn in pieces, in order, is walked once; it
+    /// must not change in between.
     void Columns(const CSimEditLine& line, std::int32_t from, std::int32_t to);
     void Text(std::string_view text);
     void Blanks(std::int64_t count);
@@ -28,4 +30,8 @@ private:
 
     CDC& m_Dc;
     int m_Right;
+    // Where the last call of Columns stopped, for the one that goes on there.
+    const CSimEditLine* m_Line = nullptr;
+    ColorSpans::const_iterator m_Span;
+    std::int32_t m_Behind = 0;
 };

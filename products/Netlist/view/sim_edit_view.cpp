@@ -7,6 +7,7 @@
 #include "idesign.h"
 #include "idesktop.h"
 #include "netlist_app.h"
+#include "print_layout.h"
 #include "resource_ids.h"
 
 CSimEditView::CSimEditView()

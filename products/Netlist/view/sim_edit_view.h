@@ -2,12 +2,14 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
 #include "ieditor_inspector.h"
+#include "text_place.h"
 #include "text_view.h"
 #include "view.h"
 
@@ -20,19 +22,7 @@ class IDesignInstance;
 class IViewKey;
 class PaintGathering;
 class RecordList;
-
-/// A place in the text, 0-based; the column counts in the expanded text.
-struct TextPlace {
-    std::int32_t Column = 0;
-    std::int32_t Row = 0;
-    bool operator==(const TextPlace&) const = default;
-};
-
-/// Two places in order.
-struct TextRange {
-    TextPlace From;
-    TextPlace To;
-};
+struct PrintLayout;
 
 /// The columns of a word, the end behind it.
 struct WordRange {
@@ -80,6 +70,8 @@ public:
     /// Takes the selection's end to the caret and inverts the difference.
     void ExtendSelection();
     void CancelSelection(bool clearBlock = true);
+    /// Selects as a drag from one place to the other does; places are clamped to the text.
+    void SelectRange(TextPlace anchor, TextPlace end, bool block);
     /// The two places by rows, then columns.
     static TextRange NormalizeSelection(TextPlace anchor, TextPlace end);
     /// The word that holds a column or ends there, between delimiters; empty when there is none.
@@ -153,6 +145,7 @@ public:
     CaretState GetCaretState() const;
     SelectionState GetSelectionState() const;
     ScrollState GetScrollState() const;
+    std::optional<PrintState> GetPrintState() const;
     /// @}
 
     void ResetText(std::int32_t lineCount, std::int32_t width) override;
@@ -165,6 +158,11 @@ public:
     /// @param hint the first row changed; caret and selection are kept inside the text
     void OnUpdate(CView* sender, std::intptr_t hint, CObject* object) override;
     void OnDraw(CDC& dc) override;
+    /// The dialog offers the selection, if there is one.
+    bool OnPreparePrinting(CPrintInfo& info) override;
+    void OnBeginPrinting(CDC& dc, CPrintInfo& info) override;
+    void OnPrint(CDC& dc, CPrintInfo& info) override;
+    void OnEndPrinting(CDC& dc, CPrintInfo& info) override;
     /// Takes the Delete key, which deletes whatever an accelerator says.
     bool PreTranslateKey(unsigned key, unsigned modifiers) override;
 
@@ -293,6 +291,12 @@ private:
     void ApplyCaret();
     void PutCaret(const CRect* caret);
 
+    // Printing.
+    void PreparePrintDC(CDC& dc, CPrintInfo& info) const;
+    void BuildPageTable(bool selectionOnly);
+    /// What a PageTable asks.
+    std::function<std::int32_t(std::int32_t row)> PrintedLengths() const;
+
     // Selection.
     struct Highlight {
         TextPlace Anchor;
@@ -348,6 +352,8 @@ private:
 
     bool m_ArrowShown = false;         ///< instead of the I-beam
     std::optional<CRect> m_ShownCaret; ///< as the window was told last
+
+    std::unique_ptr<PrintLayout> m_Print; ///< of the print job that runs, else null
 
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends
     IViewKey* m_ViewKey = nullptr; ///< the instance's

@@ -13,18 +13,6 @@ namespace {
 /// The greatest size of a scrollable area in pixels.
 constexpr int kMostPixels = 32766;
 
-/// Pixels drawn at lie below it, so that sums of two of them don't overflow.
-constexpr std::int64_t kFarthestPixel = std::numeric_limits<int>::max() / 4;
-
-int ToPixel(std::int64_t value) {
-    return static_cast<int>(std::clamp(value, -kFarthestPixel, kFarthestPixel));
-}
-
-/// value times numerator by denominator, rounded to the nearest; 0 without a denominator.
-std::int64_t MulDiv(std::int64_t value, std::int64_t numerator, std::int64_t denominator) {
-    return denominator > 0 ? (value * numerator + denominator / 2) / denominator : 0;
-}
-
 } // namespace
 
 bool CSimEditView::CanPaint() const {

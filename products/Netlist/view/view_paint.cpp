@@ -20,7 +20,9 @@ constexpr int kTrailingBlanks = kTabStop;
 
 } // namespace
 
-void CSimEditView::OnPrepareDC(CDC& dc, CPrintInfo*) {
+void CSimEditView::OnPrepareDC(CDC& dc, CPrintInfo* info) {
+    if (info)
+        return PreparePrintDC(dc, *info);
     dc.SetViewportOrg({-GetScrollPosition().x, 0});
     dc.SetOpaque(true);
     dc.SelectFont(CNetlistApp::Get().GetTextFont());

@@ -64,6 +64,25 @@ void CSimEditView::CancelSelection(bool clearBlock) {
         m_BlockSelect = false;
 }
 
+void CSimEditView::SelectRange(TextPlace anchor, TextPlace end, bool block) {
+    const CSimEditDoc* const document = GetTextDocument();
+    if (RowCount() == 0)
+        return;
+    const auto inText = [document](TextPlace place) {
+        const std::int32_t row = std::clamp(place.Row, 0, document->LineCount() - 1);
+        return TextPlace{std::clamp(place.Column, 0, document->Line(row).Length()), row};
+    };
+    m_WantedColumn = 0;
+    CancelSelection();
+    m_Caret = inText(anchor);
+    BeginSelection(block);
+    m_Caret = inText(end);
+    ExtendSelection();
+    if (const TabEntry* tab = document->Line(m_Caret.Row).TabAt(m_Caret.Column))
+        m_Caret.Column = tab->Position;
+    EnsureVisible(true);
+}
+
 TextRange CSimEditView::NormalizeSelection(TextPlace anchor, TextPlace end) {
     if (std::pair(end.Row, end.Column) < std::pair(anchor.Row, anchor.Column))
         std::swap(anchor, end);
