@@ -4,7 +4,6 @@
 #include <functional>
 #include <optional>
 #include <random>
-#include <span>
 #include <string>
 
 #include "module_fixture.h"
@@ -131,13 +130,13 @@ protected:
                                        << ", column " << (at - shown.begin()) % columns;
     }
 
-    /// Takes actions at random, each of which tells what it did, and holds the law after each.
-    using RandomAction = std::function<std::string(std::minstd_rand&)>;
-    void RunRandomly(unsigned seed, int steps, std::span<const RandomAction> actions) {
+    /// Takes random steps, of which each tells what it did, and holds the law after each.
+    using RandomStep = std::function<std::string(std::minstd_rand&)>;
+    void RunRandomly(unsigned seed, int steps, const RandomStep& step) {
         std::minstd_rand random(seed);
         std::string told;
-        for (int step = 0; step < steps && !HasFailure(); ++step) {
-            told += actions[random() % actions.size()](random) + '\n';
+        for (int i = 0; i < steps && !HasFailure(); ++i) {
+            told += step(random) + '\n';
             SCOPED_TRACE(told.substr(told.size() - std::min<std::size_t>(told.size(), 600)));
             ExpectTruePicture();
         }

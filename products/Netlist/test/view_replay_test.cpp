@@ -142,14 +142,14 @@ TEST_P(RandomKeys, LeaveATruePictureAndGoBack) {
             text += "\teight\tnine\n\n\t\tten\n";
         Start(text, {12, 6});
         const std::string first = Bytes();
-        const RandomAction act = [&](std::minstd_rand& random) {
+        const RandomStep act = [&](std::minstd_rand& random) {
             std::string word = kWords[random() % std::size(kWords)];
             if (tabs && random() % 12 == 0)
                 word = "'~'";
             Play(word);
             return word;
         };
-        RunRandomly(seed, 150, {&act, 1});
+        RunRandomly(seed, 150, act);
         if (tabs) // a record of a range keeps no tabs
             continue;
         const std::string last = Bytes();
