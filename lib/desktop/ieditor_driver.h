@@ -46,6 +46,12 @@ public:
     /// Sets the modified flag and updates all views from the first changed row.
     virtual void NotifyEdited(int firstRow) = 0;
 
+    /// Tells the editor that its text was saved (false), or is to be.
+    virtual void SetModified(bool modified) = 0;
+    /// Puts the caret of the view to a place, clamped to the text, without a selection, and scrolls
+    /// so that it is in sight. @return false while there is no view
+    virtual bool SetCaret(TextPosition place) = 0;
+
     /// Replaces the text by a document's archive. Every sequence of bytes is one. The modified flag
     /// stays as it is.
     virtual void LoadArchive(std::string_view bytes) = 0;

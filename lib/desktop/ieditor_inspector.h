@@ -98,6 +98,8 @@ public:
     virtual int GetBookmarkCount() = 0;
 
     virtual bool IsModified() = 0;
+    /// Rises whenever the text is marked as modified: two equal counts, the same text.
+    virtual std::uint64_t GetChangeCount() { return 0; }
     virtual LineEnds GetLineEnds() = 0;
     /// Appends the bytes that a save writes.
     virtual void GetArchive(std::string& bytes) = 0;
@@ -107,6 +109,9 @@ public:
     /// The index of the syntax description in use, -1 for none.
     virtual int GetSyntaxIndex() = 0;
 
+    /// How many records the journal holds to undo.
+    virtual int GetUndoCount() = 0;
+    virtual int GetRedoCount() = 0;
     /// Replaces records by the journal's, oldest first.
     virtual void GetUndoRecords(std::vector<JournalEntry>& records) = 0;
     virtual void GetRedoRecords(std::vector<JournalEntry>& records) = 0;

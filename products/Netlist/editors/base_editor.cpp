@@ -35,6 +35,12 @@ const CAcceleratorTable* CBaseEditor::GetDefaultAccelerator() {
     return m_Factory ? &m_Factory->GetAccelerators() : nullptr;
 }
 
+void CBaseEditor::SetModifiedFlag(bool modified) {
+    if (modified)
+        NoteChange();
+    CSimEditDoc::SetModifiedFlag(modified);
+}
+
 void CBaseEditor::UseSyntax(const EditorSyntax& syntax) {
     const int index = m_Factory ? syntax.IndexAmong(m_Factory->GetSyntaxDscrs().size()) : -1;
     if (index < 0)

@@ -29,6 +29,7 @@ public:
     /// Null when there is none.
     virtual ICommandContext* GetCommandContext() = 0;
 
+    void SetModifiedFlag(bool modified = true) override;
     /// The factory's accelerators; null without a factory.
     const CAcceleratorTable* GetDefaultAccelerator() override;
 

@@ -114,6 +114,14 @@ int EditorAccess::GetSyntaxIndex() {
     return m_Editor.SyntaxIndex();
 }
 
+int EditorAccess::GetUndoCount() {
+    return static_cast<int>(m_Editor.UndoList().Size());
+}
+
+int EditorAccess::GetRedoCount() {
+    return static_cast<int>(m_Editor.RedoList().Size());
+}
+
 void EditorAccess::GetUndoRecords(std::vector<JournalEntry>& records) {
     CopyRecords(m_Editor.UndoList(), records);
 }
@@ -197,7 +205,12 @@ void EditorAccess::NotifyEdited(int firstRow) {
     m_Editor.UpdateAllViews(nullptr, firstRow);
 }
 
+void EditorAccess::SetModified(bool modified) {
+    m_Editor.SetModifiedFlag(modified);
+}
+
 void EditorAccess::LoadArchive(std::string_view bytes) {
+    NoteChange();
     CArchive archive(bytes);
     m_Editor.CSimEditDoc::LoadArchive(archive);
     m_Editor.UpdateAllViews(nullptr);

@@ -27,11 +27,14 @@ public:
     bool HasBookmark(int row) override;
     int GetBookmarkCount() override;
     bool IsModified() override;
+    std::uint64_t GetChangeCount() override { return m_Changes; }
     LineEnds GetLineEnds() override;
     void GetArchive(std::string& bytes) override;
     void GetTitle(AString& title) override;
     void GetLanguage(AString& language) override;
     int GetSyntaxIndex() override;
+    int GetUndoCount() override;
+    int GetRedoCount() override;
     void GetUndoRecords(std::vector<JournalEntry>& records) override;
     void GetRedoRecords(std::vector<JournalEntry>& records) override;
     int GetReplacedInputs() override { return m_ReplacedInputs; }
@@ -52,6 +55,8 @@ public:
     std::optional<int> DelChar(int row, int column, bool record) override;
     bool DelRange(int row, int column, int endColumn, bool first, bool record) override;
     void NotifyEdited(int firstRow) override;
+    void SetModified(bool modified) override;
+    bool SetCaret(TextPosition place) override;
     void LoadArchive(std::string_view bytes) override;
     bool RunCommand(unsigned id) override;
     bool Select(TextPosition anchor, TextPosition end, bool block) override;
@@ -61,6 +66,8 @@ public:
 
     /// Text typed or pasted had characters that were replaced.
     void NoteReplacedInput() { ++m_ReplacedInputs; }
+    /// The text has changed.
+    void NoteChange() { ++m_Changes; }
 
 protected:
     /// @param editor the editor of which this is a part
@@ -76,4 +83,5 @@ private:
 
     CBaseEditor& m_Editor;
     int m_ReplacedInputs = 0;
+    std::uint64_t m_Changes = 0;
 };

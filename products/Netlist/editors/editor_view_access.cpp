@@ -25,6 +25,13 @@ std::optional<ScrollState> EditorAccess::GetScroll() {
     return view ? std::optional(view->GetScrollState()) : std::nullopt;
 }
 
+bool EditorAccess::SetCaret(TextPosition place) {
+    CSimEditView* const view = GetViewInUse();
+    if (view)
+        view->GoToPlace({place.m_Column, place.m_Row});
+    return view != nullptr;
+}
+
 std::optional<PrintState> EditorAccess::GetPrint() {
     const CSimEditView* const view = GetViewInUse();
     return view ? view->GetPrintState() : std::nullopt;

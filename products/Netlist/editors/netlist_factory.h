@@ -9,6 +9,7 @@
 #include "astring.h"
 #include "combo_box.h"
 #include "ifactory.h"
+#include "ifactory_tools.h"
 #include "menu.h"
 
 class CBaseEditor;
@@ -22,7 +23,7 @@ class CToolBarsData;
 ///
 /// The syntax configuration is read when the first editor is created, and again at each creation
 /// while it gave no descriptions.
-class CNetlistFactory final : public INetlistFactory {
+class CNetlistFactory final : public INetlistFactory, public IFactoryTools {
 public:
     CNetlistFactory();
     CNetlistFactory(const CNetlistFactory&) = delete;
@@ -51,6 +52,13 @@ public:
     // INetlistFactory
     IEditor* CreateScriptEditor(ICommandContext* owner, const AString& text,
                                 const AString& language, const AString& name) override;
+
+    // IFactoryTools
+    const char16_t* GetToolBarName() override;
+    std::span<const ToolBarEntry> GetToolBarEntries() override;
+    CComboBox* GetToolBarBox(std::uint32_t command) override;
+    std::span<const Accelerator> GetKeys() override { return m_Accelerators.GetKeys(); }
+    int ZoomText(int steps) override;
 
     /// @name For the editors
     /// @{

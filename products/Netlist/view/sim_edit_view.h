@@ -65,6 +65,8 @@ public:
     /// @param clamp whether row and column are kept inside the text
     TextPlace PointToPosition(CPoint point, bool clamp = true) const;
     void SetCaretFromPoint(CPoint point, bool show, bool extend, bool finish);
+    /// Puts the caret to a place, clamped to the text, without a selection, and shows it.
+    void GoToPlace(TextPlace place);
     /// A selection without extent at the caret.
     void BeginSelection(bool block);
     /// Takes the selection's end to the caret and inverts the difference.

@@ -45,6 +45,20 @@ void CSimEditView::SetCaretFromPoint(CPoint point, bool show, bool extend, bool 
     }
 }
 
+void CSimEditView::GoToPlace(TextPlace place) {
+    if (RowCount() == 0)
+        return;
+    CancelSelection();
+    HideCaret();
+    const std::int32_t row = std::clamp(place.Row, 0, RowCount() - 1);
+    const CSimEditLine& line = GetTextDocument()->Line(row);
+    const std::int32_t column = std::clamp(place.Column, 0, line.Length());
+    const TabEntry* const tab = line.TabAt(column);
+    m_Caret = {tab ? tab->Position : column, row};
+    m_WantedColumn = 0;
+    EnsureVisible(true);
+}
+
 void CSimEditView::BeginSelection(bool block) {
     m_Selected = true;
     m_BlockSelect = block;
