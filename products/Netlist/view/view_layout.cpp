@@ -221,6 +221,10 @@ std::intptr_t CSimEditView::OnHScroll(std::uintptr_t code, std::intptr_t positio
 bool CSimEditView::EnsureVisible(bool showCaret, bool centre, bool evenAtLastRow) {
     if (showCaret)
         ShowCaret();
+    if (m_Caret.Column > m_MaxLineLength) { // a line that came without this view
+        m_MaxLineLength = m_Caret.Column;
+        UpdateScrollSizes(true, false, RowCount(), true);
+    }
     bool scrolled = ShowColumn();
     if (const std::int32_t row = TopRowFor(centre, evenAtLastRow); row != m_TopRow) {
         ScrollToRow(row);
