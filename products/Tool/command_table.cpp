@@ -4,6 +4,7 @@ namespace {
 
 constexpr AddCommandFunction kCommands[] = {
     &AddShow,
+    &AddPrint,
     &AddSyntax,
     &AddBlocks,
     &AddTour,

@@ -4,6 +4,7 @@
 #include <new>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "assert_log.h"
 #include "command.h"
@@ -38,6 +39,14 @@ ExitCode FailUsage(const CLI::App& app, const std::string& reason) {
     Complain("quorel: " + reason);
     std::fprintf(stderr, "%s\nMore: %s --help\n", usage.c_str(), names.c_str());
     return ExitCode::usage;
+}
+
+/// What is wrong with the command line. A word that isn't known goes before what it hides.
+std::string ReasonOf(const CLI::App& app, const CLI::Error& error) {
+    const std::vector<std::string> unknown = app.remaining(true);
+    const bool isMissing = dynamic_cast<const CLI::RequiredError*>(&error) != nullptr;
+    return isMissing && !unknown.empty() ? "'" + unknown.front() + "' is no command or option"
+                                         : error.what();
 }
 
 void Build(CLI::App& app, Choice& choice) {
@@ -104,7 +113,7 @@ ExitCode Main(int argc, char** argv) {
     } catch (const CLI::Success& request) {
         return Inform(app, request);
     } catch (const CLI::Error& error) {
-        return FailUsage(app, error.what());
+        return FailUsage(app, ReasonOf(app, error));
     }
     return Run(app, choice);
 }

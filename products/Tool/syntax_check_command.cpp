@@ -75,7 +75,7 @@ void WriteText(const SyntaxConfig& config) {
 }
 
 ExitCode Check(const CheckOptions& options) {
-    const SyntaxConfig config = LoadSyntaxConfig(options.m_Config);
+    const SyntaxConfig config = ReadSyntaxConfig(options.m_Config);
     bool isFaulty = false;
     for (const DescriptionReport& report : config.m_Reports)
         isFaulty = isFaulty || report.unreadable || !report.dropped.empty();

@@ -99,9 +99,11 @@ std::string GetDefaultConfig() {
 }
 
 SyntaxConfig LoadSyntaxConfig(const std::string& given) {
+    return given == kNoConfig ? SyntaxConfig() : ReadSyntaxConfig(given);
+}
+
+SyntaxConfig ReadSyntaxConfig(const std::string& given) {
     SyntaxConfig config;
-    if (given == kNoConfig)
-        return config;
     std::optional<InputCopy> copy;
     if (given == kStandardInput)
         copy.emplace(ReadInput(given));

@@ -25,8 +25,11 @@ struct SyntaxConfig {
 /// The configuration that came with the system; ExitCode::file without it.
 std::string GetDefaultConfig();
 
-/// Reads a configuration, ExitCode::file when it can't be read. Description files that can't are in
-/// the reports; those of standard input ("-") are looked for in the current folder.
+/// Reads a configuration, the one installed for an empty path; ExitCode::file when it can't be
+/// read. Description files that can't are in the reports; those of standard input ("-") are looked
+/// for in the current folder.
+SyntaxConfig ReadSyntaxConfig(const std::string& given);
+/// The same for --config, where "none" gives no descriptions.
 SyntaxConfig LoadSyntaxConfig(const std::string& given);
 
 /// The index of the description for a file. Named by a kind of text, or by nothing and for an

@@ -39,7 +39,8 @@ TEST_F(CommandLine, EndsWithTheExitCodeOfItsFault) {
         {{"syntax", "match", "a**", "abb"}, 1, "", "quorel: nested *?+\n"},
         {{"show", "--syntax", "99", text}, 1, "", "none of index 99"},
         {{}, 2, "", "Usage: quorel [OPTIONS] COMMAND"},
-        {{"nonsense"}, 2, "", "Usage: quorel"},
+        {{"nonsense"}, 2, "", "'nonsense' is no command or option\nUsage: quorel"},
+        {{"show", "--bogus"}, 2, "", "'--bogus' is no command or option\nUsage: quorel show"},
         {{"syntax"}, 2, "", "Usage: quorel syntax"},
         {{"show"}, 2, "", "FILE is required\nUsage: quorel show"},
         {{"show", text, "another"}, 2, "", "another"},
@@ -53,6 +54,7 @@ TEST_F(CommandLine, EndsWithTheExitCodeOfItsFault) {
         {{"show", "/dev/zero"}, 3, "", "'/dev/zero'"},
         {{"show", "--config", "/nowhere/a.cfg", text}, 3, "", "'/nowhere/a.cfg'"},
         {{"syntax", "check", "/nowhere/a.cfg"}, 3, "", "'/nowhere/a.cfg'"},
+        {{"syntax", "check", "none"}, 3, "", "'none'"},
         {{"tour", "/nowhere/a.cir"}, 3, "", "'/nowhere/a.cir'"},
     };
     for (const auto& row : rows) {
