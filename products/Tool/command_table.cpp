@@ -4,7 +4,6 @@ namespace {
 
 constexpr AddCommandFunction kCommands[] = {
     &AddShow,
-    &AddPrint,
     &AddSyntax,
     &AddBlocks,
     &AddTour,
