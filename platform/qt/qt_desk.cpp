@@ -58,10 +58,6 @@ void QtDesk::SetPdfOutput(std::optional<PdfOutput> output) {
     m_Seat->m_PdfOutput = std::move(output);
 }
 
-void QtDesk::SetPrintTarget(QPrinter* printer) {
-    m_Seat->m_PrintTarget = printer;
-}
-
 std::unique_ptr<IBackendWindow> QtDesk::CreateWindow(WindowKind kind, IBackendWindow* parent,
                                                      IWindowSink& sink) {
     if (kind == WindowKind::frame)
@@ -153,9 +149,7 @@ DropEffect QtDesk::DragText(const AString& text) {
 std::unique_ptr<IBackendPrinter> QtDesk::AskPrinter(PrintRequest& request) {
     std::unique_ptr<PrintDevice> device;
     bool isWatched = false;
-    if (m_Seat->m_PrintTarget) {
-        device = MakeTargetDevice(*m_Seat->m_PrintTarget);
-    } else if (m_Seat->m_PdfOutput) {
+    if (m_Seat->m_PdfOutput) {
         device = MakePdfDevice(*m_Seat->m_PdfOutput);
         request.m_FromPage = m_Seat->m_PdfOutput->m_FromPage;
         request.m_ToPage = m_Seat->m_PdfOutput->m_ToPage;

@@ -9,7 +9,6 @@
 #include "pdf_desk.h"
 
 class QMdiArea;
-class QPrinter;
 class QtSeat;
 class QWidget;
 
@@ -52,9 +51,6 @@ public:
 
     /// Jobs go into that file without asking; nothing: they are asked for again.
     void SetPdfOutput(std::optional<PdfOutput> output);
-    /// Jobs go to that printer without asking, all pages, for a preview; null: no longer. Not
-    /// owned.
-    void SetPrintTarget(QPrinter* printer);
 
     std::unique_ptr<IBackendWindow> CreateWindow(WindowKind kind, IBackendWindow* parent,
                                                  IWindowSink& sink) override;

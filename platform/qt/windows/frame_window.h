@@ -1,6 +1,8 @@
 /// FrameWindow: the frame around a view.
 #pragma once
 
+#include <QImage>
+
 #include "qt_window.h"
 
 class QMdiSubWindow;

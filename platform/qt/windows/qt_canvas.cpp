@@ -19,6 +19,12 @@ namespace {
 constexpr auto kFlush = static_cast<QEvent::Type>(QEvent::User + 1);
 constexpr auto kRatioChanged = static_cast<QEvent::Type>(QEvent::User + 2);
 
+/// Typing and moving belong to the text, also where the host has such a key as a shortcut.
+bool IsForText(const QKeyEvent& key) {
+    const bool function = key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35;
+    return !function && !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+}
+
 } // namespace
 
 Canvas::Canvas(ViewWindow& window, QWidget* parent) : QWidget(parent), m_Window(&window) {
@@ -70,18 +76,20 @@ bool Canvas::event(QEvent* event) {
         Flush();
         return true;
     case kRatioChanged:
-    case QEvent::ScreenChangeInternal:
         if (m_Window)
             m_Window->ClientChanged();
         return true;
-    case QEvent::ShortcutOverride: {
-        // Typing and moving belong to the text, also where the host has such a key as a shortcut.
-        const auto& key = static_cast<QKeyEvent&>(*event);
-        const bool function = key.key() >= Qt::Key_F1 && key.key() <= Qt::Key_F35;
-        if (!function && !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier)))
-            event->accept();
-        return true;
+    case QEvent::ScreenChangeInternal: {
+        const bool handled = QWidget::event(event);
+        if (m_Window)
+            m_Window->ClientChanged();
+        return handled;
     }
+    case QEvent::ShortcutOverride:
+        if (!IsForText(static_cast<QKeyEvent&>(*event)))
+            return QWidget::event(event);
+        event->accept();
+        return true;
     default:
         return QWidget::event(event);
     }

@@ -58,7 +58,6 @@ public:
     FrameHooks m_Hooks;
     const QtFont m_DefaultFont;
     std::optional<PdfOutput> m_PdfOutput;
-    QPrinter* m_PrintTarget = nullptr;
     /// While set, the clipboard's text for the one paste that a middle click makes.
     std::optional<AString> m_PrimaryPaste;
     /// Whom Show is bringing to the front.

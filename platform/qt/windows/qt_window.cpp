@@ -1,5 +1,6 @@
 #include "qt_window.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include <QCoreApplication>
@@ -63,6 +64,8 @@ void QtWindow::Post(unsigned message, std::uintptr_t first, std::intptr_t second
 
 CPoint QtWindow::ClientToScreen(CPoint point) {
     const QWidget* client = GetClient();
+    if (!client)
+        return point;
     return QtSeat::ToScreen(
         client->mapToGlobal(QPointF(point.x, point.y) / client->devicePixelRatioF()));
 }
@@ -71,6 +74,6 @@ CSize GetDeviceSize(const QWidget& widget) {
     // Rounding up must not take a whole number for a little more than it is.
     constexpr double kSlack = 1e-6;
     const double ratio = widget.devicePixelRatioF();
-    return {static_cast<int>(std::ceil(widget.width() * ratio - kSlack)),
-            static_cast<int>(std::ceil(widget.height() * ratio - kSlack))};
+    return {std::max(static_cast<int>(std::ceil(widget.width() * ratio - kSlack)), 1),
+            std::max(static_cast<int>(std::ceil(widget.height() * ratio - kSlack)), 1)};
 }

@@ -19,14 +19,14 @@ public:
     std::intptr_t Send(unsigned message, std::uintptr_t first = 0, std::intptr_t second = 0);
     IWindowSink& GetSink() const { return m_Sink; }
     QtSeat& GetSeat() const { return m_Seat; }
-    /// The outermost widget; never null.
+    /// The outermost widget; null once a host has destroyed it with what it stands in.
     virtual QWidget* GetWidget() const = 0;
 
     void Post(unsigned message, std::uintptr_t first, std::intptr_t second) override;
     CPoint ClientToScreen(CPoint point) override;
 
 protected:
-    /// The widget of the client area.
+    /// The widget of the client area, null as GetWidget is.
     virtual QWidget* GetClient() const = 0;
 
     QtSeat& m_Seat;
@@ -37,5 +37,6 @@ private:
     Mailbox* m_Mailbox;
 };
 
-/// A client widget's size in device pixels. A last pixel that is shown in part only counts.
+/// A client widget's size in device pixels, at least 1. A last pixel that is shown in part only
+/// counts.
 CSize GetDeviceSize(const QWidget& widget);

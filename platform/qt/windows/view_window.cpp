@@ -28,11 +28,11 @@ ViewWindow::~ViewWindow() {
 }
 
 QWidget* ViewWindow::GetClient() const {
-    return &m_Area->GetCanvas();
+    return m_Area ? &m_Area->GetCanvas() : nullptr;
 }
 
 void ViewWindow::MakeImage(CSize size, double ratio) {
-    QImage image(std::max(size.cx, 1), std::max(size.cy, 1), QImage::Format_RGB32);
+    QImage image(size.cx, size.cy, QImage::Format_RGB32);
     image.fill(Qt::white);
     if (!m_Image.isNull() && ratio == m_Ratio)
         QPainter(&image).drawImage(0, 0, m_Image);
