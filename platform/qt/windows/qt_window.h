@@ -10,7 +10,7 @@ class QtSeat;
 
 /// A window's tie to its sink. Its widgets outlive it until the event loop comes by, since it may
 /// be destroyed by a message that one of them is just sending.
-class QtWindow : public IBackendWindow {
+class QUOREL_API QtWindow : public IBackendWindow {
 public:
     QtWindow(QtSeat& seat, IWindowSink& sink);
     ~QtWindow() override;

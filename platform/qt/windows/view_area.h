@@ -1,6 +1,7 @@
 /// ViewArea: a view's client widget with its scroll bars.
 #pragma once
 
+#include "quorel_export.h"
 #include <QPointer>
 #include <QScrollBar>
 #include <QWidget>
@@ -12,7 +13,7 @@ class ViewWindow;
 
 /// Lays the canvas and the bars out by itself and at once, since a bar that comes or goes changes
 /// the client size, of which the view must hear before its call returns.
-class ViewArea : public QWidget {
+class QUOREL_API ViewArea : public QWidget {
 public:
     explicit ViewArea(ViewWindow& window);
 

@@ -18,7 +18,7 @@ class FrameWindow;
 /// that rows of 15 of Qt's pixels would be 18 or 19 of the screen's, by their place; moving pixels
 /// by a row could not be exact then, nor inversion seamless. Counted in the screen's pixels, a font
 /// has a whole cell at every ratio, and every operation is exact.
-class ViewWindow : public QtWindow {
+class QUOREL_API ViewWindow : public QtWindow {
 public:
     ViewWindow(QtSeat& seat, FrameWindow* frame, IWindowSink& sink);
     ~ViewWindow() override;
