@@ -1,7 +1,6 @@
 /// ViewArea: a view's client widget with its scroll bars.
 #pragma once
 
-#include "quorel_export.h"
 #include <QPointer>
 #include <QScrollBar>
 #include <QWidget>
