@@ -18,11 +18,8 @@ struct Palette {
     std::unordered_map<std::uint32_t, std::uint32_t> indices;
 };
 
-/// Never destroyed: spans may be looked at while other static objects go.
-Palette& ThePalette() {
-    static Palette& palette = *new Palette;
-    return palette;
-}
+/// Made when the library is loaded, so that it outlives the static objects of all who use it.
+Palette sPalette;
 
 /// Reads one number in groups of seven bits, the lowest first.
 std::uint32_t Take(const std::uint8_t*& at) {
@@ -35,16 +32,15 @@ std::uint32_t Take(const std::uint8_t*& at) {
 } // namespace
 
 std::uint32_t ColorPalette::IndexOf(std::uint32_t color) {
-    Palette& palette = ThePalette();
     const auto [at, isNew] =
-        palette.indices.try_emplace(color, static_cast<std::uint32_t>(palette.colors.size()));
+        sPalette.indices.try_emplace(color, static_cast<std::uint32_t>(sPalette.colors.size()));
     if (isNew)
-        palette.colors.push_back(color);
+        sPalette.colors.push_back(color);
     return at->second;
 }
 
 std::uint32_t ColorPalette::ColorOf(std::uint32_t index) {
-    return ThePalette().colors[index];
+    return sPalette.colors[index];
 }
 
 ColorSpans::ColorSpans(ColorSpans&& other) noexcept
