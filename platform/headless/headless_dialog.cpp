@@ -19,8 +19,9 @@ HeadlessDialog::HeadlessDialog(const AString& title, std::span<const DialogResou
         }
     }
     if (!Find(kIdOk) && !Find(kIdCancel))
-        for (const unsigned button : {kIdOk, kIdCancel})
-            m_Controls[button] = {.m_Kind = ControlRow::pushButton, .m_Text = {}, .m_Items = {}};
+        for (const int button : {kIdOk, kIdCancel})
+            m_Controls[static_cast<unsigned>(button)] = {
+                .m_Kind = ControlRow::pushButton, .m_Text = {}, .m_Items = {}};
 }
 
 HeadlessDialog::~HeadlessDialog() = default;

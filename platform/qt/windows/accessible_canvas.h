@@ -28,6 +28,7 @@ public:
     void setSelection(int, int, int) override {}
     int cursorPosition() const override;
     void setCursorPosition(int) override {}
+    using QAccessibleWidget::text;
     QString text(int start, int end) const override;
     QString textBeforeOffset(int offset, QAccessible::TextBoundaryType boundary, int* start,
                              int* end) const override;

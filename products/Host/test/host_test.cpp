@@ -66,7 +66,9 @@ struct Work : ICommandWork {
 TEST(Desktop, KeepsAStackOfCommandsForEachManager) {
     Work work;
     OptionStore store;
-    int numbers[] = {0, 1, 2, 3};
+    struct alignas(std::max_align_t) Command {
+        int m_Number;
+    } numbers[] = {{0}, {1}, {2}, {3}};
     const auto command = [&](int i) { return reinterpret_cast<IQuorelCommand*>(&numbers[i]); };
     {
         HostDesktop desktop({}, store);

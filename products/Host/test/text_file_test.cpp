@@ -55,7 +55,8 @@ class Recovery : public testing::Test {
 protected:
     Recovery() { fs::remove_all(m_Folder); }
     ~Recovery() override { fs::remove_all(m_Folder); }
-    const std::string m_Folder = testing::TempDir() + "recovery-test/";
+    const std::string m_Folder =
+        testing::TempDir() + "recovery-" + std::to_string(::getpid()) + "/";
 };
 
 TEST_F(Recovery, WhatAProcessLeftIsTakenOnceByTheNext) {

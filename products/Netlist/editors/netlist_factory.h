@@ -23,7 +23,7 @@ class CToolBarsData;
 ///
 /// The syntax configuration is read when the first editor is created, and again at each creation
 /// while it gave no descriptions.
-class QUOREL_API CNetlistFactory final : public INetlistFactory, public IFactoryTools {
+class CNetlistFactory final : public INetlistFactory, public IFactoryTools {
 public:
     CNetlistFactory();
     CNetlistFactory(const CNetlistFactory&) = delete;

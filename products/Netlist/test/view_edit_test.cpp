@@ -1,8 +1,8 @@
 /// Clipboard, bookmarks, commands and what edits leave in the journal.
 #include "breaking_desk.h"
 #include "frame.h"
+#include "ifactory_tools.h"
 #include "netlist_edit_cmd.h"
-#include "netlist_factory.h"
 #include "view_script.h"
 
 namespace {
@@ -156,7 +156,7 @@ TEST_F(ViewEdit, TheFindBoxTakesItsOwnEditCommands) {
     Start("a|b");
     m_Desk.m_Clipboard = u"x";
     Play("S-Right");
-    CComboBox& box = static_cast<CNetlistFactory&>(Factory()).GetFindCombo();
+    CComboBox& box = *dynamic_cast<IFactoryTools&>(Factory()).GetToolBarBox(42014);
     box.SetPeer(&peer);
     box.SetFocus();
     Play("57634 57635 57637");
