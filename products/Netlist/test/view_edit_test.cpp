@@ -1,5 +1,6 @@
 /// Clipboard, bookmarks, commands and what edits leave in the journal.
 #include "breaking_desk.h"
+#include "combo_box.h"
 #include "frame.h"
 #include "ifactory_tools.h"
 #include "netlist_edit_cmd.h"
