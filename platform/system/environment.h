@@ -23,6 +23,9 @@ enum class UserFolder {
 /// directory is known.
 QUOREL_API std::string UserDirectory(UserFolder folder);
 
+/// The number of the running process, which no other running one has.
+QUOREL_API int ProcessId();
+
 /// Full path of the running program; empty when the system can't tell.
 QUOREL_API std::string ExecutablePath();
 

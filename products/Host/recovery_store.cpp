@@ -7,8 +7,6 @@
 #include <span>
 #include <string_view>
 
-#include <unistd.h>
-
 #include "atomic_file.h"
 #include "directory.h"
 #include "environment.h"
@@ -136,7 +134,7 @@ RecoveryStore::~RecoveryStore() {
 sys::Status RecoveryStore::Open(const std::string& sharedFolder) {
     m_Shared = sys::WithClosingSlash(sharedFolder);
     sys::Status status = sys::MakeDirectories(m_Shared);
-    const std::string stem = m_Shared + std::to_string(::getpid()) + '-';
+    const std::string stem = m_Shared + std::to_string(sys::ProcessId()) + '-';
     for (int i = 0; status && i < 1000; ++i) {
         m_Folder = stem + std::to_string(i) + '/';
         status = sys::MakeDirectory(m_Folder);

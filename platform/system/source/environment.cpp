@@ -67,6 +67,10 @@ std::string UserDirectory(UserFolder folder) {
     return IsAbsolute(home) ? WithClosingSlash(home) + rule.belowHome + '/' + kOwnName : "";
 }
 
+int ProcessId() {
+    return ::getpid();
+}
+
 std::string ExecutablePath() {
     return RealPath("/proc/self/exe");
 }
