@@ -6,6 +6,7 @@ CNetlistApp::CNetlistApp() : CWinApp(u"Netlist") {
 
 void CNetlistApp::RebuildFont() {
     m_TextFont.reset();
+    ++m_FontNumber;
     if (IBackendDesk* desk = GetBackend())
         m_TextFont = desk->CreateFont(GetOptions().TextFont);
 }

@@ -22,7 +22,10 @@ public:
     void RebuildFont();
     /// The font of all views; null without a backend, which then chooses its own.
     const IBackendFont* GetTextFont() const { return m_TextFont.get(); }
+    /// Another one for each text font.
+    int GetFontNumber() const { return m_FontNumber; }
 
 private:
     std::unique_ptr<IBackendFont> m_TextFont;
+    int m_FontNumber = 0;
 };

@@ -14,9 +14,9 @@ protected:
     const CommandMap& GetCommandMap() const override;
 
 private:
-    /// "&Netlist Editor Options...": where the sheet of the options opens. There is no sheet yet,
-    /// and nothing happens.
+    /// "&Netlist Editor Options...": shows the sheet of the options; its OK takes the views of
+    /// netlists along. Views of scripts take the options when they get the focus.
     void OnEditorOptions();
 
-    [[maybe_unused]] CNetlistFactory* m_Factory;
+    CNetlistFactory* m_Factory;
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <string_view>
 
+#include "dialog_resources.h"
 #include "messages.h"
 #include "resource_ids.h"
 
@@ -163,5 +164,5 @@ constexpr AcceleratorResource kAccelerators[] = {
 constinit const ResourceTables kModuleResources{.m_Strings = kStrings,
                                                 .m_Menus = kMenus,
                                                 .m_Accelerators = kAccelerators,
-                                                .m_Dialogs = {},
+                                                .m_Dialogs = kModuleDialogs,
                                                 .m_Pictures = {}};

@@ -1,4 +1,4 @@
-/// The module's resources: strings, menus and accelerators, as constant tables.
+/// The module's resources: strings, menus, accelerators and dialogs, as constant tables.
 #pragma once
 
 #include "resources.h"

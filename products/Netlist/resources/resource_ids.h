@@ -47,6 +47,33 @@ enum MenuId : unsigned {
     kMenuRunScript = 9017,
 };
 
+enum DialogId : unsigned {
+    kDialogGoTo = 9006,
+    kDialogFind = 9016,
+    kDialogReplace = 9017,
+    kDialogBookmarkColor = 9018,
+    kDialogFont = 9019,
+};
+
+/// Controls of the dialogs, beside kIdOk and kIdCancel. "Find Next" is the OK of its dialogs.
+enum ControlId : unsigned {
+    kControlRange = 9000,
+    kControlLine = 9001,
+    kControlMatchCase = 9004,
+    kControlUp = 9005,
+    kControlDown = 9006,
+    kControlFindWhat = 9007,
+    kControlReplaceWith = 9008,
+    kControlReplace = 9010,
+    kControlReplaceAll = 9011,
+    kControlEditColor = 9013,
+    kControlColorSample = 9014,
+    kControlFontName = 9015,
+    kControlFontSize = 9016,
+    kControlFontSample = 9017,
+    kControlStatic = 0xFFFF, ///< texts and frames that nobody asks for
+};
+
 enum AcceleratorId : unsigned { kAcceleratorsNetlist = 9000, kAcceleratorsScript = 9001 };
 
 enum TemplateId : unsigned { kTemplateNetlist = 9000, kTemplateScript = 9001 };

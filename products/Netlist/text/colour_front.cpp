@@ -65,6 +65,11 @@ void ColourFront::MakePending(std::size_t row) {
     m_carried = RangeBefore(row);
 }
 
+void ColourFront::PutOff(std::size_t row) {
+    if (m_staleBegin == m_staleEnd && row < m_front)
+        MakePending(row);
+}
+
 void ColourFront::ForgetStaleFrom(std::size_t row) {
     m_staleEnd = std::min(m_staleEnd, row);
     m_staleBegin = std::min(m_staleBegin, m_staleEnd);

@@ -42,6 +42,10 @@ public:
     /// was coloured with. A row behind the last does nothing.
     void Recolour(std::size_t row, bool stopEarly, const CSyntaxDscr* syntax);
 
+    /// Makes the rows from row on pending where that changes no result: while rows are stale,
+    /// nothing is done.
+    void PutOff(std::size_t row);
+
     /// Rows of one run that are coloured at once before the rest is put off.
     static std::size_t s_rowsAtOnce;
 

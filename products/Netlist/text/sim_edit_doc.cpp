@@ -85,6 +85,11 @@ void CSimEditDoc::Recolour(std::int32_t row, std::int32_t stopEarly) {
         m_front.Recolour(Index(row), stopEarly != 0, m_syntax);
 }
 
+void CSimEditDoc::PutOffColours(std::int32_t row) {
+    if (HasRow(row))
+        m_front.PutOff(Index(row));
+}
+
 void CSimEditDoc::InsertLine(std::int32_t row, std::int32_t record, std::int32_t first,
                              std::string_view text) {
     const bool valid = row >= 0 && row <= LineCount() && CSimEditLine::HasRoomFor(text, 0);

@@ -86,6 +86,9 @@ public:
     /// Colours from row on: with stopEarly only as far as the range open at a line's end differs
     /// from the one that the next line was coloured with. Nothing while Colouring is 0.
     void Recolour(std::int32_t row, std::int32_t stopEarly);
+    /// Before many edits from row on: their rows are coloured once, when asked for, and not with
+    /// each edit. Nobody can tell from the results.
+    void PutOffColours(std::int32_t row);
 
     // Journal.
 

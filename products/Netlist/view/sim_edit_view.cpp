@@ -67,13 +67,20 @@ const CommandMap& CSimEditView::GetCommandMap() const {
     using V = CSimEditView;
     static constexpr CommandEntry kEntries[] = {
         Command<&V::ClearBookmarks, &V::OnUpdateNeedsBookmark>(kCommandClearBookmarks),
+        Command<&V::OnGoTo>(kCommandGoTo),
         Command<&V::ToggleBookmark>(kCommandToggleBookmark),
         Command<&V::NextBookmark>(kCommandNextBookmark),
         Command<&V::PrevBookmark>(kCommandPreviousBookmark),
+        Command<&V::OnSearchDown>(kCommandSearchDown),
+        Command<&V::OnSearchUp>(kCommandSearchUp),
+        Command<&V::OnSearchDownCase>(kCommandSearchDownCase),
+        Command<&V::OnSearchUpCase>(kCommandSearchUpCase),
         Command<&V::OnEditClear, &V::OnUpdateNeedsSelection>(kCommandClear),
         Command<&V::CopySelection, &V::OnUpdateNeedsSelection>(kCommandCopy),
         Command<&V::CutSelection, &V::OnUpdateNeedsSelection>(kCommandCut),
+        Command<&V::OnEditFind>(kCommandFind),
         Command<&V::PasteClipboard, &V::OnUpdatePaste>(kCommandPaste),
+        Command<&V::OnEditReplace>(kCommandReplace),
         Command<&V::SelectAll>(kCommandSelectAll),
     };
     static const CommandMap kMap{kEntries, &CScrollView::GetCommandMap()};

@@ -14,6 +14,7 @@
 #include "view.h"
 
 class CBaseEditor;
+class CComboBox;
 class CFindDialog;
 class CSimEditDoc;
 class CSimEditLine;
@@ -23,6 +24,7 @@ class IViewKey;
 class PaintGathering;
 class RecordList;
 struct PrintLayout;
+class TextSearch;
 
 /// The columns of a word, the end behind it.
 struct WordRange {
@@ -123,14 +125,16 @@ public:
     std::int32_t RedoEdit(std::int32_t count = 1);
     /// @}
 
-    /// @name Search
+    /// @name Search. A match is a literal text inside one row, its tabs being blanks.
     /// @{
+    /// Selects the next match of the find box's text, in that direction from now on.
     void SearchAgain(bool down, bool keepCase);
     /// The selection within one row, else the find box's text.
-    std::string GetSearchText() const;
-    /// What a button of a search dialog asks: the history, then the action.
+    AString GetSearchText() const;
+    /// What a button of a search dialog asks: the history of the find box, then the action.
     void DialogAction(CFindDialog& dialog);
-    /// Goes to the next match of the search text. @return whether there is one
+    /// Puts caret and selection to the next match of the search text, but doesn't select it. A
+    /// failure changes neither. @return whether there is one
     bool FindText(bool reportFailure);
     /// @}
 
@@ -208,6 +212,26 @@ private:
     void OnUpdateNeedsBookmark(CCmdUI& ui);
     void OnUpdateNeedsSelection(CCmdUI& ui);
     void OnUpdatePaste(CCmdUI& ui);
+    void OnSearchDown() { SearchAgain(true, false); }
+    void OnSearchUp() { SearchAgain(false, false); }
+    void OnSearchDownCase() { SearchAgain(true, true); }
+    void OnSearchUpCase() { SearchAgain(false, true); }
+
+    // Search. The text document is there.
+    CComboBox* GetFindBox() const;
+    void RunSearchDialog(CFindDialog& dialog);
+    void DoDialogAction(const CFindDialog& dialog);
+    void TakeSearchSettings(const CFindDialog& dialog);
+    void FindNext(const CFindDialog& dialog);
+    void Replace(const CFindDialog& dialog);
+    void ReplaceAll(const CFindDialog& dialog);
+    std::string ReplacementOf(const CFindDialog& dialog) const;
+    std::optional<TextRange> FindFrom(const TextSearch& search, TextPlace from) const;
+    void TakeMatch(const TextRange& match);
+    void LeaveMatch();
+    void SelectMatch();
+    void ShowNextMatch();
+    void ReportNotFound(const AString& wanted) const;
 
     // Keys. The text document is there.
     void MoveCaret(const Motion& motion);
@@ -253,6 +277,7 @@ private:
     WordRange SelectedColumns(std::int32_t row) const;
     void DeleteColumns(std::int32_t from, std::int32_t to);
     void DeleteRows(const TextRange& range);
+    void InsertPlainText(std::string_view text);
     void InsertPiece(std::string_view piece, bool isFirst, bool hasLineEnd);
     bool FindBoxTakes(unsigned message) const;
     bool CopyToClipboard() const;
@@ -270,6 +295,7 @@ private:
     // Layout.
     bool CanPaint() const;
     void MeasureFont();
+    void TakeChangedOptions();
     /// Rows of the client area; then TopRow no further than MaxTopRow.
     void FitToClient();
     CSize PageSize() const;
@@ -327,6 +353,7 @@ private:
     std::int32_t m_LineHeight = 1;   ///< pixels per row
     std::int32_t m_CharWidth = 1;    ///< pixels per column
     std::int32_t m_CaretWidth = 2;   ///< pixels
+    int m_FontNumber = 0;            ///< of the option font that was measured
     std::int32_t m_LinesPerPage = 1; ///< whole rows in the client area, at least 1
 
     TextPlace m_Caret;

@@ -3,7 +3,7 @@
 #include <new>
 
 #include "base_editor.h"
-#include "netlist_factory.h"
+#include "combo_box.h"
 #include "sim_edit_doc.h"
 #include "sim_edit_view.h"
 
@@ -42,17 +42,14 @@ std::string CSimEditView::GetSelectedText() const {
 
 /// Gives an edit command to the find box if that has the focus.
 bool CSimEditView::FindBoxTakes(unsigned message) const {
-    CBaseEditor* const editor = GetEditor();
-    CNetlistFactory* const factory = editor ? editor->GetNetlistFactory() : nullptr;
-    if (!factory)
-        return false;
-    CWnd& box = factory->GetFindCombo();
+    CComboBox* const box = GetFindBox();
     const CWnd* focus = CWnd::GetFocus();
-    while (focus && focus != &box)
+    while (focus && focus != box)
         focus = focus->GetParent();
-    if (focus)
-        box.SendMessage(message);
-    return focus != nullptr;
+    if (!box || !focus)
+        return false;
+    box->SendMessage(message);
+    return true;
 }
 
 /// @return false when memory or the clipboard fails; a selection without width copies nothing

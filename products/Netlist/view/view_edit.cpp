@@ -179,6 +179,10 @@ std::int32_t CSimEditView::InsertText(std::string_view text) {
     CSimEditDoc* const document = GetTextDocument();
     if (!document || text.empty())
         return 0;
+    if (text.find_first_of("\r\n\t") == std::string_view::npos) {
+        InsertPlainText(text);
+        return 0;
+    }
     const std::int32_t firstRow = m_Caret.Row;
     std::int32_t lineEnds = 0;
     {
@@ -199,6 +203,16 @@ std::int32_t CSimEditView::InsertText(std::string_view text) {
         document->Recolour(row, 1);
     RaiseMaxLineLength(m_Caret.Row);
     return lineEnds;
+}
+
+/// Inserts a text without line ends and tabs: one edit of the caret's row.
+void CSimEditView::InsertPlainText(std::string_view text) {
+    CSimEditDoc& document = *GetTextDocument();
+    const auto [column, row] = m_Caret;
+    const std::int32_t end = column + static_cast<std::int32_t>(text.size());
+    document.InsertString(row, column, end, text, 1, 1);
+    RaiseMaxLineLength(row);
+    m_Caret.Column = std::min(end, document.Line(row).Length());
 }
 
 /// Inserts a text without line ends, at the end of the caret's row if it is the first one, else as

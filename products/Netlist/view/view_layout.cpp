@@ -50,6 +50,15 @@ void CSimEditView::MeasureFont() {
     m_LineHeight = std::max(font.m_Height, 1);
     m_CharWidth = std::max(font.m_AverageWidth, 1);
     m_CaretWidth = 2 * desk->GetBorderWidth();
+    m_FontNumber = CNetlistApp::Get().GetFontNumber();
+}
+
+/// A view that nobody told of changed options reads them anew.
+void CSimEditView::TakeChangedOptions() {
+    if (m_FontNumber == CNetlistApp::Get().GetFontNumber())
+        return;
+    SetFont(true);
+    SetBookmarkColor(static_cast<ColorRef>(CNetlistApp::Get().GetOptions().BMColor));
 }
 
 void CSimEditView::SetFont(bool refresh) {

@@ -155,6 +155,7 @@ std::intptr_t CSimEditView::OnSetFocus(std::uintptr_t other, std::intptr_t) {
     if (reinterpret_cast<CWnd*>(other) == this)
         return 0;
     m_HasFocus = true;
+    TakeChangedOptions();
     ShowCaret();
     return 0;
 }

@@ -1,0 +1,188 @@
+/// How lines fall on pages.
+#include <random>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "page_table.h"
+
+namespace {
+
+using Lengths = std::vector<std::int32_t>;
+
+PageTable::LengthOf Ask(const Lengths& lengths) {
+    return [&lengths](std::int32_t row) { return lengths[static_cast<std::size_t>(row)]; };
+}
+
+PrintRange Everything(const Lengths& lengths) {
+    const auto last = static_cast<std::int32_t>(lengths.size()) - 1;
+    return {{{}, {lengths.back(), last}}, false};
+}
+
+std::string Dump(const std::vector<TextPlace>& places) {
+    std::string text;
+    for (const TextPlace& place : places)
+        text += (text.empty() ? "" : " ") + std::to_string(place.Column) + ',' +
+                std::to_string(place.Row);
+    return text;
+}
+
+/// "row:from-to", with '+' for ':' on a row that continues; pages are parted by " | ".
+std::string DumpPages(const PageTable& table, const Lengths& lengths) {
+    std::string text;
+    for (std::int32_t page = 1; page <= table.PageCount(); ++page) {
+        text += page > 1 ? " |" : "";
+        table.ForEachRow(page, Ask(lengths), [&](const PaperRow& row) {
+            text += (text.empty() ? "" : " ") + std::to_string(row.Row) +
+                    (row.Continues ? '+' : ':') + std::to_string(row.From) + '-' +
+                    std::to_string(row.To);
+        });
+    }
+    return text;
+}
+
+} // namespace
+
+TEST(PageTableTest, LinesFallOnPagesAsTheyNeedRows) {
+    const struct {
+        const char* m_Name;
+        Lengths m_Lengths;
+        PrintRange m_Range; ///< without extent: everything
+        std::int32_t m_Width, m_Rows;
+        const char* m_Places;
+        const char* m_Pages;
+    } kRows[] = {
+        {"empty document", {0}, {}, 10, 5, "0,0 0,0", ""},
+        {"short lines", {3, 0, 4}, {}, 10, 2, "0,0 0,2 4,2", "0:0-3 1:0-0 | 2:0-4"},
+        {"empty last line", {3, 0}, {}, 10, 5, "0,0 0,1", "0:0-3"},
+        {"empty last line on a page of its own",
+         {3, 4, 0},
+         {},
+         10,
+         2,
+         "0,0 0,2 0,2",
+         "0:0-3 1:0-4 |"},
+        {"two and a half rows", {25}, {}, 10, 5, "0,0 25,0", "0:0-10 0+10-20 0+20-25"},
+        {"exactly two rows", {20, 1}, {}, 10, 5, "0,0 1,1", "0:0-10 0+10-20 1:0-1"},
+        {"a line over a page break",
+         {5, 25, 1},
+         {},
+         10,
+         2,
+         "0,0 10,1 0,2 1,2",
+         "0:0-5 1:0-10 | 1+10-20 1+20-25 | 2:0-1"},
+        {"as many rows as the page has",
+         {1, 1, 1, 1},
+         {},
+         10,
+         2,
+         "0,0 0,2 1,3",
+         "0:0-1 1:0-1 | 2:0-1 3:0-1"},
+        {"width and rows below 1", {2}, {}, -3, 0, "0,0 1,0 2,0", "0:0-1 | 0+1-2"},
+        {"stream", {9, 5, 9}, {{{4, 0}, {3, 2}}}, 4, 9, "4,0 3,2", "0:4-8 0+8-9 1:0-4 1+4-5 2:0-3"},
+        {"stream in a row",
+         {9, 30},
+         {{{4, 1}, {17, 1}}},
+         10,
+         1,
+         "4,1 14,1 17,1",
+         "1:4-14 | 1+14-17"},
+        {"stream up to a line's begin", {9, 5}, {{{4, 0}, {0, 1}}}, 10, 9, "4,0 0,1", "0:4-9"},
+        {"stream of a line end", {9, 5}, {{{9, 0}, {2, 1}}}, 10, 9, "9,0 2,1", "0:9-9 1:0-2"},
+        {"no extent", {9}, {{{4, 0}, {4, 0}}}, 10, 9, "4,0 4,0", "0:4-4"},
+        {"block", {9, 9, 9}, {{{2, 0}, {5, 2}}, true}, 10, 2, "2,0 2,2 5,2", "0:2-5 1:2-5 | 2:2-5"},
+        {"block past short lines",
+         {9, 1, 3, 0},
+         {{{2, 0}, {5, 3}}, true},
+         10,
+         9,
+         "2,0 5,3",
+         "0:2-5 1:2-2 2:2-3 3:2-2"},
+        {"block wider than a row",
+         {20, 12},
+         {{{2, 0}, {16, 1}}, true},
+         10,
+         2,
+         "2,0 2,1 16,1",
+         "0:2-12 0+12-16 | 1:2-12"},
+        {"block from column 0",
+         {4, 4, 4},
+         {{{0, 0}, {2, 2}}, true},
+         10,
+         1,
+         "0,0 0,1 0,2 2,2",
+         "0:0-2 | 1:0-2 | 2:0-2"},
+    };
+    for (const auto& row : kRows) {
+        const bool all = row.m_Range.m_Places.To == TextPlace{};
+        const PageTable table(all ? Everything(row.m_Lengths) : row.m_Range, Ask(row.m_Lengths),
+                              row.m_Width, row.m_Rows);
+        EXPECT_EQ(Dump(table.GetPlaces()), row.m_Places) << row.m_Name;
+        EXPECT_EQ(DumpPages(table, row.m_Lengths), row.m_Pages) << row.m_Name;
+    }
+}
+
+TEST(PageTableTest, PagesThatFindNoRoomAreLeftOut) {
+    const Lengths lengths = {9, 9, 9, 25};
+    const struct {
+        std::size_t m_Most;
+        PrintRange m_Range;
+        const char* m_Places;
+        const char* m_Pages;
+    } kRows[] = {
+        {0, Everything(lengths), "0,0", ""},
+        {1, Everything(lengths), "0,0 0,2", "0:0-9 1:0-9"},
+        {2, Everything(lengths), "0,0 0,2 10,3", "0:0-9 1:0-9 | 2:0-9 3:0-10"},
+        {1, {{{3, 0}, {5, 3}}, true}, "3,0 3,2", "0:3-5 1:3-5"},
+    };
+    for (const auto& row : kRows) {
+        const PageTable table(row.m_Range, Ask(lengths), 10, 2, row.m_Most);
+        EXPECT_EQ(Dump(table.GetPlaces()), row.m_Places);
+        EXPECT_EQ(DumpPages(table, lengths), row.m_Pages);
+    }
+}
+
+/// The law: all pages one behind the other hold each column of the range once, in order, and none
+/// but the last has room left.
+TEST(PageTableTest, PagesHoldEveryColumnOnce) {
+    std::minstd_rand random(7);
+    const auto upTo = [&random](std::int32_t most) {
+        return static_cast<std::int32_t>(random() % static_cast<unsigned>(most + 1));
+    };
+    for (int round = 0; round < 300; ++round) {
+        Lengths lengths(1 + random() % 8);
+        for (std::int32_t& length : lengths)
+            length = upTo(12);
+        const auto last = static_cast<std::int32_t>(lengths.size()) - 1;
+        const std::int32_t left = upTo(4), right = left + 1 + upTo(8);
+        const bool block = round % 2 == 0;
+        const PrintRange range =
+            block ? PrintRange{{{left, 0}, {right, last}}, true} : Everything(lengths);
+        const std::int32_t width = 1 + upTo(5), rows = 1 + upTo(4);
+        const PageTable table(range, Ask(lengths), width, rows);
+
+        std::string expected, printed;
+        for (std::int32_t row = 0; row <= last; ++row) {
+            const std::int32_t length = lengths[static_cast<std::size_t>(row)];
+            const std::int32_t from = block ? left : 0;
+            const std::int32_t to = block ? std::max(left, std::min(right, length)) : length;
+            if (block || row < last || length > 0)
+                expected += std::to_string(row) + '(';
+            for (std::int32_t column = from; column < to; ++column)
+                expected += std::to_string(column) + ' ';
+        }
+        for (std::int32_t page = 1; page <= table.PageCount(); ++page) {
+            std::int32_t count = 0;
+            table.ForEachRow(page, Ask(lengths), [&](const PaperRow& row) {
+                ++count;
+                EXPECT_LE(row.To - row.From, width);
+                if (!row.Continues)
+                    printed += std::to_string(row.Row) + '(';
+                for (std::int32_t column = row.From; column < row.To; ++column)
+                    printed += std::to_string(column) + ' ';
+            });
+            EXPECT_TRUE(count == rows || (page == table.PageCount() && count < rows)) << count;
+        }
+        EXPECT_EQ(printed, expected) << "round " << round;
+    }
+}
