@@ -1,5 +1,6 @@
 // The entry for hosts that open this library at run time, to print into a file.
 
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -25,10 +26,17 @@ struct PdfSession {
 
 std::unique_ptr<PdfSession> sSession;
 
+/// What Qt remarks about its surroundings is none of the host's messages.
+void DropRemarks(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        std::fprintf(stderr, "%s\n", qPrintable(text));
+}
+
 std::unique_ptr<PdfSession> StartSession() {
     auto session = std::make_unique<PdfSession>();
     if (!QCoreApplication::instance()) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(&DropRemarks);
         session->m_Application = std::make_unique<QApplication>(session->m_Arguments.m_Count,
                                                                 session->m_Arguments.m_Values);
     } else if (!qobject_cast<QApplication*>(QCoreApplication::instance())) {

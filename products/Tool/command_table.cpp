@@ -3,10 +3,7 @@
 namespace {
 
 constexpr AddCommandFunction kCommands[] = {
-    &AddShow,
-    &AddSyntax,
-    &AddBlocks,
-    &AddTour,
+    &AddShow, &AddPrint, &AddSyntax, &AddBlocks, &AddTour,
 };
 
 } // namespace

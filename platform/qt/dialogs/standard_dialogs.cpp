@@ -15,6 +15,7 @@
 
 #include "cmd_target.h"
 #include "menu.h"
+#include "page_layout.h"
 #include "print_job.h"
 #include "qt_text.h"
 
@@ -158,6 +159,7 @@ std::unique_ptr<PrintDevice> AskForPrinter(QWidget* parent, PrintRequest& reques
     if (request.m_Direct && QPrinterInfo::defaultPrinter().isNull())
         return nullptr;
     auto printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    printer->setPageLayout(GetPageLayout());
     if (!request.m_Direct) {
         QPrintDialog dialog(printer.get(), parent);
         PrepareRange(dialog, request);
@@ -170,6 +172,7 @@ std::unique_ptr<PrintDevice> AskForPrinter(QWidget* parent, PrintRequest& reques
 
 void ShowPrintPreview(QWidget* parent, const std::function<void(QPrinter&)>& print) {
     QPrinter printer(QPrinter::HighResolution);
+    printer.setPageLayout(GetPageLayout());
     QPrintPreviewDialog dialog(&printer, parent);
     QObject::connect(&dialog, &QPrintPreviewDialog::paintRequested, &dialog,
                      [&](QPrinter* target) { print(*target); });

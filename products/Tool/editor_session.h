@@ -1,0 +1,79 @@
+/// The module at work for one command: an editor with a view in a window that nobody sees.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "command.h"
+#include "host_design.h"
+#include "host_desktop.h"
+#include "module_host.h"
+
+/// What a command line says of the editor.
+struct SessionOptions {
+    std::string m_Editor = "netlist";
+    std::string m_Config;               ///< as SyntaxOptions has it
+    std::vector<std::string> m_Options; ///< KEY=VALUE
+};
+void AddSessionOptions(CLI::App& command, SessionOptions& options);
+
+/// A folder with a syntax configuration under the name by which the module looks for it; gone with
+/// this object.
+class ConfigFolder {
+public:
+    /// @param given "none": a configuration without descriptions; a file: that one, its description
+    ///        files where it has them; empty: no folder is made, the path is the installed one's.
+    ///        ExitCode::file when it can't be read
+    explicit ConfigFolder(const std::string& given);
+    ConfigFolder(const ConfigFolder&) = delete;
+    ConfigFolder& operator=(const ConfigFolder&) = delete;
+    ~ConfigFolder();
+
+    const std::string& GetPath() const { return m_Path; }
+
+private:
+    std::string m_Path; ///< with a closing slash
+    std::string m_Name; ///< of the file that reserves the folder's name; empty: not our folder
+};
+
+/// One editor and its view, as the editor's kind, options and configuration say. Ends the module
+/// with it; a process has one session.
+class EditorSession {
+public:
+    /// @param desk outlives the session
+    EditorSession(const SessionOptions& options, IBackendDesk& desk);
+    EditorSession(const EditorSession&) = delete;
+    EditorSession& operator=(const EditorSession&) = delete;
+    ~EditorSession();
+
+    IEditor& GetEditor() { return *m_Editor.m_Editor; }
+    IEditorInspector& GetInspector() { return *m_Editor.m_Inspector; }
+    IEditorDriver& GetDriver() { return *m_Editor.m_Driver; }
+    HostDesktop& GetDesktop() { return m_Desktop; }
+    /// Gives the document a title in place of the one that the editor has formed.
+    void SetTitle(const AString& title);
+
+private:
+    HostedEditor MakeEditor(const std::string& kind);
+
+    /// The only instance, to which the view belongs.
+    class Instance : public IDesignInstance, public IViewKey {
+    public:
+        void GetInstanceName(AString& name) override { name = u"quorel"; }
+        IViewKey* GetViewKey() override { return this; }
+        void EditorActivated(IEditor*) override {}
+        void EditorDeactivated(IEditor*) override {}
+        ICommandListener* GetCommandListener() override { return nullptr; }
+        IDesignInstance* GetInstance() override { return this; }
+    };
+
+    ConfigFolder m_Config;
+    OptionStore m_Store;
+    HostDesktop m_Desktop;
+    HostDesign m_Design{u"quorel", m_Desktop};
+    HostContext m_ScriptOwner{u"quorel", &m_Desktop};
+    Instance m_Instance;
+    ModuleHost m_Host;
+    HostedEditor m_Editor; // gone before the module
+};
