@@ -1,0 +1,105 @@
+#include "file_session.h"
+
+#include <algorithm>
+
+#include "atomic_file.h"
+#include "file_io.h"
+
+namespace {
+
+std::size_t HashOf(std::string_view bytes) {
+    return std::hash<std::string_view>()(bytes);
+}
+
+} // namespace
+
+std::optional<FileSession::Stamp> FileSession::StampOf(const std::string& path) {
+    std::error_code error;
+    const Stamp stamp{std::filesystem::file_size(path, error),
+                      error ? std::filesystem::file_time_type()
+                            : std::filesystem::last_write_time(path, error)};
+    return error ? std::nullopt : std::optional(stamp);
+}
+
+void FileSession::Know(const std::string& path, std::string_view bytes) {
+    m_Path = path;
+    m_Stamp = StampOf(path);
+    m_Hash = HashOf(bytes);
+    m_FormChanged = false;
+}
+
+sys::Status FileSession::Load(const std::string& path, std::string& archive) {
+    // Stamped before it is read: what is written meanwhile is noticed.
+    const std::optional<Stamp> stamp = StampOf(path);
+    if (sys::Status status = sys::ReadWholeFile(path, kMostBytes, archive); !status)
+        return status;
+    Know(path, archive);
+    m_Stamp = stamp;
+    m_Form = DecodeFile(archive);
+    return {};
+}
+
+sys::Status FileSession::Save(const std::string& path, std::string archive, bool modified) {
+    std::string bytes;
+    const bool isAsLoaded = !modified && !m_FormChanged && m_Stamp &&
+                            sys::ReadWholeFile(m_Path, kMostBytes, bytes) &&
+                            HashOf(bytes) == m_Hash;
+    if (isAsLoaded && path == m_Path)
+        return {};
+    if (!isAsLoaded) {
+        NoteForm(archive);
+        bytes = std::move(archive);
+        EncodeFile(bytes, m_Form);
+    }
+    if (sys::Status status = sys::WriteFileAtomically(path, bytes); !status)
+        return status;
+    Know(path, bytes);
+    return {};
+}
+
+/// Notes what becomes of the form by a text that it didn't have before.
+void FileSession::NoteForm(const std::string& archive) {
+    const auto isOther = [](char c) { return static_cast<unsigned char>(c) >= 0x80; };
+    if (m_Form.m_Encoding == FileEncoding::ascii && std::ranges::any_of(archive, isOther))
+        m_Form.m_Encoding = FileEncoding::utf8;
+    if (m_Form.m_LineEnds == LineEnds::none && archive.find('\n') != archive.npos)
+        m_Form.m_LineEnds = LineEnds::lf;
+}
+
+FileSession::Disk FileSession::CheckDisk() {
+    if (m_Path.empty())
+        return Disk::same;
+    const std::optional<Stamp> stamp = StampOf(m_Path);
+    if (stamp == m_Stamp)
+        return Disk::same;
+    if (!stamp)
+        return Disk::gone;
+    std::string bytes;
+    if (!sys::ReadWholeFile(m_Path, kMostBytes, bytes) || !m_Stamp || HashOf(bytes) != m_Hash)
+        return Disk::changed;
+    m_Stamp = stamp; // touched only
+    return Disk::same;
+}
+
+void FileSession::AcceptDisk() {
+    m_Stamp = StampOf(m_Path);
+    std::string bytes;
+    static_cast<void>(sys::ReadWholeFile(m_Path, kMostBytes, bytes));
+    m_Hash = HashOf(bytes);
+}
+
+void FileSession::Adopt(const std::string& path, const FileForm& form) {
+    m_Path = path;
+    m_Form = form;
+    if (!path.empty())
+        AcceptDisk();
+}
+
+void FileSession::SetLineEnds(LineEnds ends) {
+    m_FormChanged = m_FormChanged || ends != m_Form.m_LineEnds;
+    m_Form.m_LineEnds = ends;
+}
+
+LineEnds FileSession::GetSavedLineEnds() const {
+    return m_Form.m_LineEnds == LineEnds::none ? LineEnds::lf : m_Form.m_LineEnds;
+}

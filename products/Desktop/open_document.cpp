@@ -1,0 +1,139 @@
+#include "open_document.h"
+
+#include <QFileInfo>
+#include <QMdiSubWindow>
+#include <QVBoxLayout>
+
+#include "host_desktop.h"
+#include "notice_bar.h"
+#include "qt_strings.h"
+
+namespace {
+
+constexpr struct {
+    EditorSort m_Sort;
+    const char* m_Name;
+    const char* m_Suffix;
+    const char16_t* m_Language;
+} kSorts[] = {
+    {EditorSort::netlist, "netlist", nullptr, u""},
+    {EditorSort::javaScript, "javascript", ".js", u"JavaScript"},
+    {EditorSort::vbScript, "vbscript", ".vbs", u"VBScript"},
+};
+
+std::string NewId() {
+    static int sNext = 0;
+    return "text-" + std::to_string(sNext++);
+}
+
+} // namespace
+
+EditorSort EditorSortOf(const std::string& path) {
+    const QString name = FromPath(path);
+    for (const auto& row : kSorts)
+        if (row.m_Suffix && name.endsWith(QLatin1String(row.m_Suffix), Qt::CaseInsensitive))
+            return row.m_Sort;
+    return EditorSort::netlist;
+}
+
+std::string NameOf(EditorSort sort) {
+    return kSorts[static_cast<std::size_t>(sort)].m_Name;
+}
+
+EditorSort EditorSortNamed(const std::string& name) {
+    for (const auto& row : kSorts)
+        if (name == row.m_Name)
+            return row.m_Sort;
+    return EditorSort::netlist;
+}
+
+OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort sort,
+                           const QString& title)
+    : m_Sort(sort), m_Title(title), m_Id(NewId()), m_Design(ToAString(title), desktop),
+      m_Context(ToAString(title), &desktop), m_Instance(ToAString(title)) {
+    const AString language(kSorts[static_cast<std::size_t>(sort)].m_Language);
+    m_Editor = sort == EditorSort::netlist
+                   ? host.CreateNetlistEditor(&m_Design)
+                   : host.CreateScriptEditor(&m_Context, {}, language, ToAString(title));
+}
+
+OpenDocument::~OpenDocument() = default;
+
+sys::Status OpenDocument::Load(const std::string& path) {
+    std::string archive;
+    if (sys::Status status = m_File.Load(path, archive); !status)
+        return status;
+    m_Editor.m_Driver->LoadArchive(archive);
+    m_Editor.m_Driver->SetModified(false);
+    RefreshTitle();
+    return {};
+}
+
+sys::Status OpenDocument::Save(const std::string& path) {
+    if (sys::Status status = m_File.Save(path, GetArchive(), IsModified()); !status)
+        return status;
+    m_Editor.m_Driver->SetModified(false);
+    RefreshTitle();
+    return {};
+}
+
+std::string OpenDocument::GetArchive() {
+    std::string archive;
+    m_Editor.m_Inspector->GetArchive(archive);
+    return archive;
+}
+
+bool OpenDocument::IsPristine() const {
+    return m_File.GetPath().empty() && !IsModified() && m_Editor.m_Inspector->GetChangeCount() == 0;
+}
+
+QString OpenDocument::GetTitle() const {
+    const std::string& path = m_File.GetPath();
+    return path.empty() ? m_Title : QFileInfo(FromPath(path)).fileName();
+}
+
+void OpenDocument::Show() {
+    m_Editor.m_Editor->OpenView(&m_Instance);
+    RefreshTitle();
+}
+
+void OpenDocument::RefreshTitle() {
+    m_Instance.SetName(ToAString(GetTitle()));
+    if (!m_Shell)
+        return;
+    QString title = GetTitle();
+    // "[*]" is the place of the mark; one in the name is to be shown as it is.
+    title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+    m_Shell->setWindowTitle(title + QLatin1String("[*]"));
+    m_Shell->setWindowModified(IsModified());
+    m_Shell->setToolTip(FromPath(m_File.GetPath()));
+}
+
+QVBoxLayout* OpenDocument::GetBody() const {
+    QWidget* const body = m_Shell ? m_Shell->widget() : nullptr;
+    return body ? qobject_cast<QVBoxLayout*>(body->layout()) : nullptr;
+}
+
+void OpenDocument::ShowNotice(NoticeBar* bar, const QString& topic) {
+    HideNotice(topic);
+    bar->setObjectName(topic);
+    if (QVBoxLayout* body = GetBody())
+        body->insertWidget(0, bar);
+    else
+        delete bar;
+}
+
+void OpenDocument::HideNotice(const QString& topic) {
+    QVBoxLayout* const body = GetBody();
+    QWidget* const bar = body ? body->parentWidget()->findChild<QWidget*>(topic) : nullptr;
+    if (bar) {
+        bar->setObjectName(QString());
+        bar->hide();
+        bar->deleteLater();
+    }
+}
+
+bool OpenDocument::HasNotice(const QString& topic) const {
+    const QVBoxLayout* const body = GetBody();
+    return body && body->parentWidget()->findChild<QWidget*>(topic);
+}

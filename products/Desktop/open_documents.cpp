@@ -1,0 +1,127 @@
+#include "open_documents.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include <QMdiSubWindow>
+#include <QTabBar>
+#include <QTimer>
+
+#include "desktop_core.h"
+
+OpenDocuments::OpenDocuments(DesktopCore& core, QWidget* parent) : QMdiArea(parent), m_Core(core) {
+    setTabsClosable(true);
+    setTabsMovable(true);
+    setDocumentMode(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    setBackground(palette().brush(QPalette::Dark));
+    m_Core.m_Desk.SetFrameArea(this);
+    m_Core.m_Desk.SetFrameHooks(MakeHooks());
+}
+
+OpenDocuments::~OpenDocuments() {
+    m_Core.m_Desk.SetFrameHooks({});
+    m_OnActivated = nullptr;
+    m_Documents.clear();
+    m_Core.m_Desk.SetFrameArea(nullptr);
+}
+
+FrameHooks OpenDocuments::MakeHooks() {
+    FrameHooks hooks;
+    hooks.m_Activated = [this](IBackendWindow& frame) {
+        TakeShell(QtDesk::GetWidget(frame));
+        if (m_OnActivated)
+            m_OnActivated();
+    };
+    hooks.m_TitleChanged = [this](IBackendWindow& frame, const AString&) {
+        QWidget* const shell = QtDesk::GetWidget(frame);
+        TakeShell(shell);
+        if (OpenDocument* document = OfShell(shell))
+            document->RefreshTitle();
+    };
+    hooks.m_Closing = [this](IBackendWindow& frame) {
+        const QPointer<QWidget> shell = QtDesk::GetWidget(frame);
+        QTimer::singleShot(0, this, [this, shell] {
+            if (OpenDocument* document = shell ? OfShell(shell) : nullptr; document && m_OnClosing)
+                m_OnClosing(*document);
+        });
+        return false;
+    };
+    return hooks;
+}
+
+/// The first that is heard of a window comes while its document is being shown.
+void OpenDocuments::TakeShell(QWidget* shell) {
+    auto* const sub = qobject_cast<QMdiSubWindow*>(shell);
+    if (m_Opening && !m_Opening->GetShell() && sub && !OfShell(sub))
+        m_Opening->SetShell(sub);
+}
+
+OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title) {
+    auto made = std::make_unique<OpenDocument>(m_Core.m_Module, m_Core.m_Desktop, sort, title);
+    if (!made->GetEditor())
+        return nullptr;
+    m_Documents.push_back(std::move(made));
+    return m_Documents.back().get();
+}
+
+void OpenDocuments::Show(OpenDocument& document) {
+    if (QMdiSubWindow* shell = document.GetShell()) {
+        setActiveSubWindow(shell);
+        return;
+    }
+    m_Opening = &document;
+    document.Show();
+    m_Opening = nullptr;
+    document.RefreshTitle();
+}
+
+void OpenDocuments::Remove(OpenDocument& document) {
+    const auto place =
+        std::ranges::find(m_Documents, &document, &std::unique_ptr<OpenDocument>::get);
+    if (place == m_Documents.end())
+        return;
+    const std::unique_ptr<OpenDocument> gone = std::move(*place);
+    m_Documents.erase(place);
+}
+
+std::vector<OpenDocument*> OpenDocuments::GetAll() const {
+    std::vector<OpenDocument*> all;
+    for (const auto& document : m_Documents)
+        all.push_back(document.get());
+    return all;
+}
+
+OpenDocument* OpenDocuments::OfShell(const QWidget* shell) const {
+    for (const auto& document : m_Documents)
+        if (shell && document->GetShell() == shell)
+            return document.get();
+    return nullptr;
+}
+
+OpenDocument* OpenDocuments::GetActive() const {
+    return OfShell(currentSubWindow());
+}
+
+OpenDocument* OpenDocuments::FindPath(const std::string& path) const {
+    for (const auto& document : m_Documents) {
+        const std::string& own = document->GetFile().GetPath();
+        std::error_code error;
+        if (!own.empty() && (own == path || std::filesystem::equivalent(own, path, error)))
+            return document.get();
+    }
+    return nullptr;
+}
+
+QString OpenDocuments::NewTitle() {
+    return QStringLiteral("Untitled %1").arg(++m_Untitled);
+}
+
+void OpenDocuments::SetTabs(bool on) {
+    setViewMode(on ? TabbedView : SubWindowView);
+    if (QTabBar* bar = findChild<QTabBar*>(); on && bar) {
+        bar->setExpanding(false);
+        bar->setElideMode(Qt::ElideMiddle);
+    }
+}

@@ -1,0 +1,53 @@
+/// OpenDocuments: all texts that are open, and the area of their windows.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include <QMdiArea>
+
+#include "open_document.h"
+
+class DesktopCore;
+struct FrameHooks;
+
+/// Owns the documents in the order of opening. Their windows are sub windows, or tabs.
+class OpenDocuments : public QMdiArea {
+public:
+    /// @param core outlives the area
+    explicit OpenDocuments(DesktopCore& core, QWidget* parent = nullptr);
+    ~OpenDocuments() override;
+
+    /// A new document without a window. @return null when the module makes none
+    OpenDocument* Create(EditorSort sort, const QString& title);
+    /// Opens the document's window, or brings it to the front.
+    void Show(OpenDocument& document);
+    /// Closes the document's window and destroys it, whatever is in it.
+    void Remove(OpenDocument& document);
+
+    std::vector<OpenDocument*> GetAll() const;
+    /// The one whose window is active, null when none is.
+    OpenDocument* GetActive() const;
+    /// The one of that file, null when none is. Links lead to the file that they name.
+    OpenDocument* FindPath(const std::string& path) const;
+    /// A name that no document without a file has yet.
+    QString NewTitle();
+
+    void SetTabs(bool on);
+    bool AreTabs() const { return viewMode() == TabbedView; }
+
+    std::function<void()> m_OnActivated;
+    /// The user wants to close a document's window; called in a turn of its own.
+    std::function<void(OpenDocument&)> m_OnClosing;
+
+private:
+    OpenDocument* OfShell(const QWidget* shell) const;
+    void TakeShell(QWidget* shell);
+    FrameHooks MakeHooks();
+
+    DesktopCore& m_Core;
+    std::vector<std::unique_ptr<OpenDocument>> m_Documents;
+    OpenDocument* m_Opening = nullptr; ///< whose window is being made
+    int m_Untitled = 0;
+};
