@@ -92,6 +92,8 @@ public:
     ScrollInfo GetScrollBar(ScrollBar bar) const;
     const AString& GetTitle() const { return m_Title; }
     const CRect& GetInvalid() const { return m_Invalid; }
+    /// What a screen reader would read; null: nothing.
+    IAccessibleText* GetAccessibleText() { return m_Sink.GetAccessibleText(); }
     /// @}
 
 private:

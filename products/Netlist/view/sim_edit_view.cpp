@@ -8,6 +8,7 @@
 #include "idesktop.h"
 #include "netlist_app.h"
 #include "print_layout.h"
+#include "reader_text.h"
 #include "resource_ids.h"
 
 CSimEditView::CSimEditView()
@@ -51,6 +52,7 @@ const MessageMap& CSimEditView::GetMessageMap() const {
         Message<&CSimEditView::OnMouseWheel>(kMsgMouseWheel),
         Message<&CSimEditView::OnKeyDown>(kMsgKeyDown),
         Message<&CSimEditView::OnChar>(kMsgChar),
+        Message<&CSimEditView::OnPaste>(kMsgPaste),
         Message<&CSimEditView::OnLButtonDown>(kMsgLButtonDown),
         Message<&CSimEditView::OnLButtonUp>(kMsgLButtonUp),
         Message<&CSimEditView::OnLButtonDblClk>(kMsgLButtonDblClk),

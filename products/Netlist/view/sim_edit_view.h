@@ -171,6 +171,7 @@ public:
     void OnEndPrinting(CDC& dc, CPrintInfo& info) override;
     /// Takes the Delete key, which deletes whatever an accelerator says.
     bool PreTranslateKey(unsigned key, unsigned modifiers) override;
+    IAccessibleText* GetAccessibleText() override;
 
     /// The view has become the active one of its document (activate), or losing is no longer it:
     /// tells the document, and the instance or the desktop.
@@ -186,6 +187,7 @@ protected:
 private:
     friend class PaintGathering;
     class CaretPause;
+    class ReaderText;
     class ReplayKeys;
     struct Motion;
 
@@ -206,6 +208,7 @@ private:
     std::intptr_t OnKeyDown(std::uintptr_t key, std::intptr_t flags);
     /// @param character a 16-bit unit @param flags 0: no command is made
     std::intptr_t OnChar(std::uintptr_t character, std::intptr_t flags);
+    std::intptr_t OnPaste(std::uintptr_t, std::intptr_t);
 
     // Commands.
     void OnEditClear();
@@ -281,6 +284,7 @@ private:
     void InsertPiece(std::string_view piece, bool isFirst, bool hasLineEnd);
     bool FindBoxTakes(unsigned message) const;
     bool CopyToClipboard() const;
+    void PasteFromClipboard();
     void GoToBookmark(std::int32_t step);
     std::int32_t ReplayActions(std::int32_t count, std::int32_t (EditReplay::*replay)(),
                                const RecordList& (CSimEditDoc::*list)() const);
@@ -382,6 +386,7 @@ private:
     bool m_ArrowShown = false;         ///< instead of the I-beam
     std::optional<CRect> m_ShownCaret; ///< as the window was told last
 
+    std::unique_ptr<ReaderText> m_ReaderText; ///< made when first asked for
     std::unique_ptr<PrintLayout> m_Print; ///< of the print job that runs, else null
 
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends

@@ -82,9 +82,20 @@ void CSimEditView::CutSelection() {
 }
 
 void CSimEditView::PasteClipboard() {
+    if (!FindBoxTakes(kMsgPaste))
+        PasteFromClipboard();
+}
+
+/// The middle button's paste is for the view that was clicked, whoever has the focus.
+std::intptr_t CSimEditView::OnPaste(std::uintptr_t, std::intptr_t) {
+    PasteFromClipboard();
+    return 0;
+}
+
+void CSimEditView::PasteFromClipboard() {
     IBackendDesk* const desk = GetBackend();
     CBaseEditor* const editor = GetEditor();
-    if (FindBoxTakes(kMsgPaste) || !desk || !editor)
+    if (!desk || !editor)
         return;
     const std::optional<AString> text = desk->GetClipboardText();
     if (!text || text->empty())

@@ -61,11 +61,15 @@ void CSimEditView::TakeChangedOptions() {
     SetBookmarkColor(static_cast<ColorRef>(CNetlistApp::Get().GetOptions().BMColor));
 }
 
+/// The column at the left edge stays there.
 void CSimEditView::SetFont(bool refresh) {
+    const CaretPause pause(*this);
+    const int column = GetScrollPosition().x / m_CharWidth;
     MeasureFont();
     if (!refresh)
         return;
     FitToClient();
+    SetScrollPosition({ColumnX(column), GetScrollPosition().y});
     if (CanPaint())
         Invalidate();
 }

@@ -90,7 +90,6 @@ void CSimEditView::DragSelection(CPoint point) {
     if (source.DoDragDrop() != DropEffect::none || alive.expired() ||
         !IsSamePlace(desk->GetPointer(), before))
         return;
-    m_WantedColumn = 0;
     CancelSelection();
     SetCaretFromPoint(point, true, false, false);
 }
