@@ -94,9 +94,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     for (const CRegExp* const each : {&expression, &thorough, &hasty}) {
         const RegSpan span = each->MatchFrom(whole);
         Require(span.start == expression.SubStart(0) && span.length == expression.SubLength(0));
+        Require(each->StartFrom(whole) == span.start);
         for (std::size_t at = 0; at <= std::min<std::size_t>(subject.size(), 50); ++at) {
             const std::ptrdiff_t length = each->MatchAt(whole, at, 0);
             Require(length == expression.MatchAt(whole, at, 0));
+            Require(each->MatchesAt(whole, at, 0) == (length >= 0));
             const auto offset = static_cast<std::ptrdiff_t>(at);
             Require(!matched || offset >= span.start ? offset != span.start || length == span.length
                                                      : length < 0);

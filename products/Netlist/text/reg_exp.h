@@ -85,6 +85,12 @@ public:
     /// Allocates nothing unless the expression proves hard on this subject.
     std::ptrdiff_t MatchAt(const RegSubject& subject, std::size_t at, std::size_t tailStart) const;
 
+    /// The start alone of MatchFrom's span, -1 if there is none, and whether MatchAt gives a
+    /// length. What lies in a match costs as tries in vain do, so that calls that ask for the same
+    /// match again and again stay linear in the subject all together.
+    std::ptrdiff_t StartFrom(const RegSubject& subject, std::size_t tailStart = 0) const;
+    bool MatchesAt(const RegSubject& subject, std::size_t at, std::size_t tailStart) const;
+
     /// The character with which every match must start, 0 if none is known.
     unsigned char FirstChar() const;
     /// Whether the expression has one branch only, and that begins with "^".

@@ -6,6 +6,7 @@
 #include "temporary_file.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <utility>
 
@@ -18,12 +19,13 @@ constexpr std::string_view kTemporaryPrefix = "cfg";
 constexpr std::size_t kMostDescriptions = 1000;
 
 /// The values of a counted list of keys, for the numbers that are there.
-std::vector<AString> ReadList(const sys::ProfileFile& file, const std::string& section,
-                              std::string_view countKey, std::string_view stem,
-                              EntryAllowance& allowance, std::vector<DroppedExpression>& dropped) {
+std::vector<AString> ReadList(const sys::ProfileFile& file, KeyNumbers& numbers,
+                              const std::string& section, std::string_view countKey,
+                              std::string_view stem, EntryAllowance& allowance,
+                              std::vector<DroppedExpression>& dropped) {
     std::vector<AString> values;
     const std::int32_t count = file.GetInt(section, countKey);
-    for (const std::int32_t d : file.GetNumberedKeys(section, stem, count)) {
+    for (const std::int32_t d : numbers.Below(count, section, stem)) {
         const std::string key = std::string(stem) + std::to_string(d);
         const std::string value(file.GetString(section, key));
         if (!allowance.Take()) {
@@ -36,17 +38,27 @@ std::vector<AString> ReadList(const sys::ProfileFile& file, const std::string& s
 }
 
 /// The path of a description file: unchanged if it is absolute or holds a colon, else behind the
-/// directory of the configuration. Both slashes separate.
+/// directory of the configuration. Both slashes separate in the value.
 std::string DescriptionPath(std::string_view value, const std::string& sourcePath) {
-    const auto toSlash = [](std::string path) {
-        std::replace(path.begin(), path.end(), '\\', '/');
+    std::string path(value);
+    std::replace(path.begin(), path.end(), '\\', '/');
+    const bool isRooted = path.front() == '/';
+    if (path.size() >= 2 && (isRooted || path.find(':') != std::string::npos))
         return path;
-    };
-    const bool isRooted = value.front() == '/' || value.front() == '\\';
-    if (value.size() >= 2 && (isRooted || value.find(':') != std::string_view::npos))
-        return toSlash(std::string(value));
-    const std::string source = toSlash(sourcePath);
-    return source.substr(0, source.rfind('/') + 1) + toSlash(std::string(value));
+    return sourcePath.substr(0, sourcePath.rfind('/') + 1) + path;
+}
+
+/// A description file with what is known of it.
+struct DescriptionFile {
+    sys::ProfileFile profile;
+    KeyNumbers numbers{profile};
+};
+
+/// One name for all paths of a file.
+std::string NameOfFile(const std::string& path) {
+    std::error_code error;
+    const std::filesystem::path name = std::filesystem::weakly_canonical(path, error);
+    return error ? path : name.string();
 }
 
 /// Opens a file through a temporary copy, which is gone again when this returns; the file itself
@@ -72,10 +84,11 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
         return result;
     EntryAllowance allowance;
     allowance.Allow(config);
-    std::map<std::string, sys::ProfileFile> files; // one that several name is opened once
+    KeyNumbers numbers(config);
+    std::map<std::string, DescriptionFile> files; // one that several name is opened once
     const std::string list = "SyntaxColoring";
     const std::int32_t count = config.GetInt(list, "NumberOfDscr");
-    for (const std::int32_t d : config.GetNumberedKeys(list, "Dscr", count)) {
+    for (const std::int32_t d : numbers.Below(count, list, "Dscr")) {
         const std::string key = "Dscr" + std::to_string(d);
         const std::string section(config.GetString(list, key));
         if (section.empty())
@@ -89,19 +102,21 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
         auto syntax = std::make_unique<CSyntaxDscr>();
         DescriptionReport report;
         report.section = section;
-        syntax->FileExts =
-            ReadList(config, section, "NumberOfFileExt", "FileExt", allowance, report.dropped);
-        syntax->Languages =
-            ReadList(config, section, "NumberOfLanguages", "Language", allowance, report.dropped);
+        syntax->FileExts = ReadList(config, numbers, section, "NumberOfFileExt", "FileExt",
+                                    allowance, report.dropped);
+        syntax->Languages = ReadList(config, numbers, section, "NumberOfLanguages", "Language",
+                                     allowance, report.dropped);
         if (const auto value = config.GetString(section, "DscrFile"); !value.empty()) {
             report.file = DescriptionPath(value, sourcePath);
-            const auto [file, isNew] = files.try_emplace(report.file);
+            const auto [known, isNew] = files.try_emplace(NameOfFile(report.file));
+            DescriptionFile& file = known->second;
             if (isNew) {
-                static_cast<void>(OpenByCopy(file->second, report.file));
-                allowance.Allow(file->second);
+                static_cast<void>(OpenByCopy(file.profile, report.file));
+                allowance.Allow(file.profile);
             }
-            report.unreadable = !file->second.HasFile();
-            ReadDescription(file->second, *syntax, allowance, reports ? &report.dropped : nullptr);
+            report.unreadable = !file.profile.HasFile();
+            ReadDescription(file.profile, file.numbers, *syntax, allowance,
+                            reports ? &report.dropped : nullptr);
         }
         result.push_back(std::move(syntax));
         if (reports)

@@ -1,10 +1,9 @@
 #include "description_reader.h"
 
 #include <algorithm>
-#include <map>
+#include <limits>
 #include <optional>
 #include <set>
-#include <utility>
 
 namespace {
 
@@ -29,9 +28,10 @@ std::string WithoutCase(std::string_view name) {
 
 class DescriptionReader {
 public:
-    DescriptionReader(const sys::ProfileFile& file, CSyntaxDscr& syntax, EntryAllowance& allowance,
-                      std::vector<DroppedExpression>* dropped)
-        : m_file(file), m_syntax(syntax), m_allowance(allowance), m_dropped(dropped) {}
+    DescriptionReader(const sys::ProfileFile& file, KeyNumbers& numbers, CSyntaxDscr& syntax,
+                      EntryAllowance& allowance, std::vector<DroppedExpression>* dropped)
+        : m_file(file), m_numbers(numbers), m_syntax(syntax), m_allowance(allowance),
+          m_dropped(dropped) {}
 
     void Read() {
         m_caseSensitivity = m_file.GetInt("General", "CaseSensitivity", 1);
@@ -65,7 +65,7 @@ private:
     void ReadGroups(std::string_view section, std::string_view countKey, std::string_view stem,
                     Stems stems, EntryReader read) {
         const std::int32_t count = m_file.GetInt(section, countKey);
-        for (const std::int32_t d : m_file.GetNumberedKeys(section, stem, count)) {
+        for (const std::int32_t d : m_numbers.Below(count, section, stem)) {
             const Source source{Numbered(stem, d), m_file.GetString(section, Numbered(stem, d))};
             m_group = section; // that is where a group too many stands
             if (!Take(source))
@@ -106,10 +106,10 @@ private:
     }
 
     /// The numbers below the group's count for which one of the keys is there.
-    std::vector<std::int32_t> Numbers(Stems stems, std::int32_t count) const {
+    std::vector<std::int32_t> Numbers(Stems stems, std::int32_t count) {
         std::vector<std::int32_t> numbers;
         for (const std::string_view stem : stems) {
-            const auto more = m_file.GetNumberedKeys(m_group, stem, count);
+            const auto more = m_numbers.Below(count, m_group, stem);
             numbers.insert(numbers.end(), more.begin(), more.end());
         }
         std::sort(numbers.begin(), numbers.end());
@@ -202,6 +202,7 @@ private:
     }
 
     const sys::ProfileFile& m_file;
+    KeyNumbers& m_numbers;
     CSyntaxDscr& m_syntax;
     EntryAllowance& m_allowance;
     std::vector<DroppedExpression>* m_dropped;
@@ -240,7 +241,16 @@ bool EntryAllowance::Take() {
     return true;
 }
 
-void ReadDescription(const sys::ProfileFile& file, CSyntaxDscr& syntax, EntryAllowance& allowance,
-                     std::vector<DroppedExpression>* dropped) {
-    DescriptionReader(file, syntax, allowance, dropped).Read();
+std::span<const std::int32_t> KeyNumbers::Below(std::int32_t count, std::string_view section,
+                                                std::string_view stem) {
+    const auto [known, isNew] = m_known.try_emplace({WithoutCase(section), std::string(stem)});
+    std::vector<std::int32_t>& numbers = known->second;
+    if (isNew)
+        numbers = m_file.GetNumberedKeys(section, stem, std::numeric_limits<std::int32_t>::max());
+    return {numbers.begin(), std::lower_bound(numbers.begin(), numbers.end(), count)};
+}
+
+void ReadDescription(const sys::ProfileFile& file, KeyNumbers& numbers, CSyntaxDscr& syntax,
+                     EntryAllowance& allowance, std::vector<DroppedExpression>* dropped) {
+    DescriptionReader(file, numbers, syntax, allowance, dropped).Read();
 }

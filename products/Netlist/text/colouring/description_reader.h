@@ -6,7 +6,12 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <span>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 /// What the descriptions of one configuration may take together, however often they name each
 /// other's sections: what their files hold, and somewhat more.
@@ -36,11 +41,27 @@ private:
     std::ptrdiff_t m_textToAllow = kMostText - kRepeatedText;
 };
 
+/// The numbers of the numbered keys of one file, looked for once in each section.
+class KeyNumbers {
+public:
+    /// Borrows the file, which must stay as it is.
+    explicit KeyNumbers(const sys::ProfileFile& file) : m_file(file) {}
+
+    /// As sys::ProfileFile::GetNumberedKeys. What it gives stays until the object goes.
+    std::span<const std::int32_t> Below(std::int32_t count, std::string_view section,
+                                        std::string_view stem);
+
+private:
+    const sys::ProfileFile& m_file;
+    std::map<std::pair<std::string, std::string>, std::vector<std::int32_t>> m_known;
+};
+
 inline constexpr std::string_view kTooManyEntries = "too many entries";
 
 /// Reads a description file's ranges and tokens into a description. What the allowance has no room
 /// for is left out.
+/// @param numbers those of the file
 /// @param dropped null, or what gets each expression that keeps an entry out, once, in the order of
 ///        reading
-void ReadDescription(const sys::ProfileFile& file, CSyntaxDscr& syntax, EntryAllowance& allowance,
-                     std::vector<DroppedExpression>* dropped);
+void ReadDescription(const sys::ProfileFile& file, KeyNumbers& numbers, CSyntaxDscr& syntax,
+                     EntryAllowance& allowance, std::vector<DroppedExpression>* dropped);

@@ -188,30 +188,35 @@ bool LineScanner::CanOpenBehind(std::size_t column) const {
 }
 
 /// The range that opens first at or behind column, the one with the highest index on equal starts.
+/// Only of that one it is asked how far the match goes: the others may be found again and again.
 std::size_t LineScanner::FirstOpen(std::size_t column, Match& match) {
     std::size_t first = kNone;
     EnterSubject(column);
     for (std::size_t index = m_ranges.size(); index-- > 0;) {
-        const Match open = NextOpen(m_ranges[index], column);
-        if (open.start < match.start) {
-            match = open;
+        const std::size_t start = NextOpen(m_ranges[index], column);
+        if (start < match.start) {
+            match.start = start;
             first = index;
         }
+    }
+    if (first != kNone) {
+        const std::ptrdiff_t length = m_ranges[first].open->MatchAt(
+            m_subject, match.start - m_subjectBegin, column - m_subjectBegin);
+        match.behind = match.start + static_cast<std::size_t>(length);
     }
     return first;
 }
 
-/// The first place at or behind column where the range opens. A match that was found further on
-/// stays the next one, but an expression that looks at its subject's start may match there too.
-LineScanner::Match LineScanner::NextOpen(Range& range, std::size_t column) {
-    if (range.isKnown && range.next.start > column) {
-        const std::size_t tail = column - m_subjectBegin;
-        const std::ptrdiff_t length =
-            range.dependsOnStart ? range.open->MatchAt(m_subject, tail, tail) : -1;
-        return length < 0 ? range.next : Match{column, column + static_cast<std::size_t>(length)};
-    }
-    if (!range.isKnown || range.dependsOnStart || range.next.start < column) {
-        range.next = FindFrom(*range.open, column);
+/// The first place at or behind column where the range opens. One that was found further on stays
+/// the next one, but an expression that looks at its subject's start may match at column too.
+std::size_t LineScanner::NextOpen(Range& range, std::size_t column) {
+    const std::size_t tail = column - m_subjectBegin;
+    if (range.isKnown && range.next > column)
+        return range.dependsOnStart && range.open->MatchesAt(m_subject, tail, tail) ? column
+                                                                                    : range.next;
+    if (!range.isKnown || range.dependsOnStart || range.next < column) {
+        const std::ptrdiff_t start = range.open->StartFrom(m_subject, tail);
+        range.next = start < 0 ? kNone : m_subjectBegin + static_cast<std::size_t>(start);
         range.isKnown = true;
     }
     return range.next;

@@ -43,9 +43,9 @@ private:
         const CRegExp* close;
         std::uint32_t paletteIndex;
         bool dependsOnStart; ///< the open expression looks at where its subject begins
-        /// The first match at or behind a column that scans have reached, while they haven't
-        /// passed it; its start is kNone if there is none.
-        Match next{0, 0};
+        /// The first column of a match at or behind one that scans have reached, while they haven't
+        /// passed it; kNone if there is none.
+        std::size_t next = 0;
         bool isKnown = false;
     };
 
@@ -86,7 +86,7 @@ private:
     std::int32_t ScanRanges(std::size_t column);
     bool CanOpenBehind(std::size_t column) const;
     std::size_t FirstOpen(std::size_t column, Match& match);
-    Match NextOpen(Range& range, std::size_t column);
+    std::size_t NextOpen(Range& range, std::size_t column);
 
     void ScanTokens();
     bool GatherCandidates();

@@ -44,5 +44,5 @@ bool Separator::Matches(const RegSubject& text, std::size_t at) const {
         if (known)
             return *known;
     }
-    return m_expression->MatchAt(text, at, at) >= 0;
+    return m_expression->MatchesAt(text, at, at);
 }

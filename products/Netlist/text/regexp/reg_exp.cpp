@@ -81,7 +81,7 @@ bool CRegExp::Match(std::string_view subject) {
         return false;
     const RegGroups groups =
         program.HasGroups ? RegGroups{&program.StartPointers, &program.EndPointers} : RegGroups{};
-    const RegSpan span = m_engine->searcher->Find(whole, 0, groups);
+    const RegSpan span = m_engine->searcher->Find(whole, 0, RegWanted::Span, groups);
     if (!span.Found())
         return false;
     program.StartPointers[0] = m_subject + span.start;
@@ -108,14 +108,26 @@ int CRegExp::GroupCount() const {
 RegSpan CRegExp::MatchFrom(const RegSubject& subject, std::size_t tailStart) const {
     if (!IsValid() || tailStart > subject.Length())
         return {};
-    return m_engine->searcher->Find(subject, tailStart, {});
+    return m_engine->searcher->Find(subject, tailStart, RegWanted::Span);
+}
+
+std::ptrdiff_t CRegExp::StartFrom(const RegSubject& subject, std::size_t tailStart) const {
+    if (!IsValid() || tailStart > subject.Length())
+        return -1;
+    return m_engine->searcher->Find(subject, tailStart, RegWanted::Start).start;
 }
 
 std::ptrdiff_t CRegExp::MatchAt(const RegSubject& subject, std::size_t at,
                                 std::size_t tailStart) const {
     if (!IsValid() || tailStart > at || at > subject.Length())
         return -1;
-    return m_engine->searcher->LengthAt(subject, at, tailStart);
+    return m_engine->searcher->LengthAt(subject, at, tailStart, RegWanted::Span);
+}
+
+bool CRegExp::MatchesAt(const RegSubject& subject, std::size_t at, std::size_t tailStart) const {
+    if (!IsValid() || tailStart > at || at > subject.Length())
+        return false;
+    return m_engine->searcher->LengthAt(subject, at, tailStart, RegWanted::Start) >= 0;
 }
 
 unsigned char CRegExp::FirstChar() const {

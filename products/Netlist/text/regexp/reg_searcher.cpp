@@ -37,6 +37,7 @@ void RegSearcher::Begin(const RegSubject& subject) {
         m_serial = subject.Serial();
         const std::size_t waste = m_limits.waste == 0 ? 0 : m_limits.waste + subject.Length() / 4;
         m_waste = static_cast<std::ptrdiff_t>(waste);
+        m_mustHaveAt = nullptr;
     }
 }
 
@@ -47,7 +48,8 @@ RegViability& RegSearcher::Thorough(const RegSubject& subject) {
     return *m_thorough;
 }
 
-RegTry RegSearcher::Try(const RegTail& tail, const char* at, const RegGroups& groups) {
+RegTry RegSearcher::Try(const RegTail& tail, const char* at, RegWanted wanted,
+                        const RegGroups& groups) {
     const RegAllowance allowance{m_waste + kFreeSteps, m_limits.depth};
     const RegTry tried = TryRegProgram(m_program.Program, tail, at, allowance, groups);
     const std::ptrdiff_t taken = allowance.steps - tried.left;
@@ -55,17 +57,28 @@ RegTry RegSearcher::Try(const RegTail& tail, const char* at, const RegGroups& gr
     if (tried.outcome == RegTry::GaveUp) {
         m_waste = 0;
     } else {
-        const std::ptrdiff_t free = kFreeSteps + kFreeStepsPerByte * (tried.end - at);
+        const std::ptrdiff_t passed = wanted == RegWanted::Span ? tried.end - at : 0;
+        const std::ptrdiff_t free = kFreeSteps + kFreeStepsPerByte * passed;
         m_waste = std::max<std::ptrdiff_t>(m_waste - std::max<std::ptrdiff_t>(taken - free, 0), 0);
     }
     return tried;
 }
 
-bool RegSearcher::LacksMustHave(const RegTail& tail) const {
-    const auto length = static_cast<std::size_t>(tail.end - tail.begin);
-    return m_program.MustLength != 0 &&
-           (length < m_program.MustLength ||
-            memmem(tail.begin, length, m_program.MustHave, m_program.MustLength) == nullptr);
+bool RegSearcher::LacksMustHave(const RegTail& tail) {
+    if (m_program.MustLength == 0)
+        return false;
+    const bool isKnown = m_mustHaveAt != nullptr && m_mustHaveFrom <= tail.begin &&
+                         (tail.begin <= m_mustHaveAt || m_mustHaveAt == tail.end);
+    if (!isKnown) {
+        const auto length = static_cast<std::size_t>(tail.end - tail.begin);
+        const void* const found =
+            length < m_program.MustLength
+                ? nullptr
+                : memmem(tail.begin, length, m_program.MustHave, m_program.MustLength);
+        m_mustHaveFrom = tail.begin;
+        m_mustHaveAt = found == nullptr ? tail.end : static_cast<const char*>(found);
+    }
+    return m_mustHaveAt == tail.end;
 }
 
 const char* RegSearcher::NextStart(const RegTail& tail, const char* from) const {
@@ -91,12 +104,12 @@ const char* RegSearcher::StartBehind(const RegTail& tail, const char* failed) co
     return failed == tail.end ? nullptr : failed + 1;
 }
 
-RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart,
+RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart, RegWanted wanted,
                           const RegGroups& groups) {
     const RegTail tail{subject.Begin() + tailStart, subject.End()};
+    Begin(subject);
     if (LacksMustHave(tail))
         return {};
-    Begin(subject);
     const char* at = tail.begin;
     while (m_waste > 0) {
         const char* const from = at;
@@ -104,7 +117,7 @@ RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart,
         if (at == nullptr)
             return {};
         m_steps += static_cast<std::uint64_t>(at - from);
-        const RegTry tried = Try(tail, at, groups);
+        const RegTry tried = Try(tail, at, wanted, groups);
         if (tried.outcome == RegTry::Matched)
             return {at - subject.Begin(), tried.end - at};
         if (tried.outcome == RegTry::Failed) {
@@ -113,35 +126,44 @@ RegSpan RegSearcher::Find(const RegSubject& subject, std::size_t tailStart,
                 return {};
         }
     }
-    return FindThoroughly(subject, tail, groups);
+    return FindThoroughly(subject, tail, wanted, groups);
 }
 
 RegSpan RegSearcher::FindThoroughly(const RegSubject& subject, const RegTail& tail,
-                                    const RegGroups& groups) {
+                                    RegWanted wanted, const RegGroups& groups) {
     if (groups.starts != nullptr) { // the try that gave up has left what it had stored
         groups.starts->fill(nullptr);
         groups.ends->fill(nullptr);
     }
     RegViability& thorough = Thorough(subject);
-    const char* const start = m_program.Anchored ? tail.begin : thorough.FindStart(tail);
+    const char* start = nullptr;
+    if (!m_program.Anchored)
+        start = thorough.FindStart(tail);
+    else if (thorough.IsStart(tail, tail.begin))
+        start = tail.begin;
     if (start == nullptr)
         return {};
+    if (wanted == RegWanted::Start)
+        return {start - subject.Begin(), 0};
     const char* const end = thorough.MatchEnd(tail, start, groups);
     return end == nullptr ? RegSpan{} : RegSpan{start - subject.Begin(), end - start};
 }
 
 std::ptrdiff_t RegSearcher::LengthAt(const RegSubject& subject, std::size_t at,
-                                     std::size_t tailStart) {
+                                     std::size_t tailStart, RegWanted wanted) {
     const RegTail tail{subject.Begin() + tailStart, subject.End()};
     const char* const start = subject.Begin() + at;
     if (!m_firsts.Has(tail.At(start)))
         return -1;
     Begin(subject);
     if (m_waste > 0) {
-        const RegTry tried = Try(tail, start, {});
+        const RegTry tried = Try(tail, start, wanted, {});
         if (tried.outcome != RegTry::GaveUp)
             return tried.outcome == RegTry::Matched ? tried.end - start : -1;
     }
-    const char* const end = Thorough(subject).MatchEnd(tail, start, {});
+    RegViability& thorough = Thorough(subject);
+    if (wanted == RegWanted::Start)
+        return thorough.IsStart(tail, start) ? 0 : -1;
+    const char* const end = thorough.MatchEnd(tail, start, {});
     return end == nullptr ? -1 : end - start;
 }

@@ -33,6 +33,8 @@ public:
 
     /// The leftmost start of a match in the tail, null if there is none.
     const char* FindStart(const RegTail& tail);
+    /// Whether a match starts at `at`.
+    bool IsStart(const RegTail& tail, const char* at) { return Enter(at, tail) != kNowhere; }
     /// The end of the match that starts at `at`, null if there is none. Stores the groups if asked
     /// to.
     const char* MatchEnd(const RegTail& tail, const char* at, const RegGroups& groups);

@@ -98,6 +98,21 @@ TEST(Colouring, CrowdedLines) {
         ASSERT_NO_FATAL_FAILURE(longLine.Check(std::string(length, 'a'), -1));
 }
 
+/// Ranges and separators whose matches reach to the line's end from each column aren't passed over
+/// from each.
+TEST(Colouring, CostsNoMoreForMatchesThatReachFar) {
+    CSyntaxDscr syntax;
+    Fill(syntax, {{"[a-z]*;", "$"}, {"\\<[a-z]*;", "$"}, {"a", "c*"}}, {{"#", ".", "[#a]*;"}});
+    for (const char c : {'a', '#'}) {
+        CSimEditLine line(std::string(50000, c) + ';');
+        line.ColourLine(-1, &syntax);
+        EXPECT_EQ(line.Colors().ToVector().size(), c == 'a' ? 50001u : 25001u);
+    }
+    for (const auto& range : syntax.Ranges())
+        EXPECT_LE(range->Open.Steps(), 50000u * 100);
+    EXPECT_LE(syntax.Tokens()[0]->StopSep->Steps(), 50000u * 100);
+}
+
 /// What was learnt of the part before a NUL says nothing of the part behind it.
 TEST(Colouring, PartsBetweenNulsAreSubjectsOfTheirOwn) {
     using namespace std::string_literals;

@@ -56,6 +56,20 @@ TEST(RegCost, AllCallsOnOneSubjectTogetherAreLinear) {
     }
 }
 
+/// Matches that reach far are found again and again, and not passed over.
+TEST(RegCost, AskingForStartsAloneIsLinear) {
+    constexpr std::size_t kLength = 50000;
+    const std::string line = std::string(kLength, 'a') + ';';
+    const RegSubject subject(line);
+    for (const char* const text : {"[a-z]*;", "a+;", "(a|aa)*;", "(a|b)*", "^(a|b)*;"}) {
+        const CRegExp expression(text);
+        for (std::size_t at = 0; at < kLength; ++at)
+            ASSERT_TRUE(expression.MatchesAt(subject, at, at) &&
+                        expression.StartFrom(subject, at) == static_cast<std::ptrdiff_t>(at));
+        EXPECT_LE(expression.Steps(), kLength * 40) << text;
+    }
+}
+
 TEST(RegCost, WhatHardSearchesHoldIsGivenBack) {
     const std::size_t before = CRegExp::HolderCount();
     const CRegExp expression("(a|aa)*[bc]");

@@ -159,16 +159,19 @@ private:
         const RegSubject whole(subject);
         const std::size_t last =
             expected.start < 0 ? subject.size() : static_cast<std::size_t>(expected.start);
-        for (std::size_t at = 0; at <= last; ++at)
-            ASSERT_EQ(ours.MatchAt(whole, at, 0),
-                      static_cast<int>(at) == expected.start ? expected.length : -1)
+        for (std::size_t at = 0; at <= last; ++at) {
+            const int length = static_cast<int>(at) == expected.start ? expected.length : -1;
+            ASSERT_EQ(ours.MatchAt(whole, at, 0), length)
                 << m_text << " at " << at << " of '" << subject << "'";
+            ASSERT_EQ(ours.MatchesAt(whole, at, 0), length >= 0) << m_text << " at " << at;
+        }
         const std::size_t from = subject.size() / 2;
         const RegTwin::Result tail = m_twin.Match(std::string_view(subject).substr(from));
         const RegSpan span = ours.MatchFrom(whole, from);
         const int start = tail.start < 0 ? -1 : tail.start + static_cast<int>(from);
         ASSERT_EQ(span.start, start) << m_text << " from " << from << " of '" << subject << "'";
         ASSERT_EQ(span.length, tail.length) << m_text << " in '" << subject << "'";
+        ASSERT_EQ(ours.StartFrom(whole, from), start) << m_text << " in '" << subject << "'";
     }
 
     std::string m_text;
