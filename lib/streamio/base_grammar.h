@@ -173,6 +173,8 @@ public:
             kNumber
         };
         First first[0x100];
+        /// What the character alone reads as, if that is one token; else Null.
+        TokenKind alone[0x100];
         /// True when every state has one of the two usual handlers and numbers have their usual
         /// form, so that a token may be read at one go.
         bool isUsual;

@@ -85,6 +85,11 @@ public:
         mRep = other.mRep;
         other.mRep.form = 0;
     }
+    /// Gives the text up; the kind stays.
+    void DropText() noexcept {
+        Release();
+        mRep.form = 0;
+    }
 
     TokenKind GetKind() const noexcept { return mRep.kind; }
     bool IsNumber() const noexcept { return IsNumberKind(mRep.kind); }
@@ -100,18 +105,31 @@ public:
     }
 
     /// The number; 0 for a kind without one.
-    double GetNumber() const noexcept;
+    double GetNumber() const noexcept {
+        if (!IsNumber())
+            return 0;
+        double number;
+        std::memcpy(&number, IsShared() ? Shared() : reinterpret_cast<const char*>(&mRep.units[3]),
+                    sizeof number);
+        return number;
+    }
 
     /// The text of a text kind, or the kept letters of True and False, valid while this token
     /// stays as it is; empty for all other kinds, numbers with source text included. The units
     /// behind it are not a terminator.
-    std::u16string_view GetTextView() const noexcept;
+    std::u16string_view GetTextView() const noexcept {
+        if (!MayHaveText(mRep.kind))
+            return {};
+        if (!IsShared())
+            return {mRep.units, mRep.form};
+        return {reinterpret_cast<const char16_t*>(Shared()), SharedLength()};
+    }
     /// The text, or a number's source text, as a string of its own.
     AString GetText() const;
     /// The same at the end of a string.
     void AppendTextTo(std::u16string& out) const;
     /// Units of GetText.
-    std::size_t GetTextLength() const noexcept;
+    std::size_t GetTextLength() const noexcept { return IsShared() ? SharedLength() : mRep.form; }
     bool HasText() const noexcept { return GetTextLength() != 0; }
     /// Writes a number's source text to `out`, which has room for GetTextLength characters, and
     /// returns their number; 0 for other kinds.
@@ -136,6 +154,9 @@ private:
         char16_t units[kInlineUnits];
     };
 
+    static bool MayHaveText(TokenKind kind) noexcept {
+        return IsTextKind(kind) || kind == TokenKind::True || kind == TokenKind::False;
+    }
     /// The first eight bytes without units.
     static std::uint64_t HeadOf(TokenKind kind, std::size_t form) noexcept {
         static_assert(std::endian::native == std::endian::little);

@@ -87,8 +87,11 @@ private:
     void ReadNumber(std::uint32_t tag);
     void ReadText(TokenKind kind, bool isLong);
 
+    char16_t* GetRoom(std::size_t count);
+    void TakeRoom(TokenKind kind, std::size_t count);
     void Put(TokenKind kind, std::u16string_view units);
     void PutTag(TokenKind kind);
+    bool PutPlainText(TokenKind kind, std::u16string_view text);
     void PutText(TokenKind kind, std::u16string_view text);
     void PutBytes(TokenKind kind, unsigned tagBase, std::uint64_t bytes, unsigned length);
     template <class Integer>

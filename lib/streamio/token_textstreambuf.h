@@ -116,12 +116,13 @@ private:
     bool NeedsBlank(TokenKind previousKind, char16_t lastChar, TokenKind newKind,
                     char16_t firstChar) const;
     void Separate(TokenKind previousKind, char16_t lastChar, TokenKind newKind, char16_t firstChar);
+    bool TakeRoom(std::size_t count, char16_t allBits, char16_t last);
     void PutUtf8(std::u16string_view text);
+    void PutSlowly(std::u16string_view text);
     void Put(std::u16string_view text);
-    void Put(char16_t ch) {
-        Put(std::u16string_view(&ch, 1));
-    }
+    void Put(char16_t ch);
     void PutToken(std::u16string_view text, TokenKind kind);
+    bool PutPlainQuoted(std::u16string_view text, char16_t quote);
     void PutQuoted(std::u16string_view text, char16_t quote, TokenKind kind);
     bool CanBeCData(std::u16string_view text) const;
     void PutCData(std::u16string_view text);

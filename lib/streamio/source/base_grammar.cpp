@@ -184,6 +184,10 @@ void CBase_grammar::MakeFast() const {
     for (unsigned state = 0; state < kStateCount; ++state)
         mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
     mIsFastValid = true;
+    for (char16_t ch = 0; ch < 0x100; ++ch) {
+        TokenKind kind;
+        mFast->alone[ch] = IsOneToken({&ch, 1}, kind) ? kind : TokenKind::Null;
+    }
 }
 
 CBase_grammar::FastTables::First CBase_grammar::FindFirst(char16_t ch) const {

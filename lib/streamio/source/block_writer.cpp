@@ -29,17 +29,18 @@ static bool IsNullArg(const CBlock_item& item) {
 void Block_writer::Write(const CBlock_item& root) {
     if (!mStream)
         return;
-    bool isBehindNull = false;
+    bool isBehindNull = false; // the item in front is such an argument
     for (Item_walk walk(root); walk.Next();) {
         const CBlock_item& item = walk.GetItem();
         const bool isEnd = walk.GetMeeting() != Item_walk::Meeting::kOpen;
+        const bool isArg = walk.GetParent() && walk.GetParent()->IsFunc();
+        const bool isNull = isArg && IsNullArg(item);
         if (walk.GetMeeting() == Item_walk::Meeting::kClose) {
-            if (isBehindNull && item.IsFunc())
+            if (isBehindNull)
                 mBuffer->WriteSymbol(u',');
             WriteClose(item);
         } else {
-            if (!walk.IsFirst() && walk.GetParent()->IsFunc() &&
-                (!mIsBinary || isBehindNull || IsNullArg(item)))
+            if (isArg && !walk.IsFirst() && (!mIsBinary || isBehindNull || isNull))
                 WriteComma();
             if (isEnd)
                 WriteLeaf(item);
@@ -48,7 +49,7 @@ void Block_writer::Write(const CBlock_item& root) {
         }
         if (isEnd && walk.GetParent() && walk.GetParent()->IsBlock())
             mBuffer->EndLine(false);
-        isBehindNull = IsNullArg(item);
+        isBehindNull = isNull;
     }
 }
 
@@ -217,16 +218,15 @@ bool Block_writer::IsTrueOrFalse(std::u16string_view text) const {
 bool Block_writer::IsKnownName(std::u16string_view text) {
     if (text.empty() || text.size() > CToken::kInlineUnits)
         return IsPlainName(text);
-    Short_name name{};
-    std::copy(text.begin(), text.end(), name.begin());
-    name.back() = static_cast<char16_t>(text.size());
     const std::size_t hash = text.front() * 3u + text.back() * 5u + text.size();
     Short_name& known = mPlainNames[hash % mPlainNames.size()];
-    if (known == name)
+    if (text == std::u16string_view(known.units.data(), known.length))
         return true;
     const bool isPlain = IsPlainName(text);
-    if (isPlain)
-        known = name;
+    if (isPlain) {
+        std::copy(text.begin(), text.end(), known.units.begin());
+        known.length = static_cast<std::uint8_t>(text.size());
+    }
     return isPlain;
 }
 

@@ -39,8 +39,11 @@ private:
     bool IsTrueOrFalse(std::u16string_view text) const;
     bool IsPlainNumber(std::u16string_view text) const;
 
-    /// A short text, zeros, and its length.
-    using Short_name = std::array<char16_t, CToken::kInlineUnits + 1>;
+    /// A short text.
+    struct Short_name {
+        std::array<char16_t, CToken::kInlineUnits> units;
+        std::uint8_t length;
+    };
     bool IsKnownName(std::u16string_view text);
 
     CToken_ostream* mStream;

@@ -73,6 +73,13 @@ void ShowPoint(std::size_t start, bool isGeneral, int precision, std::u16string&
     out.insert(end, added);
 }
 
+/// True when an integer goes out in its decimal digits, with a sign if it is negative.
+bool IsPlain(const NumberFormat& format) {
+    const ios_base::fmtflags base = format.flags & ios_base::basefield;
+    return base != ios_base::oct && base != ios_base::hex && !(format.flags & ios_base::showpos) &&
+           format.width <= 1;
+}
+
 /// Widens `out`, of which `prefix` characters are sign and prefix, and sets its case.
 void Finish(const NumberFormat& format, std::size_t prefix, std::u16string& out) {
     if (format.flags & ios_base::uppercase)
@@ -108,6 +115,13 @@ void FormatNumber(double number, const NumberFormat& format, std::u16string& out
 
 template <std::integral Integer>
 void FormatNumber(Integer number, const NumberFormat& format, std::u16string& out) {
+    if (IsPlain(format)) {
+        std::array<char, kUsualRoom> chars;
+        const char* const end = std::to_chars(chars.begin(), chars.end(), number).ptr;
+        out.resize(static_cast<std::size_t>(end - chars.data()));
+        std::copy<const char*>(chars.data(), end, out.begin());
+        return;
+    }
     const Base& base = FindRow(kBases, format.flags & ios_base::basefield);
     const bool isDecimal = base.base == 10;
     out = std::signed_integral<Integer> && isDecimal && number >= 0 &&

@@ -3,12 +3,40 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 #include <string_view>
 
 #include "token_streambuf.h"
 
 namespace io {
+
+/// Copies units, several at a time, and returns all their bits.
+inline char16_t CopyUnits(std::u16string_view text, char16_t* out) noexcept {
+    using Lane = std::uint64_t;
+    constexpr std::size_t kLane = sizeof(Lane) / sizeof(char16_t);
+    const std::size_t size = text.size();
+    Lane all = 0;
+    const auto copyLane = [&](std::size_t i) {
+        Lane lane;
+        std::memcpy(&lane, text.data() + i, sizeof lane);
+        std::memcpy(out + i, &lane, sizeof lane);
+        all |= lane;
+    };
+    if (size >= kLane) {
+        for (std::size_t i = 0; i < size - kLane; i += kLane)
+            copyLane(i);
+        copyLane(size - kLane); // again some that the lane in front of it has copied
+    } else {
+        for (std::size_t i = 0; i < size; ++i) {
+            all |= text[i];
+            out[i] = text[i];
+        }
+    }
+    all |= all >> 32;
+    return static_cast<char16_t>(all | all >> 16);
+}
 
 /// The get and put areas of any raw stream. The standard lets a derived class name the protected
 /// members of its base, and a member pointer then serves every object.

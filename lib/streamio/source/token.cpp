@@ -7,14 +7,6 @@
 
 namespace io {
 
-namespace {
-
-bool MayHaveText(TokenKind kind) {
-    return IsTextKind(kind) || kind == TokenKind::True || kind == TokenKind::False;
-}
-
-} // namespace
-
 CToken::CToken(TokenKind kind, double number) noexcept : CToken(kind) {
     if (IsNumberKind(kind))
         Store(3, number);
@@ -57,24 +49,6 @@ CToken::CToken(TokenKind kind, double number, std::string_view source, CToken_te
     std::memcpy(text + sizeof number, source.data(), source.size());
 }
 
-double CToken::GetNumber() const noexcept {
-    if (!IsNumber())
-        return 0;
-    if (!IsShared())
-        return Load<double>(3);
-    double number;
-    std::memcpy(&number, Shared(), sizeof number);
-    return number;
-}
-
-std::u16string_view CToken::GetTextView() const noexcept {
-    if (!MayHaveText(GetKind()))
-        return {};
-    if (!IsShared())
-        return {mRep.units, mRep.form};
-    return {reinterpret_cast<const char16_t*>(Shared()), SharedLength()};
-}
-
 std::size_t CToken::CopySource(char16_t* out) const noexcept {
     if (!IsNumber())
         return 0;
@@ -84,10 +58,6 @@ std::size_t CToken::CopySource(char16_t* out) const noexcept {
     else
         packed::Unpack(LoadPacked(), length, out);
     return length;
-}
-
-std::size_t CToken::GetTextLength() const noexcept {
-    return IsShared() ? SharedLength() : mRep.form;
 }
 
 void CToken::AppendTextTo(std::u16string& out) const {

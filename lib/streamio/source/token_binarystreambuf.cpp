@@ -208,6 +208,18 @@ void CToken_binarystreambuf::NewLine(AString& line) {
 
 // --- Output ---
 
+/// Room for a token of so many units that is written there at one go, and then taken note of by
+/// TakeRoom; null when the raw stream has no such room ready.
+inline char16_t* CToken_binarystreambuf::GetRoom(std::size_t count) {
+    return count <= RawArea::RoomSize(*mTokenStreamBuf) ? RawArea::Room(*mTokenStreamBuf) : nullptr;
+}
+
+inline void CToken_binarystreambuf::TakeRoom(TokenKind kind, std::size_t count) {
+    RawArea::Commit(*mTokenStreamBuf, count);
+    mWriteCount += count;
+    mLastKind = kind;
+}
+
 /// Writes the units of a token.
 void CToken_binarystreambuf::Put(TokenKind kind, std::u16string_view units) {
     PutUnits(units);
@@ -218,10 +230,31 @@ void CToken_binarystreambuf::Put(TokenKind kind, std::u16string_view units) {
 /// Writes a token of a tag alone.
 void CToken_binarystreambuf::PutTag(TokenKind kind) {
     const auto tag = static_cast<char16_t>(kind);
-    Put(kind, {&tag, 1});
+    if (char16_t* const room = GetRoom(1)) {
+        *room = tag;
+        TakeRoom(kind, 1);
+    } else {
+        Put(kind, {&tag, 1});
+    }
+}
+
+/// Writes a short text of ASCII at one go; false if it isn't that.
+inline bool CToken_binarystreambuf::PutPlainText(TokenKind kind, std::u16string_view text) {
+    constexpr std::size_t kHead = 2;
+    if (text.size() > kMostShort || kind == Symbol)
+        return false;
+    char16_t* const room = GetRoom(kHead + text.size());
+    if (!room || CopyUnits(text, room + kHead) >= 0x80)
+        return false;
+    room[0] = static_cast<char16_t>(TagOf(kind));
+    room[1] = static_cast<char16_t>(text.size());
+    TakeRoom(kind, kHead + text.size());
+    return true;
 }
 
 void CToken_binarystreambuf::PutText(TokenKind kind, std::u16string_view text) {
+    if (PutPlainText(kind, text))
+        return;
     mWriteUnits.clear();
     if (!IsAscii(text)) {
         mWriteBytes.clear();
@@ -245,10 +278,15 @@ void CToken_binarystreambuf::PutBytes(TokenKind kind, unsigned tagBase, std::uin
                                       unsigned length) {
     USE_ASSERT(length > 0 && length <= 8);
     std::array<char16_t, 1 + kMostBytes> units;
-    units[0] = static_cast<char16_t>(tagBase + length);
-    for (unsigned i = 0; i < length; ++i)
-        units[1 + i] = static_cast<char16_t>(bytes >> (kByteBits * i) & 0xFF);
-    Put(kind, {units.data(), 1 + length});
+    char16_t* const room = GetRoom(units.size());
+    char16_t* const out = room ? room : units.data();
+    out[0] = static_cast<char16_t>(tagBase + length);
+    for (unsigned i = 0; i < kMostBytes; ++i) // all of them, which costs less than to stop
+        out[1 + i] = static_cast<char16_t>(bytes >> (kByteBits * i) & 0xFF);
+    if (room)
+        TakeRoom(kind, 1 + length);
+    else
+        Put(kind, {units.data(), 1 + length});
 }
 
 template <class Integer>
@@ -327,10 +365,16 @@ void CToken_binarystreambuf::WriteKeyword(std::u16string_view text) {
 
 void CToken_binarystreambuf::WriteSymbol(char16_t ch) {
     const std::array<char16_t, 2> units{TagOf(Symbol), ch};
-    if (ch < 0x80)
-        Put(Symbol, {units.data(), units.size()});
-    else
+    char16_t* const room = GetRoom(units.size());
+    if (ch >= 0x80) {
         PutText(Symbol, {&ch, 1});
+    } else if (room) {
+        room[0] = units[0];
+        room[1] = units[1];
+        TakeRoom(Symbol, units.size());
+    } else {
+        Put(Symbol, {units.data(), units.size()});
+    }
 }
 
 void CToken_binarystreambuf::WriteWord(std::u16string_view text) {

@@ -18,7 +18,8 @@ namespace {
 constexpr char16_t kSingleQuote = u'\'';
 constexpr char16_t kDoubleQuote = u'"';
 constexpr char16_t kBackslash = u'\\';
-constexpr std::size_t kPiece = 256; ///< units that are converted at a time
+constexpr std::size_t kPiece = 256;    ///< units that are converted at a time
+constexpr std::size_t kMostPlain = 64; ///< units of quoted text that are tried at one go
 
 bool NeedsEscape(char16_t ch, char16_t quote) noexcept {
     return ch == quote || ch == kBackslash || chars::IsCntrl(ch);
@@ -52,47 +53,40 @@ void CToken_textstreambuf::PutUtf8(std::u16string_view text) {
     }
 }
 
-/// Copies units, several at a time, and returns all their bits.
-static char16_t CopyUnits(std::u16string_view text, char16_t* out) noexcept {
-    constexpr std::size_t kLane = sizeof(std::uint64_t) / sizeof(char16_t);
-    std::uint64_t lanes = 0;
-    char16_t all = 0;
-    std::size_t i = 0;
-    for (; text.size() - i >= kLane; i += kLane) {
-        std::uint64_t lane;
-        std::memcpy(&lane, text.data() + i, sizeof lane);
-        std::memcpy(out + i, &lane, sizeof lane);
-        lanes |= lane;
-    }
-    for (; i < text.size(); ++i) {
-        all = static_cast<char16_t>(all | text[i]);
-        out[i] = text[i];
-    }
-    lanes |= lanes >> 32;
-    return static_cast<char16_t>(all | lanes | lanes >> 16);
-}
-
-void CToken_textstreambuf::Put(std::u16string_view text) {
-    if (text.empty())
-        return;
+[[gnu::noinline]] void CToken_textstreambuf::PutSlowly(std::u16string_view text) {
     mLastChar = text.back();
     mWriteCount += text.size();
-    const bool isUtf8 = mEncoding == StreamEncoding::Utf8;
-    if (text.size() <= RawArea::RoomSize(*mTokenStreamBuf)) {
-        const char16_t all = CopyUnits(text, RawArea::Room(*mTokenStreamBuf));
-        if (!isUtf8 || all < 0x80) {
-            RawArea::Commit(*mTokenStreamBuf, text.size());
-            return;
-        }
-    }
-    isUtf8 ? PutUtf8(text) : PutUnits(text);
+    mEncoding == StreamEncoding::Utf8 ? PutUtf8(text) : PutUnits(text);
+}
+
+/// Makes units that have been put into the raw stream's room part of what is written, if they may
+/// go out as they stand.
+inline bool CToken_textstreambuf::TakeRoom(std::size_t count, char16_t allBits, char16_t last) {
+    if (allBits >= 0x80 && mEncoding == StreamEncoding::Utf8)
+        return false;
+    RawArea::Commit(*mTokenStreamBuf, count);
+    mWriteCount += count;
+    mLastChar = last;
+    return true;
+}
+
+inline void CToken_textstreambuf::Put(std::u16string_view text) {
+    if (text.empty() ||
+        (text.size() <= RawArea::RoomSize(*mTokenStreamBuf) &&
+         TakeRoom(text.size(), CopyUnits(text, RawArea::Room(*mTokenStreamBuf)), text.back())))
+        return;
+    PutSlowly(text);
+}
+
+inline void CToken_textstreambuf::Put(char16_t ch) {
+    Put(std::u16string_view(&ch, 1));
 }
 
 // --- Tokens ---
 
 /// Whether a blank must keep two tokens of a line apart.
-bool CToken_textstreambuf::NeedsBlank(TokenKind previousKind, char16_t lastChar, TokenKind newKind,
-                                      char16_t firstChar) const {
+inline bool CToken_textstreambuf::NeedsBlank(TokenKind previousKind, char16_t lastChar,
+                                             TokenKind newKind, char16_t firstChar) const {
     const auto has = [&](char16_t ch, std::uint32_t flag) {
         return (mGrammar->GetFlags(ch) & flag) != 0;
     };
@@ -108,8 +102,8 @@ bool CToken_textstreambuf::NeedsBlank(TokenKind previousKind, char16_t lastChar,
     return has(lastChar, kCharSign) && !has(firstChar, kCharSign);
 }
 
-void CToken_textstreambuf::Separate(TokenKind previousKind, char16_t lastChar, TokenKind newKind,
-                                    char16_t firstChar) {
+inline void CToken_textstreambuf::Separate(TokenKind previousKind, char16_t lastChar,
+                                           TokenKind newKind, char16_t firstChar) {
     if (newKind == TokenKind::Eol)
         return;
     if (previousKind == TokenKind::Eol) {
@@ -129,12 +123,33 @@ void CToken_textstreambuf::PutToken(std::u16string_view text, TokenKind kind) {
     mLastKind = kind;
 }
 
+/// Writes a short text in quotes, if it needs no escape; all at one go.
+bool CToken_textstreambuf::PutPlainQuoted(std::u16string_view text, char16_t quote) {
+    if (text.size() > kMostPlain || text.size() + 2 > RawArea::RoomSize(*mTokenStreamBuf))
+        return false;
+    char16_t* out = RawArea::Room(*mTokenStreamBuf);
+    char16_t all = 0;
+    *out++ = quote;
+    for (const char16_t ch : text) {
+        if (NeedsEscape(ch, quote))
+            return false;
+        all = static_cast<char16_t>(all | ch);
+        *out++ = ch;
+    }
+    *out = quote;
+    return TakeRoom(text.size() + 2, all, quote);
+}
+
 void CToken_textstreambuf::PutQuoted(std::u16string_view text, char16_t quote, TokenKind kind) {
     if (!mAutoBlank) {
         PutToken(text, kind);
         return;
     }
-    PutToken({&quote, 1}, kind);
+    Separate(mLastKind, mLastChar, kind, quote);
+    mLastKind = kind;
+    if (PutPlainQuoted(text, quote))
+        return;
+    Put(quote);
     while (!text.empty()) {
         const auto special = std::find_if(text.begin(), text.end(),
                                           [=](char16_t ch) { return NeedsEscape(ch, quote); });
@@ -229,9 +244,9 @@ void CToken_textstreambuf::WriteKeyword(std::u16string_view text) {
 }
 
 void CToken_textstreambuf::WriteChar(char16_t ch) {
-    // One character that leads to this state is one token.
-    if (ch < 0x100 && mGrammar->GetFast().next[kStateStart][ch] == kStateSymbol)
-        PutToken({&ch, 1}, TokenKind::Symbol);
+    const TokenKind kind = ch < 0x100 ? mGrammar->GetFast().alone[ch] : TokenKind::Null;
+    if (kind != TokenKind::Null)
+        PutToken({&ch, 1}, kind);
     else
         WriteWord({&ch, 1});
 }
@@ -354,7 +369,9 @@ void CToken_textstreambuf::PutSource(const CToken& token) {
 void CToken_textstreambuf::WriteToken(const CToken& token, std::ios_base::fmtflags flags) {
     const TokenKind kind = token.GetKind();
     const std::u16string_view text = token.GetTextView();
-    if (kind == TokenKind::SingleQuotedText) {
+    if (token.IsNumber()) {
+        token.HasText() ? PutSource(token) : PutNumberToken(token, flags);
+    } else if (kind == TokenKind::SingleQuotedText) {
         PutQuoted(text, kSingleQuote, kind);
     } else if (kind == TokenKind::DoubleQuotedText) {
         PutQuoted(text, kDoubleQuote, kind);
@@ -365,8 +382,6 @@ void CToken_textstreambuf::WriteToken(const CToken& token, std::ios_base::fmtfla
         WriteBool(&value);
     } else if (kind == TokenKind::Eol) {
         EndLine(true);
-    } else if (token.IsNumber()) {
-        token.HasText() ? PutSource(token) : PutNumberToken(token, flags);
     } else if (!text.empty()) {
         PutToken(text, kind);
     } else if (kind == TokenKind::WhiteSpace) {
