@@ -1,4 +1,5 @@
 /// quorel: the editor module and its libraries on the command line.
+#include <csignal>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -25,7 +26,8 @@ const CLI::App* InnermostCommand(const CLI::App& app, std::string& names) {
 }
 
 ExitCode Fail(ExitCode code, const std::string& reason) {
-    Complain("quorel: " + reason);
+    if (!Output::Get().IsReaderGone()) // what that means is main's to say
+        Complain("quorel: " + reason);
     return code;
 }
 
@@ -122,5 +124,14 @@ ExitCode Main(int argc, char** argv) {
 
 int main(int argc, char** argv) {
     const AssertLog asserts;
-    return static_cast<int>(Main(argc, argv));
+    // Output that nobody reads ends the command as any failure does, so that it leaves no temporary
+    // file behind, and only then the process, as its caller expects.
+    const auto atBrokenPipe = std::signal(SIGPIPE, SIG_IGN);
+    const ExitCode code = Main(argc, argv);
+    if (Output::Get().IsReaderGone()) {
+        std::signal(SIGPIPE, atBrokenPipe);
+        std::raise(SIGPIPE);
+        Complain("quorel: nobody reads the output");
+    }
+    return static_cast<int>(code);
 }

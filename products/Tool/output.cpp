@@ -61,7 +61,9 @@ void Output::Flush() {
 
 void Output::HandOn(std::string_view text) {
     const Progress::Pause pause;
-    if (const int error = WriteAll(text); error != 0)
+    const int error = WriteAll(text);
+    m_IsReaderGone = m_IsReaderGone || error == EPIPE;
+    if (error != 0)
         throw ToolError(ExitCode::file, sys::Failure("write", "standard output", error).reason);
 }
 

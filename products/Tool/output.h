@@ -5,7 +5,7 @@
 #include <string_view>
 
 /// Standard output as all commands write it, gathered in a large buffer. A write that fails (a full
-/// disk) ends the command with ExitCode::file.
+/// disk, a reader that has gone) ends the command with ExitCode::file.
 class Output {
 public:
     static Output& Get();
@@ -17,12 +17,15 @@ public:
     void Flush();
     /// Whether a person reads it.
     bool IsTerminal() const { return m_IsTerminal; }
+    /// Whether a write has failed because nobody reads any more, as with `| head`.
+    bool IsReaderGone() const { return m_IsReaderGone; }
 
 private:
     Output();
     void HandOn(std::string_view text);
 
     bool m_IsTerminal;
+    bool m_IsReaderGone = false;
     std::string m_Buffer;
 };
 

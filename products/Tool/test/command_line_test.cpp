@@ -1,5 +1,7 @@
 #include "quorel_process.h"
 
+#include <csignal>
+
 #include <gmock/gmock.h>
 
 namespace {
@@ -89,6 +91,23 @@ TEST_F(CommandLine, ReportsAFullDisk) {
         EXPECT_EQ(ran.code, 3) << command;
         EXPECT_THAT(ran.err, HasSubstr("standard output"));
     }
+}
+
+TEST_F(CommandLine, LeavesNoFilesAndSaysNothingWhenItsReaderGoes) {
+    mProgram = "/bin/sh";
+    mEnvironment = "--default-signal=PIPE " + mEnvironment;
+    std::string text;
+    for (int i = 0; i < 5000; ++i)
+        text += "r1 1 0 1k\n";
+    // The command writes, while it has the module at work, once the pipe has lost its reader, who
+    // says so through a named one.
+    const Ran ran =
+        Run({"-c", "cd '" + Path("") + "' && mkdir tmp && mkfifo gone && (cat gone; TMPDIR=tmp " +
+                       QUOREL_BIN_DIR "/quorel print --json '" + Write("a.cir", text) +
+                       "'; echo $? >code) | (exec <&-; : >gone)"});
+    EXPECT_EQ(ran.err, "");
+    EXPECT_EQ(Read(Path("code")), std::to_string(128 + SIGPIPE) + "\n");
+    EXPECT_TRUE(std::filesystem::is_empty(Path("tmp")));
 }
 
 TEST_F(CommandLine, FindsItsConfigurationByTheEnvironmentElseBesideItself) {
