@@ -98,7 +98,7 @@ public:
     virtual int GetBookmarkCount() = 0;
 
     virtual bool IsModified() = 0;
-    /// Rises whenever the text is marked as modified: two equal counts, the same text.
+    /// Rises whenever the text is marked as modified or replaced: two equal counts, the same text.
     virtual std::uint64_t GetChangeCount() { return 0; }
     virtual LineEnds GetLineEnds() = 0;
     /// Appends the bytes that a save writes.

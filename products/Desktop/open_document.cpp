@@ -55,6 +55,8 @@ OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort so
     m_Editor = sort == EditorSort::netlist
                    ? host.CreateNetlistEditor(&m_Design)
                    : host.CreateScriptEditor(&m_Context, {}, language, ToAString(title));
+    if (m_Editor)
+        m_KeptChange = m_Editor.m_Inspector->GetChangeCount();
 }
 
 OpenDocument::~OpenDocument() = default;
@@ -84,7 +86,8 @@ std::string OpenDocument::GetArchive() {
 }
 
 bool OpenDocument::IsPristine() const {
-    return m_File.GetPath().empty() && !IsModified() && m_Editor.m_Inspector->GetChangeCount() == 0;
+    return m_File.GetPath().empty() && !IsModified() &&
+           m_Editor.m_Inspector->GetChangeCount() == m_KeptChange;
 }
 
 QString OpenDocument::GetTitle() const {

@@ -73,7 +73,7 @@ public:
     bool HasNotice(const QString& topic) const;
     /// @}
 
-    /// The change count that was kept for recovery last.
+    /// The change count that was kept for recovery last; before that the new editor's.
     std::uint64_t m_KeptChange = 0;
 
 private:

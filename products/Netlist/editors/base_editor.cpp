@@ -129,6 +129,7 @@ void CBaseEditor::NameEditors(AString& name) const {
 }
 
 void CBaseEditor::ReplaceText(const AString& text) {
+    NoteChange();
     CSimEditDoc::SetText(text);
     UpdateAllViews(nullptr);
 }

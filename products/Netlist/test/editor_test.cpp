@@ -55,6 +55,9 @@ TEST_F(ModuleTest, LineEndsOfTheLastLoadAreKnownAndSavedAsCrLf) {
         EXPECT_EQ(editor.m_Inspector->GetLineEnds(), row.ends) << row.bytes;
         EXPECT_EQ(saved, row.saved);
     }
+    const std::uint64_t changes = editor.m_Inspector->GetChangeCount();
+    editor->SetText(u"b");
+    EXPECT_GT(editor.m_Inspector->GetChangeCount(), changes);
     EXPECT_FALSE(editor.m_Inspector->IsModified());
 }
 
