@@ -71,14 +71,14 @@ const EditReplay::Actions& EditReplay::ActionsOf(const CSimEditLine& record) {
 
 /// Puts the caret at the record's place, or the nearest that there is, and acts.
 void EditReplay::Replay(CSimEditLine& record, Action action) {
-    m_lastRow = record.Record().Row;
-    m_lastType = record.Record().Type;
     const bool hasLine = m_document.LineCount() > 0;
     if (hasLine)
-        PutCaretNear(m_lastRow, record.Record().Column);
+        PutCaretNear(record.Record().Row, record.Record().Column);
     if (hasLine ||
         action == &EditReplay::PutLineBack) // the only line was deleted: it can come back
         (this->*action)(record);
+    m_lastRow = record.Record().Row; // which the action may have moved
+    m_lastType = record.Record().Type;
 }
 
 void EditReplay::PutCaretNear(std::int32_t row, std::int32_t column) {
