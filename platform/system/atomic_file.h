@@ -10,8 +10,8 @@ namespace sys {
 
 /// Writes beside the target, flushes to the disk and renames. Until Commit succeeds the old file is
 /// untouched, and whatever fails, nothing is left beside it. The new file takes the old one's mode;
-/// a symbolic link stays, and the file that it names is replaced. A device or pipe is written in
-/// place.
+/// a symbolic link stays, and the file that it names is replaced or made. A device or pipe is
+/// written in place.
 class QUOREL_API AtomicFile {
 public:
     AtomicFile() = default;

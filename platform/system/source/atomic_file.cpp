@@ -1,9 +1,9 @@
 #include "atomic_file.h"
 
+#include <array>
 #include <cerrno>
-#include <cstdlib>
+#include <climits>
 #include <fcntl.h>
-#include <memory>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
@@ -20,12 +20,19 @@ std::string DirectoryOf(const std::string& path) {
     return path.substr(0, path.rfind('/') + 1);
 }
 
-/// The file that a path stands for when symbolic links are followed; the path itself when it
-/// doesn't exist yet.
-std::string FollowLinks(const std::string& path) {
-    const std::unique_ptr<char, decltype(&std::free)> full(::realpath(path.c_str(), nullptr),
-                                                           &std::free);
-    return full ? std::string(full.get()) : path;
+/// The file that a path stands for when symbolic links are followed; it need not exist yet.
+std::string FollowLinks(std::string path) {
+    constexpr int kMostLinks = 40; // as many as the system follows
+    std::array<char, PATH_MAX> target{};
+    for (int i = 0; i < kMostLinks; ++i) {
+        const ssize_t length = ::readlink(path.c_str(), target.data(), target.size());
+        if (length <= 0) {
+            break;
+        }
+        const std::string_view text(target.data(), static_cast<std::size_t>(length));
+        path = (text.front() == '/' ? std::string() : DirectoryOf(path)).append(text);
+    }
+    return path;
 }
 
 /// The new file is to be the old one for everybody who may use it. Where its owner can't be kept,
@@ -66,7 +73,7 @@ Status AtomicFile::Open(const std::string& path) {
         return Fail("write", errno);
     }
     if (::stat(path.c_str(), &old) != 0) {
-        return CreateBeside(path, kNewFile);
+        return errno == ENOENT ? CreateBeside(FollowLinks(path), kNewFile) : Fail("write", errno);
     }
     if (S_ISDIR(old.st_mode)) {
         return Fail("write", EISDIR);

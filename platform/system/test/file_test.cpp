@@ -81,7 +81,13 @@ TEST(AtomicFile, ReplacesTheFileAndKeepsModeAndLink) {
     sys::FileStatus status;
     EXPECT_TRUE(sys::GetLinkStatus(folder.At("link"), status) && status.isLink);
     EXPECT_EQ(writer.Commit().code, EBADF);
-    EXPECT_EQ(folder.List(), (Names{"a", "link"}));
+    ASSERT_TRUE(sys::DeleteFile(file)); // which the link still names
+    ASSERT_EQ(::symlink(folder.At("link").c_str(), folder.At("other").c_str()), 0);
+    EXPECT_TRUE(sys::WriteFileAtomically(folder.At("other"), "again"));
+    EXPECT_EQ(Contents(file), "again");
+    ASSERT_EQ(::symlink("round", folder.At("round").c_str()), 0);
+    EXPECT_EQ(sys::WriteFileAtomically(folder.At("round"), "x").code, ELOOP);
+    EXPECT_EQ(folder.List(), (Names{"a", "link", "other", "round"}));
 }
 
 TEST(AtomicFile, LeavesTheOldFileWhenItFails) {
