@@ -112,7 +112,8 @@ public:
     /// Steps that all searches so far have taken: nodes visited and characters passed.
     std::uint64_t Steps() const;
 
-    void SetLimits(const RegLimits& limits);
+    /// Bounds the searches to come, and forgets what earlier ones have learnt.
+    void SetLimits(const RegLimits& limits) const;
 
     /// Gives back the memory that hard searches have left for later ones. What they learnt of a
     /// subject is learnt anew.

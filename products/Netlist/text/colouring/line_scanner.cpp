@@ -14,6 +14,8 @@ constexpr std::size_t kKeptCandidates = 65536;
 /// Candidates of a line, for each of its characters and beside that, before they are too many.
 constexpr std::size_t kCandidatesPerByte = 2;
 constexpr std::size_t kFreeCandidates = 256;
+/// Ranges' and separators' expressions that may all take the memory that one may take by itself.
+constexpr std::size_t kMostWithFullMemory = 64;
 
 unsigned char ByteOf(char character) {
     return static_cast<unsigned char>(character);
@@ -27,6 +29,7 @@ LineScanner::LineScanner(const CSyntaxDscr& syntax) : m_subject(std::string_view
     std::vector<TokenTraits> traits;
     for (const auto& token : syntax.Tokens())
         AddToken(*token, traits);
+    ShareMemory();
     m_automaton = std::make_unique<TokenAutomaton>(traits);
     m_chains.resize(traits.size());
     m_touched.resize((traits.size() + 63) / 64);
@@ -78,6 +81,25 @@ void LineScanner::AddToken(const CColorToken& token, std::vector<TokenTraits>& t
                           .separable = entry.separable});
     }
     m_tokens.push_back(std::move(entry));
+}
+
+/// On one line hard searches of all ranges and separators keep what they have learnt. Where they
+/// are many, each learns it anew more often.
+void LineScanner::ShareMemory() {
+    const std::size_t shares =
+        (2 * m_ranges.size() + m_separators.size()) / kMostWithFullMemory + 1;
+    if (shares == 1)
+        return;
+    RegLimits limits;
+    limits.block = std::max<std::size_t>(limits.block / shares, 512);
+    limits.cache = std::max<std::size_t>(limits.cache / shares, 4096);
+    limits.notes = std::max<std::size_t>(limits.notes / shares, 4096);
+    for (const Range& range : m_ranges) {
+        range.open->SetLimits(limits);
+        range.close->SetLimits(limits);
+    }
+    for (const auto& [expression, separator] : m_separators)
+        expression->SetLimits(limits);
 }
 
 LineColours LineScanner::Colour(std::string_view text, std::int32_t carried) {

@@ -74,6 +74,7 @@ private:
     void AddRange(const CColorRange& range);
     void AddToken(const CColorToken& token, std::vector<TokenTraits>& traits);
     const Separator* SeparatorOf(const CRegExp& expression);
+    void ShareMemory();
 
     void BeginLine(std::string_view text);
     void ReleaseExpressions();

@@ -162,7 +162,7 @@ std::uint64_t CRegExp::Steps() const {
     return IsValid() ? m_engine->searcher->Steps() : 0;
 }
 
-void CRegExp::SetLimits(const RegLimits& limits) {
+void CRegExp::SetLimits(const RegLimits& limits) const {
     if (IsValid())
         m_engine->searcher->SetLimits(limits);
 }
