@@ -71,7 +71,8 @@ bool CNetlistFactory::CopySyntaxConfig(const std::string& source) {
         static_cast<void>(sys::DeleteFile(copy));
         return false;
     }
-    m_ConfigPath = AString::FromMultiByte(AString::kUtf8, copy);
+    // Full, since the process may go to another directory before the copy is deleted.
+    m_ConfigPath = FilePath(AString::FromMultiByte(AString::kUtf8, copy)).GetFullPath();
     return true;
 }
 

@@ -119,6 +119,8 @@ INSTANTIATE_TEST_SUITE_P(Counts, DescriptionCount, testing::Values(0, 2, 3, 4, 5
 
 TEST_F(ModuleTest, ConfigurationIsReadThroughACopyThatEndsWithTheWork) {
     WriteConfig("install", 0); // read anew each time, and still one copy
+    fs::current_path(m_Folder);
+    ::setenv("TMPDIR", "tmp", 1);
     for (int i = 0; i < 3; ++i) {
         OpenEditor editor(Factory().CreateEditor(nullptr));
         EXPECT_EQ(FilesIn("tmp"), 1);
@@ -126,6 +128,7 @@ TEST_F(ModuleTest, ConfigurationIsReadThroughACopyThatEndsWithTheWork) {
     const fs::path copy = fs::directory_iterator(m_Folder / "tmp")->path();
     EXPECT_EQ(copy.filename().string().substr(0, 3), "cfg");
     EXPECT_EQ(Contents(copy), Contents(m_Folder / "install/NetlistEditor.cfg"));
+    fs::current_path("/");
     Factory().UninitializeFactory();
     EXPECT_EQ(FilesIn("tmp"), 0);
     EXPECT_EQ(FilesIn("install"), 1);
