@@ -67,8 +67,8 @@ RegTry RegSearcher::Try(const RegTail& tail, const char* at, RegWanted wanted,
 bool RegSearcher::LacksMustHave(const RegTail& tail) {
     if (m_program.MustLength == 0)
         return false;
-    const bool isKnown = m_mustHaveAt != nullptr && m_mustHaveFrom <= tail.begin &&
-                         (tail.begin <= m_mustHaveAt || m_mustHaveAt == tail.end);
+    const bool isKnown =
+        m_mustHaveAt != nullptr && m_mustHaveFrom <= tail.begin && tail.begin <= m_mustHaveAt;
     if (!isKnown) {
         const auto length = static_cast<std::size_t>(tail.end - tail.begin);
         const void* const found =
