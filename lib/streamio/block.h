@@ -126,6 +126,7 @@ private:
     /// The first slot from `slot` on that holds an item.
     std::uint32_t NextSlot(std::uint32_t slot) const noexcept;
     std::uint32_t FindSlot(std::u16string_view name) const;
+    Position FindName(std::u16string_view name) const;
     /// The item of the target's name if it is of the class that `isOfClass` tells.
     const CBlock_item* FindOfClass(const CBlock_item& target,
                                    bool (CBlock_item::*isOfClass)() const) const;

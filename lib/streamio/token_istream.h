@@ -156,6 +156,7 @@ private:
     }
     const CToken& Peek() const { return mTokenStreamBuf->PeekToken(); }
     void Step() { mTokenStreamBuf->NextToken(); }
+    void TakeToken(CToken& token) { mTokenStreamBuf->TakeToken(token); }
     bool AtSymbol(char16_t ch) { return Prepare() && Peek().GetSymbol() == ch && ch != 0; }
     bool AtEof() { return Prepare() && Peek().GetKind() == TokenKind::Eof; }
     bool AtValue() { return Prepare() && IsValueToken(Peek()); }

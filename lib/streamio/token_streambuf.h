@@ -41,7 +41,8 @@ enum class CaseMode : int {
 
 /// A batch of tokens, read at one go from units that the raw stream has not moved past yet.
 struct CToken_batch {
-    static constexpr unsigned kMost = 32;
+    static constexpr unsigned kMost = 64;
+    static constexpr unsigned kFirst = 16;
     struct Entry {
         CToken token;
         const char16_t* start; ///< the units that it was read from
@@ -51,6 +52,7 @@ struct CToken_batch {
     const char16_t* begin = nullptr; ///< where the raw stream stands
     unsigned next = 0;               ///< the entry in front of it is the current token
     unsigned count = 0;
+    unsigned most = kFirst;  ///< to read next time; doubles as long as none is read in vain
     bool startsLine = false; ///< whether the first entry does
 };
 
@@ -145,6 +147,14 @@ public:
         if (!mTokenPushBack.IsEmpty())
             return PopToken();
         return mBatch.next != mBatch.count ? TakeFromBatch() : ReadNext();
+    }
+    /// Moves the current token into `token` and goes on to the next one.
+    void TakeToken(CToken& token) {
+        if (mTokenPushBack.IsEmpty())
+            token.Take(*mCurrent);
+        else
+            token = mTokenPushBack.Top();
+        NextToken();
     }
     /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
     /// dropped.
@@ -250,8 +260,8 @@ protected:
     StreamEncoding mEncoding;
     std::locale mLocale, mSavedLocale;
     bool mCrLf = false;
-    CToken mToken;                    ///< the last one read, unless it is in the batch
-    const CToken* mCurrent = &mToken; ///< the last one read
+    CToken mToken;              ///< the last one read, unless it is in the batch
+    CToken* mCurrent = &mToken; ///< the last one read
     char16_t mLastChar = 0;
     TokenKind mLastKind = TokenKind::Eol;
     int mLine = 1; ///< without the lines of the batch

@@ -93,7 +93,7 @@ std::uint32_t CBlock::FindSlot(std::u16string_view name) const {
     return slot;
 }
 
-CBlock::Position CBlock::Find(const AString& name) const {
+CBlock::Position CBlock::FindName(std::u16string_view name) const {
     const std::uint32_t slot = FindSlot(name);
     mFound = slot < mItems.size();
     if (mFound)
@@ -101,11 +101,13 @@ CBlock::Position CBlock::Find(const AString& name) const {
     return Position(*this, slot);
 }
 
+CBlock::Position CBlock::Find(const AString& name) const {
+    return FindName(name);
+}
+
 const CBlock_item* CBlock::FindOfClass(const CBlock_item& target,
                                        bool (CBlock_item::*isOfClass)() const) const {
-    AString name;
-    target.GetName(name);
-    const Position found = Find(name);
+    const Position found = FindName(Name_text(NameTextToken(target)));
     mFound = mFound && (found.operator->()->*isOfClass)();
     return mFound ? found.operator->() : nullptr;
 }
@@ -142,7 +144,7 @@ void CBlock::Remove(Position position) {
         return;
     }
     // Slots must stay while the index lasts.
-    mNameIndex->Remove(*block_item, slot);
+    mNameIndex->Remove(slot);
     mItems[slot] = Block_hold<CBlock_item>();
     if (mNameIndex->GetRemovedCount() > mItems.size() / 2)
         DropEmptySlots();

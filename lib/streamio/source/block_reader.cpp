@@ -70,7 +70,7 @@ bool IsValueKind(TokenKind kind) {
 }
 
 /// True for a token that no name and no argument begins with.
-bool IsNoName(const CToken& token) {
+inline bool IsNoName(const CToken& token) {
     const TokenKind kind = token.GetKind();
     return kind == TokenKind::Null || kind >= TokenKind::Symbol ||
            (kind == TokenKind::Keyword && token.GetTextLength() == 0) ||
@@ -80,12 +80,11 @@ bool IsNoName(const CToken& token) {
 
 } // namespace
 
-ReadError Block_reader::ReadToken(CToken& value) {
+inline ReadError Block_reader::ReadToken(CToken& value) {
     const CToken& token = Look();
     if (!IsValueKind(token.GetKind()))
         return Fail(ReadError::kValue);
-    value = token;
-    mStream->Step();
+    mStream->TakeToken(value);
     return ReadError::kOk;
 }
 
@@ -107,8 +106,8 @@ ReadError Block_reader::ReadItem(Block_hold<CBlock_item>& item) {
         return Fail(ReadError::kIdentifier);
     if (mStream->IsBeginHere())
         return ReadNestedBlock(item);
-    CToken name = mStream->Peek();
-    mStream->Step();
+    CToken name;
+    mStream->TakeToken(name);
     return ReadBehindName(item, std::move(name), mStream->Peek().GetSymbol(),
                           false); // on the name's line
 }
@@ -120,8 +119,8 @@ ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
         auto& value = mArena.Make<CBlock_value>(arg);
         return LookSymbol() == u',' ? ReadError::kOk : ReadValue(value);
     }
-    CToken name = mStream->Peek();
-    mStream->Step();
+    CToken name;
+    mStream->TakeToken(name);
     const bool isEmptyText = name.IsText() && name.GetTextLength() == 0; // always a value
     return ReadBehindName(arg, std::move(name), isEmptyText ? u'\0' : LookSymbol(), true);
 }
@@ -153,7 +152,7 @@ ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken&& n
 }
 
 /// What stands behind an argument or element: a comma, or in text the closing symbol.
-ReadError Block_reader::ReadBehind(char16_t close) {
+inline ReadError Block_reader::ReadBehind(char16_t close) {
     const char16_t symbol = LookSymbol();
     if (symbol == u',')
         mStream->Step();
@@ -226,13 +225,12 @@ ReadError Block_reader::ReadElements() {
         }
     }
     while (LookSymbol() != u']') {
-        if (mStream->Peek().GetKind() == TokenKind::Eof)
+        const TokenKind kind = mStream->Peek().GetKind();
+        if (kind == TokenKind::Eof)
             return ReadError::kOk;
-        mElements.emplace_back();
-        if (const ReadError error = ReadToken(mElements.back()); error != ReadError::kOk) {
-            mElements.pop_back();
-            return error;
-        }
+        if (!IsValueKind(kind))
+            return Fail(ReadError::kValue);
+        mStream->TakeToken(mElements.emplace_back());
         if (const ReadError error = ReadBehind(u']'); error != ReadError::kOk)
             return error;
     }
@@ -289,11 +287,11 @@ void Block_reader::ReadEnd(CBlock& block) {
     mStream->ReadEnd();
     if (mStream->IsEol() || mStream->AtEof())
         return;
-    const int line = mStream->GetTokenLine();
-    if (!mStream->ReadValue(BlockName(block.mName))) {
-        mErrorLine = line;
+    const bool isName = mStream->IsValue(BlockName(block.mName));
+    if (!isName)
+        mErrorLine = mStream->GetTokenLine();
+    if (!mStream->Accept(isName))
         NoteAndSkip(block, ReadError::kBeginEnd);
-    }
 }
 
 void Block_reader::NoteAndSkip(CBlock& block, ReadError error) {

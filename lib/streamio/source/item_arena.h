@@ -35,7 +35,11 @@ public:
     static void Destroy(CBlock_item& item) noexcept;
 
 private:
-    struct Slab;
+    struct Slab {
+        std::uint32_t count; ///< items in it, and the arena that fills it
+    };
+    /// Slabs begin at multiples of this, so that an item finds its own.
+    static constexpr std::size_t kSlabAlignment = 0x4000;
     static constexpr unsigned kFirstItems = 128;
 
     /// Room in the present slab; null while items are made one by one.
@@ -45,10 +49,16 @@ private:
         mLeft -= bytes;
         return mNext - mLeft - bytes;
     }
-    static void Note(CBlock_item& item) noexcept;
+    static void Note(CBlock_item& item) noexcept {
+        item.mIsInArena = 1;
+        ++SlabOf(&item).count;
+    }
     bool NextSlab();
     void LeaveSlab() noexcept;
-    static Slab& SlabOf(void* room) noexcept;
+    static Slab& SlabOf(void* room) noexcept {
+        const auto address = reinterpret_cast<std::uintptr_t>(room);
+        return *reinterpret_cast<Slab*>(address & ~(kSlabAlignment - 1));
+    }
     static void Release(Slab& slab) noexcept;
 
     char* mNext = nullptr; ///< the end of the present slab

@@ -37,6 +37,13 @@ private:
     std::u16string_view mView;
 };
 
+/// The token whose text is an item's name.
+inline const CToken& NameTextToken(const CBlock_item& item) {
+    static const CToken kNone;
+    const CToken& name = item.GetNameToken();
+    return item.IsBlock() && !name.IsText() ? kNone : name;
+}
+
 /// True when a name has that text, without regard to case.
 inline bool IsNamed(const CToken& name, std::u16string_view text) {
     return name.GetTextLength() == text.size() && IsSameNoCase(Name_text(name), text);

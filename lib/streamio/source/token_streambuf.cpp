@@ -118,11 +118,13 @@ void CToken_streambuf::LeaveBatch() {
 void CToken_streambuf::ClearBatch() {
     mLineStart = IsAtLineStart() ? LineStart::kYes : LineStart::kNo;
     if (mCurrent != &mToken) {
-        mToken = *mCurrent;
+        mToken.Take(*mCurrent);
         mCurrent = &mToken;
     }
     for (unsigned i = 0; i < mBatch.count; ++i)
-        mBatch.entries[i].token = CToken();
+        mBatch.entries[i].token.DropText();
+    const bool isUsedUp = mBatch.next == mBatch.count;
+    mBatch.most = isUsedUp ? std::min(mBatch.most * 2, CToken_batch::kMost) : CToken_batch::kFirst;
     mBatch.next = 0;
     mBatch.count = 0;
 }

@@ -121,7 +121,7 @@ public:
     /// Reads until the batch is full, or a token comes that is none of the usual ones.
     ALWAYS_INLINE void Read() {
         CToken_batch& batch = mBuffer.mBatch;
-        while (mEntry != batch.entries + CToken_batch::kMost && Knows(mStart) && ReadOne()) {
+        while (mEntry != batch.entries + batch.most && Knows(mStart) && ReadOne()) {
         }
         batch.begin = begin;
         batch.count = static_cast<unsigned>(mEntry - batch.entries);
@@ -134,9 +134,16 @@ private:
     /// Reads one token, or drops what is none; false when it is none of the usual.
     ALWAYS_INLINE bool ReadOne() {
         using First = CBase_grammar::FastTables::First;
-        switch (fast.first[*mStart]) {
-        case First::kBlank:
-            return !mBuffer.mKeepWhiteSpace && DropBlanks();
+        First first = fast.first[*mStart];
+        if (first == First::kBlank) { // most tokens have some in front
+            if (mBuffer.mKeepWhiteSpace)
+                return false;
+            mStart = Skip(kStateWhiteSpace, mStart + 1);
+            if (!Knows(mStart))
+                return false;
+            first = fast.first[*mStart];
+        }
+        switch (first) {
         case First::kComment:
             return !mBuffer.mKeepComments && DropComment();
         case First::kSymbol:
@@ -181,11 +188,6 @@ private:
         else
             mEntry->token = CToken(kind, text, &mBuffer.mTexts);
         return Finish(stop);
-    }
-
-    ALWAYS_INLINE bool DropBlanks() {
-        mStart = Skip(kStateWhiteSpace, mStart + 1);
-        return true;
     }
 
     ALWAYS_INLINE bool DropComment() {
