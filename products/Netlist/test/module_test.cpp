@@ -20,8 +20,7 @@ TEST_F(ModuleTest, FactoryAnswersItsIdsWithOneObjectAndOutlivesAnUnknownOne) {
         {id("{00000000-0000-0000-C000-000000000046}"), true},
         {id("{4C958AF9-36BE-4B70-A715-DA9F9B1D24E7}"), false}, // the class's
         {id("{00000001-0000-0000-C000-000000000046}"), false},
-        {InterfaceId{}, false},
-    };
+        {InterfaceId{}, false}};
     IUnknown* factory = nullptr;
     std::uint32_t references = 0;
     for (const auto& row : kRows) {

@@ -44,101 +44,50 @@ std::string DumpPages(const PageTable& table, const Lengths& lengths) {
 } // namespace
 
 TEST(PageTableTest, LinesFallOnPagesAsTheyNeedRows) {
+    const PrintRange kAll;
+    const auto stream = [](TextPlace from, TextPlace to) { return PrintRange{{from, to}, false}; };
+    const auto block = [](TextPlace from, TextPlace to) { return PrintRange{{from, to}, true}; };
+    constexpr std::size_t kAny = PageTable::kMostPages;
     const struct {
-        const char* m_Name;
         Lengths m_Lengths;
         PrintRange m_Range; ///< without extent: everything
         std::int32_t m_Width, m_Rows;
+        std::size_t m_Most;
         const char* m_Places;
         const char* m_Pages;
     } kRows[] = {
-        {"empty document", {0}, {}, 10, 5, "0,0 0,0", ""},
-        {"short lines", {3, 0, 4}, {}, 10, 2, "0,0 0,2 4,2", "0:0-3 1:0-0 | 2:0-4"},
-        {"empty last line", {3, 0}, {}, 10, 5, "0,0 0,1", "0:0-3"},
-        {"empty last line on a page of its own",
-         {3, 4, 0},
-         {},
+        {{0}, kAll, 10, 5, kAny, "0,0 0,0", ""},
+        {{3, 0, 4}, kAll, 10, 2, kAny, "0,0 0,2 4,2", "0:0-3 1:0-0 | 2:0-4"},
+        {{3, 4, 0}, kAll, 10, 2, kAny, "0,0 0,2 0,2", "0:0-3 1:0-4 |"},
+        {{20, 1}, kAll, 10, 5, kAny, "0,0 1,1", "0:0-10 0+10-20 1:0-1"},
+        {{5, 25, 1},
+         kAll,
          10,
          2,
-         "0,0 0,2 0,2",
-         "0:0-3 1:0-4 |"},
-        {"two and a half rows", {25}, {}, 10, 5, "0,0 25,0", "0:0-10 0+10-20 0+20-25"},
-        {"exactly two rows", {20, 1}, {}, 10, 5, "0,0 1,1", "0:0-10 0+10-20 1:0-1"},
-        {"a line over a page break",
-         {5, 25, 1},
-         {},
-         10,
-         2,
+         kAny,
          "0,0 10,1 0,2 1,2",
          "0:0-5 1:0-10 | 1+10-20 1+20-25 | 2:0-1"},
-        {"as many rows as the page has",
-         {1, 1, 1, 1},
-         {},
-         10,
-         2,
-         "0,0 0,2 1,3",
-         "0:0-1 1:0-1 | 2:0-1 3:0-1"},
-        {"width and rows below 1", {2}, {}, -3, 0, "0,0 1,0 2,0", "0:0-1 | 0+1-2"},
-        {"stream", {9, 5, 9}, {{{4, 0}, {3, 2}}}, 4, 9, "4,0 3,2", "0:4-8 0+8-9 1:0-4 1+4-5 2:0-3"},
-        {"stream in a row",
-         {9, 30},
-         {{{4, 1}, {17, 1}}},
-         10,
-         1,
-         "4,1 14,1 17,1",
-         "1:4-14 | 1+14-17"},
-        {"stream up to a line's begin", {9, 5}, {{{4, 0}, {0, 1}}}, 10, 9, "4,0 0,1", "0:4-9"},
-        {"stream of a line end", {9, 5}, {{{9, 0}, {2, 1}}}, 10, 9, "9,0 2,1", "0:9-9 1:0-2"},
-        {"no extent", {9}, {{{4, 0}, {4, 0}}}, 10, 9, "4,0 4,0", "0:4-4"},
-        {"block", {9, 9, 9}, {{{2, 0}, {5, 2}}, true}, 10, 2, "2,0 2,2 5,2", "0:2-5 1:2-5 | 2:2-5"},
-        {"block past short lines",
-         {9, 1, 3, 0},
-         {{{2, 0}, {5, 3}}, true},
-         10,
-         9,
-         "2,0 5,3",
-         "0:2-5 1:2-2 2:2-3 3:2-2"},
-        {"block wider than a row",
-         {20, 12},
-         {{{2, 0}, {16, 1}}, true},
-         10,
-         2,
-         "2,0 2,1 16,1",
-         "0:2-12 0+12-16 | 1:2-12"},
-        {"block from column 0",
-         {4, 4, 4},
-         {{{0, 0}, {2, 2}}, true},
-         10,
-         1,
-         "0,0 0,1 0,2 2,2",
-         "0:0-2 | 1:0-2 | 2:0-2"},
-    };
+        {{2}, kAll, -3, 0, kAny, "0,0 1,0 2,0", "0:0-1 | 0+1-2"},
+        {{9, 5, 9}, stream({4, 0}, {3, 2}), 4, 9, kAny, "4,0 3,2", "0:4-8 0+8-9 1:0-4 1+4-5 2:0-3"},
+        {{9, 30}, stream({4, 1}, {17, 1}), 10, 1, kAny, "4,1 14,1 17,1", "1:4-14 | 1+14-17"},
+        {{9, 5}, stream({4, 0}, {0, 1}), 10, 9, kAny, "4,0 0,1", "0:4-9"},
+        {{9, 5}, stream({9, 0}, {2, 1}), 10, 9, kAny, "9,0 2,1", "0:9-9 1:0-2"},
+        {{9}, stream({4, 0}, {4, 0}), 10, 9, kAny, "4,0 4,0", "0:4-4"},
+        {{9, 9, 9}, block({2, 0}, {5, 2}), 10, 2, kAny, "2,0 2,2 5,2", "0:2-5 1:2-5 | 2:2-5"},
+        {{9, 1, 3, 0}, block({2, 0}, {5, 3}), 10, 9, kAny, "2,0 5,3", "0:2-5 1:2-2 2:2-3 3:2-2"},
+        {{20, 12}, block({2, 0}, {16, 1}), 10, 2, kAny, "2,0 2,1 16,1", "0:2-12 0+12-16 | 1:2-12"},
+        {{4, 4, 4}, block({0, 0}, {2, 2}), 10, 1, kAny, "0,0 0,1 0,2 2,2", "0:0-2 | 1:0-2 | 2:0-2"},
+        // Pages that find no room are left out.
+        {{9, 9, 9, 25}, kAll, 10, 2, 0, "0,0", ""},
+        {{9, 9, 9, 25}, kAll, 10, 2, 1, "0,0 0,2", "0:0-9 1:0-9"},
+        {{9, 9, 9, 25}, kAll, 10, 2, 2, "0,0 0,2 10,3", "0:0-9 1:0-9 | 2:0-9 3:0-10"},
+        {{9, 9, 9, 25}, block({3, 0}, {5, 3}), 10, 2, 1, "3,0 3,2", "0:3-5 1:3-5"}};
     for (const auto& row : kRows) {
         const bool all = row.m_Range.m_Places.To == TextPlace{};
         const PageTable table(all ? Everything(row.m_Lengths) : row.m_Range, Ask(row.m_Lengths),
-                              row.m_Width, row.m_Rows);
-        EXPECT_EQ(Dump(table.GetPlaces()), row.m_Places) << row.m_Name;
-        EXPECT_EQ(DumpPages(table, row.m_Lengths), row.m_Pages) << row.m_Name;
-    }
-}
-
-TEST(PageTableTest, PagesThatFindNoRoomAreLeftOut) {
-    const Lengths lengths = {9, 9, 9, 25};
-    const struct {
-        std::size_t m_Most;
-        PrintRange m_Range;
-        const char* m_Places;
-        const char* m_Pages;
-    } kRows[] = {
-        {0, Everything(lengths), "0,0", ""},
-        {1, Everything(lengths), "0,0 0,2", "0:0-9 1:0-9"},
-        {2, Everything(lengths), "0,0 0,2 10,3", "0:0-9 1:0-9 | 2:0-9 3:0-10"},
-        {1, {{{3, 0}, {5, 3}}, true}, "3,0 3,2", "0:3-5 1:3-5"},
-    };
-    for (const auto& row : kRows) {
-        const PageTable table(row.m_Range, Ask(lengths), 10, 2, row.m_Most);
-        EXPECT_EQ(Dump(table.GetPlaces()), row.m_Places);
-        EXPECT_EQ(DumpPages(table, lengths), row.m_Pages);
+                              row.m_Width, row.m_Rows, row.m_Most);
+        EXPECT_EQ(Dump(table.GetPlaces()), row.m_Places) << row.m_Pages;
+        EXPECT_EQ(DumpPages(table, row.m_Lengths), row.m_Pages) << row.m_Places;
     }
 }
 

@@ -1,4 +1,4 @@
-/// Clipboard, bookmarks, commands and what edits leave in the journal.
+/// What edits do to text, caret and journal; clipboard, bookmarks and commands.
 #include "breaking_desk.h"
 #include "combo_box.h"
 #include "frame.h"
@@ -21,24 +21,108 @@ protected:
     }
 };
 
+/// One row for each way of changing the text: all of it is undone and done again, twice.
+TEST_F(ViewEdit, EveryEditStandsInTheJournalAndGoesBackAndForth) {
+    const struct {
+        const char* m_Start;
+        const char* m_Script;
+        const char* m_End;
+        const char* m_Journal;
+        const char* m_Undone = nullptr; ///< null: as it was before the script
+        const char* m_Redone = nullptr; ///< null: as it was behind the script
+    } kRows[] = {
+        {"a|b", "'x~'", "ax>-|b", "1 0,1* 120 x / 7 0,2* 9 Tab"},
+        {"|a\tb", "'x'", "x|a>-b", "1 0,0* 120 x"},
+        {"a|bc", "Ins 'xyz'", "axyz|", "2 0,1* 98 x / 2 0,2* 99 y / 1 0,3* 122 z", "ab|c"},
+        {"|\tb", "Ins 'x'", "x|b", "2 0,0* 32 x", " |b"},
+        {"a|bc", "Ins '~'", "a>--|c", "8 0,1* 98 Tab", "ab|c"},
+        {"ab|c", "S-Left*2 'x'", "x|c", "5 0,0-2* 0 abc / 1 0,0* 120 x", "|abc"},
+        {"a|b", "Enter", "a\n|b", "1 0,1* 13 SplitLine"},
+        {"  ab|", "Enter", "  ab\n|", "1 0,4* 13 SplitLine"},
+        {"|ab", "Enter", "\n|ab", "1 0,0* 13 SplitLine"},
+        {"x\n|ab", "Enter", "x\n\n|ab", "1 1,0* 13 SplitLine", "x|\nab", "x\n|\nab"},
+        {"ab|c\nd", "S-Right*2 Enter", "ab\n|d",
+         "5 0,2-3* 0 abc / 0 0,2 13  / 1 0,2* 13 SplitLine"},
+        {"|ab", "Back", "|ab", ""},
+        {"ab|", "Back", "a|", "0 0,1* 98 DelChar"},
+        {"ab\n|c", "Back", "ab|c", "0 0,2* 13 "},
+        {"ab\t|c", "Back", "ab|c", "6 0,2* 9 DelTab"},
+        {"ab|", "C-Del", "ab|", ""},
+        {"a|b", "Del", "a|", "0 0,1* 98 DelChar", "ab|"},
+        {"ab|\ncd", "Del", "ab|cd", "0 0,2* 13 ", "ab\n|cd"},
+        {"a|\tb", "Del", "a|b", "6 0,1* 9 DelTab", "a>--|b"},
+        {"|a", "S-Left Del", "|a", ""},
+        {"a|bcd", "S-Right*2 Del", "a|d", "5 0,1-3* 0 abcd"},
+        {"a|\tb", "S-Right Del", "a|b", "5 0,1-4* 0 a   b", "a|   b"},
+        {"ab|c", "57642 57632", "|", "5 0,0-3* 0 abc", "|abc"},
+        {"a|b\ncd\nef", "S-Down*2 Back", "a|f",
+         "5 0,1-2* 0 ab / 3 1,0 0 cd / 5 1,0-1 0 ef / 0 0,1 13 "},
+        {"ab|\ncd\nef", "S-Down*2 S-Home Del", "ab|ef", "3 1,0* 0 cd / 0 0,2 13 ", "ab\n|cd\nef"},
+        {"ab|\ncd", "S-Right Del", "ab|cd", "0 0,2* 13 ", "ab\n|cd"},
+        {"a|bcd\nef\nghij", "S-A-Down*2 S-A-Right*2 Del", "a|d\ne\ngj",
+         "5 0,1-3* 0 abcd / 5 1,1-2 0 ef / 5 2,1-3 0 ghij", nullptr, "ad\ne\ng|j"},
+        {"abc|d\n\nghij", "S-A-Down*2 S-A-Left*2 Del", "a|d\n\ngj",
+         "5 0,1-3* 0 abcd / 5 2,1-3 0 ghij", "a|bcd\n\nghij", "ad\n\ng|j"},
+        {"\nab|c\nd", "S-A-Down S-A-Up*2 Del", "|\nc\nd", "5 1,0-2* 0 abc", "\n|abc\nd", "\n|c\nd"},
+        {"ab|cdefgh\n\tx", "S-A-Down Del", "|cdefgh\n  x", "5 0,0-2* 0 abcdefgh / 5 1,0-2 0     x",
+         "|abcdefgh\n    x", "cdefgh\n|  x"},
+        {"a|b", "clip:xy C-V", "axy|b", "4 0,1-3* 0 xy", nullptr, "a|xyb"},
+        {"a|b", "clip:x^y C-V", "ax\ny|b", "4 0,1-2* 13 x / 4 1,0-1 0 y", nullptr, "ax\n|yb"},
+        {"a|b", "clip:x`^ C-V", "ax\n|b", "4 0,1-2* 13 x", nullptr, "a|x\nb"},
+        {"a|b", "clip:^`x C-V", "a\n\nx|b", "4 0,1-1* 13  / 4 1,0-0 13  / 4 2,0-1 0 x", nullptr,
+         "a\n\n|xb"},
+        {"|", "clip:` C-V", "\n|", "4 0,0-0* 13 ", nullptr, "|\n"},
+        {"a|\tb", "clip:~x^~y C-V", "a>--x\n>---y|>--b", "4 0,1-5* 13     x / 4 1,0-5 0     y",
+         nullptr, "a>--x\n|>---y>--b"},
+        {"a|b", "clip: C-V", "a|b", ""},
+        {"x\n|\ny", "clip:p^~q^ C-V", "x\np\n>---q\n|\ny", "4 1,0-1* 13 p / 4 2,0-5 13     q",
+         nullptr, "x\np\n|>---q\n\ny"}};
+    for (const auto& row : kRows) {
+        SCOPED_TRACE(std::string(row.m_Start) + ": " + row.m_Script);
+        Start(row.m_Start);
+        const std::string before = State();
+        Play(row.m_Script);
+        EXPECT_EQ(State(), row.m_End);
+        EXPECT_EQ(Journal(), row.m_Journal);
+        for (int round = 0; round < 2 && *row.m_Journal; ++round) {
+            ExpectTruePicture();
+            UndoAll();
+            EXPECT_EQ(State(), row.m_Undone ? row.m_Undone : before);
+            EXPECT_EQ(Journal(), "");
+            ExpectTruePicture();
+            RedoAll();
+            EXPECT_EQ(State(), row.m_Redone ? row.m_Redone : row.m_End);
+            EXPECT_EQ(Editor().m_Inspector->GetRedoCount(), 0);
+        }
+    }
+}
+
+TEST_F(ViewEdit, EnterIndentsAtALinesEnd) {
+    SetOption(u"FillBlanksOnEnter", 1);
+    static constexpr Case kCases[] = {{"  ab|", "Enter", "  ab\n  |"},
+                                      {"   |", "Enter", "   \n   |"},
+                                      {"  a|b", "Enter", "  a\n|b"},
+                                      {"\ta|", "Enter", ">---a\n    |"},
+                                      {"  ab|", "Enter undo", "  ab|"},
+                                      {"|", "Enter", "\n|"},
+                                      {"  ab|", "Enter undo redo", "  ab\n  |"}};
+    Check(kCases);
+}
+
 TEST_F(ViewEdit, CopyGivesTheClipboardsForm) {
     const struct {
         const char* m_Start;
         const char* m_Script;
         const char16_t* m_Copied; ///< null: the clipboard stays
-    } kRows[] = {
-        {"|abc", "S-Right*2", u"ab"},
-        {"ab|c", "S-Left*2", u"ab"},
-        {"a|b\ncd\nef", "S-Down*2", u"b\r\ncd\r\ne"},
-        {"|ab\ncd", "S-Down", u"ab\r\n"},
-        {"|a\tb", "S-End", u"a\tb"},
-        {"|\ta\n\tb", "C-A", u"\ta\r\n\tb"},
-        {"|abcd\nef\nghij", "Right S-A-Down*2 S-A-Right*2", u"bc\r\nf \r\nhi"},
-        {"|a\tx\nabcdef", "S-A-Down S-A-Right*5", u"a\tx\r\nabcde"},
-        {"|ab", "S-Left", nullptr},
-        {"|ab\ncd", "S-A-Down", nullptr},
-        {"|\x80\xff", "C-A", u"\u20ac\u00ff"},
-    };
+    } kRows[] = {{"ab|c", "S-Left*2", u"ab"},
+                 {"a|b\ncd\nef", "S-Down*2", u"b\r\ncd\r\ne"},
+                 {"|ab\ncd", "S-Down", u"ab\r\n"},
+                 {"|\ta\n\tb", "C-A", u"\ta\r\n\tb"},
+                 {"|abcd\nef\nghij", "Right S-A-Down*2 S-A-Right*2", u"bc\r\nf \r\nhi"},
+                 {"|a\tx\nabcdef", "S-A-Down S-A-Right*5", u"a\tx\r\nabcde"},
+                 {"|ab", "S-Left", nullptr},
+                 {"|ab\ncd", "S-A-Down", nullptr},
+                 {"|\x80\xff", "C-A", u"\u20ac\u00ff"}};
     for (const auto& row : kRows) {
         Start(row.m_Start);
         m_Desk.m_Clipboard = u"before";
@@ -48,103 +132,34 @@ TEST_F(ViewEdit, CopyGivesTheClipboardsForm) {
     }
 }
 
-TEST_F(ViewEdit, PasteInsertsLinesWithARecordEach) {
-    const struct {
-        const char* m_Start;
-        const char16_t* m_Text;
-        const char* m_End;
-        const char* m_Journal;
-    } kRows[] = {
-        {"a|b", u"xy", "axy|b", "4 0,1-3* 0 xy"},
-        {"a|b", u"x\ny", "ax\ny|b", "4 0,1-2* 13 x / 4 1,0-1 0 y"},
-        {"a|b", u"x\r\n", "ax\n|b", "4 0,1-2* 13 x"},
-        {"a|b", u"\n\rx", "a\n\nx|b", "4 0,1-1* 13  / 4 1,0-0 13  / 4 2,0-1 0 x"},
-        {"|", u"\r", "\n|", "4 0,0-0* 13 "},
-        {"a|\tb", u"\tx\n\ty", "a>--x\n>---y|>--b", "4 0,1-5* 13 >---x / 4 1,0-5 0 >---y"},
-        {"a|b", u"", "a|b", ""},
-        {"a|b", u"\u0416\u20ac", "a?\x80|b", "4 0,1-3* 0 ?\x80"},
-    };
-    for (const auto& row : kRows) {
-        Start(row.m_Start);
-        m_Desk.m_Clipboard = row.m_Text;
-        Play("C-V");
-        EXPECT_EQ(State(), row.m_End);
-        std::string journal = row.m_Journal; // records hold their text expanded
-        for (std::size_t at; (at = journal.find('>')) != std::string::npos;)
-            journal.replace(at, 4, 4, ' ');
-        EXPECT_EQ(Journal(), journal);
-        EXPECT_EQ(Editor().m_Inspector->IsModified(), *row.m_Text != 0);
-        ExpectTruePicture();
-        Play("undo");
-        EXPECT_EQ(Editor().m_Inspector->GetLineCount(), 1);
-        Play("redo");
-        std::string end = row.m_End;
-        std::string redone = State();
-        std::erase(end, '|');
-        std::erase(redone, '|');
-        EXPECT_EQ(redone, end);
-    }
-    EXPECT_EQ(Editor().m_Inspector->GetReplacedInputs(), 1);
+TEST_F(ViewEdit, WhatTheCodePageLacksIsReplacedAndCounted) {
+    Start("a|b");
+    m_Desk.m_Clipboard = u"\u0416\u20ac";
+    Play("C-V");
     Type(u"\u0416\u0001");
+    EXPECT_EQ(State(), "a?\x80?|b");
     EXPECT_EQ(Editor().m_Inspector->GetReplacedInputs(), 2);
-    EXPECT_EQ(State().substr(State().find('|') - 1, 1), "?");
-}
-
-TEST_F(ViewEdit, EveryEditWritesItsRecords) {
-    const struct {
-        const char* m_Start;
-        const char* m_Script;
-        const char* m_Journal;
-    } kRows[] = {
-        {"a|b", "'x~'", "1 0,1* 120 x / 7 0,2* 9 Tab"},
-        {"a|b", "Ins 'x~'", "2 0,1* 98 x / 7 0,2* 9 Tab"},
-        {"|ab", "Ins '~'", "8 0,0* 97 Tab"},
-        {"|ab", "Del", "0 0,0* 97 DelChar"},
-        {"ab|", "Back", "0 0,1* 98 DelChar"},
-        {"\t|b", "Back", "6 0,0* 9 DelTab"},
-        {"ab\n|c", "Back", "0 0,2* 13 "},
-        {"ab|\nc", "Del", "0 0,2* 13 "},
-        {"|a", "Back", ""},
-        {"a|b", "Enter", "1 0,1* 13 SplitLine"},
-        {"a|bc", "S-End Del", "5 0,1-3* 0 abc"},
-        {"|a", "S-Left Del", ""},
-        {"a|b\ncd\nef", "S-Down*2 Del", "5 0,1-2* 0 ab / 3 1,0 0 cd / 5 1,0-1 0 ef / 0 0,1 13 "},
-        {"ab|\ncd\nef", "S-Down S-Down S-Home Del", "3 1,0* 0 cd / 0 0,2 13 "},
-        {"ab|\ncd", "S-Right Del", "0 0,2* 13 "},
-        {"|ab\n\ncde", "S-A-Down*2 S-A-Right*3 Del", "5 0,0-2* 0 ab / 5 2,0-3 0 cde"},
-        {"\n|abc\nd", "Right*2 S-A-Down S-A-Up*2 Del", "5 1,0-2* 0 abc"},
-        {"ab|c", "S-Right 'x'", "5 0,2-3* 0 abc / 1 0,2* 120 x"},
-    };
-    for (const auto& row : kRows) {
-        Start(row.m_Start);
-        Play(row.m_Script);
-        EXPECT_EQ(Journal(), row.m_Journal) << row.m_Start << ": " << row.m_Script;
-    }
 }
 
 TEST_F(ViewEdit, CutAndABusyClipboard) {
     BreakingDesk breaking(m_Desk);
     Start("a|bc\nd");
     SetBackend(&breaking);
-    Play("S-Right*2");
-    breaking.m_Broken = kBreakClipboardWrite | kBreakClipboardRead;
-    Play("C-C C-X");
-    EXPECT_EQ(State(), "a[bc|\nd");
-    breaking.m_Broken = 0;
-    Play("C-X");
-    EXPECT_EQ(State(), "a|\nd");
+    const struct {
+        unsigned m_Broken;
+        const char* m_Script;
+        const char* m_State;
+    } kRows[] = {{kBreakClipboardWrite | kBreakClipboardRead, "S-Right*2 C-C C-X", "a[bc|\nd"},
+                 {0, "C-X", "a|\nd"},
+                 {kBreakClipboardRead, "C-A S-Ins", "[a\nd|"},
+                 {0, "S-Ins C-X C-C", "bc|"}}; // both are disabled without a selection
+    for (const auto& row : kRows) {
+        breaking.m_Broken = row.m_Broken;
+        Play(row.m_Script);
+        EXPECT_EQ(State(), row.m_State);
+        ExpectTruePicture();
+    }
     EXPECT_EQ(m_Desk.m_Clipboard, u"bc");
-    EXPECT_TRUE(Editor().m_Inspector->IsModified());
-    EXPECT_EQ(Journal(), "5 0,1-3* 0 abc");
-    ExpectTruePicture();
-    breaking.m_Broken = kBreakClipboardRead;
-    Play("C-A S-Ins");
-    EXPECT_EQ(State(), "[a\nd|");
-    breaking.m_Broken = 0;
-    Play("S-Ins");
-    EXPECT_EQ(State(), "bc|");
-    Play("C-X C-C"); // disabled without a selection
-    EXPECT_EQ(State(), "bc|");
     SetBackend(&m_Desk);
 }
 
@@ -155,8 +170,7 @@ TEST_F(ViewEdit, TheFindBoxTakesItsOwnEditCommands) {
         std::vector<unsigned> m_Messages;
     } peer;
     Start("a|b");
-    m_Desk.m_Clipboard = u"x";
-    Play("S-Right");
+    Play("clip:x S-Right");
     CComboBox& box = *dynamic_cast<IFactoryTools&>(Factory()).GetToolBarBox(42014);
     box.SetPeer(&peer);
     box.SetFocus();
@@ -164,6 +178,8 @@ TEST_F(ViewEdit, TheFindBoxTakesItsOwnEditCommands) {
     EXPECT_EQ(peer.m_Messages, (std::vector<unsigned>{kMsgCopy, kMsgCut, kMsgPaste}));
     EXPECT_EQ(State(), "a[b|");
     EXPECT_EQ(m_Desk.m_Clipboard, u"x");
+    View().Send(kMsgPaste); // the middle button's, for the view
+    EXPECT_EQ(State(), "ax|");
     box.SetPeer(nullptr);
 }
 
@@ -174,20 +190,17 @@ TEST_F(ViewEdit, Bookmarks) {
     EXPECT_EQ(State(), "|a\nb\nc\nd");
     const struct {
         const char* m_Script;
-        ScreenCell m_Caret; ///< in the text
-    } kRows[] = {
-        {"End C-F2 F2", {0, 0}},    // its own bookmark
-        {"Down*2 C-F2 F2", {0, 0}}, // around the end
-        {"F2", {2, 0}},
-        {"Down S-Home F2", {0, 0}},
-        {"S-F2", {2, 0}},
-        {"Up S-F2", {0, 0}},
-        {"C-F2 Down S-F2", {2, 0}},
-    };
+        int m_Row;
+    } kRows[] = {{"End C-F2 F2", 0},    // its own bookmark
+                 {"Down*2 C-F2 F2", 0}, // around the end
+                 {"F2", 2},
+                 {"Down S-Home F2", 0},
+                 {"S-F2", 2},
+                 {"Up S-F2", 0},
+                 {"C-F2 Down S-F2", 2}};
     for (const auto& row : kRows) {
         Play(row.m_Script);
-        const TextPosition caret = Editor().m_Inspector->GetCaret()->m_Caret;
-        EXPECT_EQ((ScreenCell{caret.m_Row, caret.m_Column}), row.m_Caret) << row.m_Script;
+        EXPECT_EQ(CaretPlace(), (TextPosition{row.m_Row, 0})) << row.m_Script;
         EXPECT_FALSE(Editor().m_Inspector->GetSelection()->m_Selected);
         ExpectTruePicture();
     }
@@ -203,8 +216,7 @@ TEST_F(ViewEdit, CommandsAreEnabledWhenTheyCanWork) {
     Start("|ab");
     for (const unsigned id : {57632u, kCopy, kCut, kPaste})
         EXPECT_FALSE(IsEnabled(id)) << id;
-    m_Desk.m_Clipboard = u"x";
-    Play("S-Right");
+    Play("clip:x S-Right");
     for (const unsigned id : {57632u, kCopy, kCut, kPaste, 57642u, 42005u, 42006u, 42007u, 42009u})
         EXPECT_TRUE(IsEnabled(id)) << id;
 }
@@ -218,17 +230,14 @@ TEST_F(ViewEdit, AKeystrokeMakesACommand) {
         std::vector<std::unique_ptr<NetlistEditCmd>> m_Commands;
     } design(u"filter", m_Desktop);
     m_Component = &design;
-    m_Desk.m_Clipboard = u"x";
     const struct {
         const char* m_Script;
         std::size_t m_Commands;
         bool m_Modified;
-    } kRows[] = {
-        {"'a'", 1, true},         {"Enter", 1, true},         {"Del", 1, true},
-        {"Back", 1, false},       {"End Del", 1, false},      {"S-Left Back", 1, true},
-        {"S-Right Del", 1, true}, {"C-V", 0, true},           {"S-Right C-X", 0, true},
-        {"S-Right", 0, false},    {"Left Ins Esc", 0, false}, {"'a' undo redo", 1, true},
-    };
+    } kRows[] = {{"'a'", 1, true},         {"Enter", 1, true},         {"Del", 1, true},
+                 {"Back", 1, false},       {"End Del", 1, false},      {"S-Left Back", 1, true},
+                 {"S-Right Del", 1, true}, {"clip:x C-V", 0, true},    {"S-Right C-X", 0, true},
+                 {"S-Right", 0, false},    {"Left Ins Esc", 0, false}, {"'a' undo redo", 1, true}};
     for (const auto& row : kRows) {
         Start("|ab");
         design.m_Commands.clear();
@@ -258,10 +267,9 @@ TEST_F(ViewEdit, TheLongestLineFollows) {
     } kRows[] = {{"C-End End 'ab'", 1001},
                  {"C-Home End Del", 1998},
                  {"C-End Back undo", 1998},
-                 {"C-End End C-V", 1004},
-                 {"C-A C-V", 1000}};
+                 {"clip:~~ C-End End C-V", 1004},
+                 {"clip:~~ C-A C-V", 1000}};
     for (const auto& row : kRows) {
-        m_Desk.m_Clipboard = u"\t\t";
         Open(line + "\r\n" + line);
         EXPECT_EQ(Editor().m_Inspector->GetScroll()->m_MaxLineLength, 1000);
         Play(row.m_Script);

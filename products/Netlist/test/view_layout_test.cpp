@@ -1,4 +1,7 @@
 /// Sizes, scroll bars, wheel, and what brings the caret into sight.
+#include <tuple>
+
+#include "breaking_desk.h"
 #include "view_fixture.h"
 
 namespace {
@@ -17,44 +20,44 @@ AString Numbered(int line) {
 
 TEST_F(ViewTest, ScrollingByBarAndWheelMovesRows) {
     Open(Lines(100));
+    const auto expect = [this](int topRow) {
+        EXPECT_EQ(TopRow(), topRow);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::vertical).m_Position, topRow * 16);
+        EXPECT_EQ(RowText(0), Numbered(topRow + 1));
+        ExpectTruePicture();
+    };
     const struct {
-        unsigned message;
-        int value;
+        ScrollCode code;
         int position;
         int topRow;
-    } kRows[] = {
-        {kMsgVScroll, kScrollLineUp, 0, 0},
-        {kMsgVScroll, kScrollPageDown, 0, 24},
-        {kMsgVScroll, kScrollPageDown, 0, 48},
-        {kMsgVScroll, kScrollPageDown, 0, 72},
-        {kMsgVScroll, kScrollPageDown, 0, 75},
-        {kMsgVScroll, kScrollPageDown, 0, 75},
-        {kMsgVScroll, kScrollLineDown, 0, 75},
-        {kMsgVScroll, kScrollPageUp, 0, 51},
-        {kMsgVScroll, kScrollLineUp, 0, 50},
-        {kMsgVScroll, kScrollLineDown, 0, 51},
-        {kMsgMouseWheel, -120, 0, 53}, // a notch is two rows
-        {kMsgMouseWheel, 120, 0, 51},
-        {kMsgMouseWheel, 240, 0, 46},
-        {kMsgMouseWheel, -40, 0, 46},
-        {kMsgMouseWheel, 39, 0, 46},
-        {kMsgMouseWheel, 12000, 0, 0},
-        {kMsgMouseWheel, -12000, 0, 75},
-        {kMsgVScroll, kScrollThumbTrack, 800, 50},
-        {kMsgVScroll, kScrollThumbPosition, 807, 50},
-        {kMsgVScroll, kScrollThumbPosition, 808, 51},
-        {kMsgVScroll, kScrollThumbTrack, -5, 0},
-        {kMsgVScroll, kScrollThumbTrack, 1 << 30, 75},
-        {kMsgVScroll, kScrollEnd, 0, 75},
-        {kMsgVScroll, kScrollTop, 0, 75},
-    };
+    } kRows[] = {{kScrollLineUp, 0, 0},
+                 {kScrollPageDown, 0, 24},
+                 {kScrollPageDown, 0, 48},
+                 {kScrollPageDown, 0, 72},
+                 {kScrollPageDown, 0, 75},
+                 {kScrollPageDown, 0, 75},
+                 {kScrollLineDown, 0, 75},
+                 {kScrollPageUp, 0, 51},
+                 {kScrollLineUp, 0, 50},
+                 {kScrollLineDown, 0, 51},
+                 {kScrollThumbTrack, 800, 50},
+                 {kScrollThumbPosition, 807, 50},
+                 {kScrollThumbPosition, 808, 51},
+                 {kScrollThumbTrack, -5, 0},
+                 {kScrollThumbTrack, 1 << 30, 75},
+                 {kScrollEnd, 0, 75},
+                 {kScrollTop, 0, 75}};
     for (const auto& row : kRows) {
-        View().Send(row.message, static_cast<std::uintptr_t>(row.value), row.position);
-        SCOPED_TRACE(testing::Message() << row.message << ' ' << row.value);
-        EXPECT_EQ(TopRow(), row.topRow);
-        EXPECT_EQ(View().GetScrollBar(ScrollBar::vertical).m_Position, row.topRow * 16);
-        EXPECT_EQ(RowText(0), Numbered(row.topRow + 1));
-        ExpectTruePicture();
+        SCOPED_TRACE(testing::Message() << row.code << ' ' << row.position);
+        Scroll(kMsgVScroll, row.code, row.position);
+        expect(row.topRow);
+    }
+    const std::pair<int, int> kTurns[] = {{120, 73}, {240, 68}, {-120, 70}, // a notch is two rows
+                                          {-40, 70}, {39, 70},  {12000, 0}, {-12000, 75}};
+    for (const auto& [delta, topRow] : kTurns) {
+        SCOPED_TRACE(delta);
+        Wheel(delta);
+        expect(topRow);
     }
 }
 
@@ -66,14 +69,12 @@ TEST_F(ViewTest, SizesFollowTextAndWindow) {
         ScrollInfo horizontal;
         ScrollInfo vertical;
         int linesPerPage;
-    } kRows[] = {
-        {10, 5, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
-        {25, 1000, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
-        {26, 1001, {643, 405}, {8019, 160, 8, 0}, {421, 384, 16, 0}, 25},
-        {26, 1200, {646, 399}, {9614, 160, 8, 0}, {431, 368, 16, 0}, 24},
-        {5000, 5000, {640, 400}, {32766, 160, 8, 0}, {32752, 384, 16, 0}, 25},
-        {3, 0, {30, 10}, {8014, 0, 8, 0}, {58, 0, 16, 0}, 1},
-    };
+    } kRows[] = {{10, 5, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
+                 {25, 1000, {640, 400}, {8010, 160, 8, 0}, {0, 384, 16, 0}, 25},
+                 {26, 1001, {643, 405}, {8019, 160, 8, 0}, {421, 384, 16, 0}, 25},
+                 {26, 1200, {646, 399}, {9614, 160, 8, 0}, {431, 368, 16, 0}, 24},
+                 {5000, 5000, {640, 400}, {32766, 160, 8, 0}, {32752, 384, 16, 0}, 25},
+                 {3, 0, {30, 10}, {8014, 0, 8, 0}, {58, 0, 16, 0}, 1}};
     Open("");
     for (const auto& row : kRows) {
         SCOPED_TRACE(testing::Message() << row.lines << " of " << row.width);
@@ -91,27 +92,45 @@ TEST_F(ViewTest, SizesFollowTextAndWindow) {
 
 TEST_F(ViewTest, HorizontalBarMovesByWholeColumns) {
     Open(std::string(1200, 'x') + "\r\nend");
-    const struct {
-        ScrollCode code;
-        int value;
-        int position;
-    } kRows[] = {
-        {kScrollLineDown, 0, 8},
-        {kScrollPageDown, 0, 168},
-        {kScrollThumbTrack, 815, 808},
-        {kScrollThumbPosition, 7, 0},
-        {kScrollLineUp, 0, 0},
-        {kScrollBottom, 0, 9610 - 640},
-        {kScrollLineDown, 0, 9610 - 640},
-        {kScrollPageUp, 0, 9610 - 800},
-        {kScrollThumbPosition, 8960, 8960},
-        {kScrollTop, 0, 0},
-    };
-    for (const auto& row : kRows) {
-        Scroll(kMsgHScroll, row.code, row.value);
-        EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal).m_Position, row.position) << row.code;
+    const std::tuple<ScrollCode, int, int> kRows[] = {{kScrollLineDown, 0, 8},
+                                                      {kScrollPageDown, 0, 168},
+                                                      {kScrollThumbTrack, 815, 808},
+                                                      {kScrollThumbPosition, 7, 0},
+                                                      {kScrollLineUp, 0, 0},
+                                                      {kScrollBottom, 0, 9610 - 640},
+                                                      {kScrollLineDown, 0, 9610 - 640},
+                                                      {kScrollPageUp, 0, 9610 - 800},
+                                                      {kScrollThumbPosition, 8960, 8960},
+                                                      {kScrollTop, 0, 0}};
+    for (const auto& [code, value, position] : kRows) {
+        Scroll(kMsgHScroll, code, value);
+        EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal).m_Position, position) << code;
         ExpectTruePicture();
     }
+}
+
+/// As on a screen whose ratio of pixels has changed: the font has other measures.
+TEST_F(ViewTest, NewMeasuresOfTheScreenAreTaken) {
+    struct Surface : CellSurface {
+        using CellSurface::CellSurface;
+        FontMetrics GetFontMetrics(const IBackendFont*) override { return {20, 0, 10, 10}; }
+    };
+    struct Desk : BreakingDesk {
+        using BreakingDesk::BreakingDesk;
+        IBackendSurface& GetScreen() override { return m_Larger; }
+        CellGrid m_Grid{{0, 0}};
+        CSize m_Size;
+        Surface m_Larger{m_Grid, m_Size};
+    } desk(m_Desk);
+    Open(std::string(1200, 'x') + "\r\n" + Lines(99));
+    Scroll(kMsgHScroll, kScrollThumbTrack, 808);
+    SetBackend(&desk);
+    View().Send(kMsgDpiChanged);
+    EXPECT_EQ(View().GetScrollBar(ScrollBar::horizontal), (ScrollInfo{12012, 160, 10, 1010}));
+    EXPECT_EQ(View().GetScrollBar(ScrollBar::vertical), (ScrollInfo{2000, 380, 20, 0}));
+    EXPECT_EQ(View().GetCaret(), (CRect{-1010, 0, -1008, 20})); // the left column is the same
+    EXPECT_EQ(View().GetInvalid(), (CRect{0, 0, 640, 400}));
+    SetBackend(&m_Desk);
 }
 
 TEST_F(ViewTest, CaretIsBroughtIntoSight) {

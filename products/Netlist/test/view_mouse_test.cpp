@@ -13,13 +13,11 @@ TEST_F(ViewTest, ClickPutsTheCaretToTheNearestPlace) {
         ScreenCell cell;
         CPoint pixels;
         TextPosition caret;
-    } kRows[] = {
-        {{0, 1}, {4, 15}, {0, 1}}, // the middle of a character belongs to its left half
-        {{0, 1}, {5, 15}, {0, 2}},  {{0, 3}, {0, 0}, {0, 2}}, // inside the tab
-        {{0, 2}, {7, 0}, {0, 2}},   {{0, 3}, {5, 0}, {0, 4}},   {{0, 40}, {0, 0}, {0, 6}},
-        {{1, 5}, {0, 0}, {1, 0}},   {{20, 3}, {0, 0}, {2, 3}}, // below the text
-        {{20, 79}, {0, 0}, {2, 9}}, {{-3, -3}, {0, 0}, {0, 0}},
-    };
+    } kRows[] = {{{0, 1}, {4, 15}, {0, 1}}, // the middle of a character belongs to its left half
+                 {{0, 1}, {5, 15}, {0, 2}},  {{0, 3}, {0, 0}, {0, 2}}, // inside the tab
+                 {{0, 2}, {7, 0}, {0, 2}},   {{0, 3}, {5, 0}, {0, 4}},  {{0, 40}, {0, 0}, {0, 6}},
+                 {{1, 5}, {0, 0}, {1, 0}},   {{20, 3}, {0, 0}, {2, 3}}, // below the text
+                 {{20, 79}, {0, 0}, {2, 9}}, {{-3, -3}, {0, 0}, {0, 0}}};
     for (const auto& row : kRows) {
         Mouse(kMsgLButtonDown, row.cell, row.pixels);
         Mouse(kMsgLButtonUp, row.cell, row.pixels);
@@ -35,15 +33,13 @@ TEST_F(ViewTest, DragHighlightsAStreamOrABlock) {
         ScreenCell from, to;
         bool alt;
         const char* rows[4];
-    } kRows[] = {
-        {{0, 2}, {3, 3}, false, {"..xxxxxxxx", "", "xx", "xxx"}},
-        {{3, 3}, {0, 2}, false, {"..xxxxxxxx", "", "xx", "xxx"}},
-        {{2, 1}, {9, 70}, false, {"", "", ".x", "xxxxxx"}},
-        {{0, 2}, {3, 5}, true, {"..xxx", "..xxx", "..xxx", "..xxx"}},
-        {{3, 2}, {0, 5}, true, {"..xxx", "..xxx", "..xxx", "..xxx"}},
-        {{0, 2}, {2, 7}, true, {"", "", "", ""}}, // a line's end bounds the corner
-        {{2, 2}, {0, 2}, false, {"..xxxxxxxx", "", "xx", ""}},
-    };
+    } kRows[] = {{{0, 2}, {3, 3}, false, {"..xxxxxxxx", "", "xx", "xxx"}},
+                 {{3, 3}, {0, 2}, false, {"..xxxxxxxx", "", "xx", "xxx"}},
+                 {{2, 1}, {9, 70}, false, {"", "", ".x", "xxxxxx"}},
+                 {{0, 2}, {3, 5}, true, {"..xxx", "..xxx", "..xxx", "..xxx"}},
+                 {{3, 2}, {0, 5}, true, {"..xxx", "..xxx", "..xxx", "..xxx"}},
+                 {{0, 2}, {2, 7}, true, {"", "", "", ""}}, // a line's end bounds the corner
+                 {{2, 2}, {0, 2}, false, {"..xxxxxxxx", "", "xx", ""}}};
     for (const auto& row : kRows) {
         SCOPED_TRACE(testing::PrintToString(row.from) + testing::PrintToString(row.to));
         Drag(row.from, row.to, row.alt);
@@ -85,8 +81,7 @@ TEST_F(ViewTest, DoubleClickDragTakesWholeWords) {
     } kRows[] = {
         {{0, 6}, {"....xxx", ""}, 7},           {{0, 9}, {"....xxxxxxxxx", ""}, 13},
         {{0, 1}, {"xxxxxxx", ""}, 0},           {{1, 6}, {"....xxxxxxxxx", "xxxxxxxxx"}, 9},
-        {{1, 0}, {"....xxxxxxxxx", "xxxx"}, 4}, {{0, 4}, {"....xxx", ""}, 7},
-    };
+        {{1, 0}, {"....xxxxxxxxx", "xxxx"}, 4}, {{0, 4}, {"....xxx", ""}, 7}};
     for (const auto& row : kRows) {
         Mouse(kMsgMouseMove, row.cell);
         SCOPED_TRACE(testing::PrintToString(row.cell));
@@ -197,65 +192,6 @@ TEST_F(ViewTest, EditsElsewhereKeepCaretAndSelectionInsideTheText) {
     Key(kKeyDelete);
     EXPECT_EQ(Editor().Text(), u"fir");
     ExpectTruePicture();
-}
-
-/// Actions of the mouse and the scroll bars, and edits as another view makes them.
-TEST_F(ViewTest, PicturesStayTrueOverRandomScripts) {
-    WriteConfig("install", 3);
-    std::string text;
-    for (int i = 0; i < 45; ++i)
-        text += std::string(static_cast<std::size_t>(i * 7 % 40), 'a') +
-                (i % 5 ? "\tb\t" : " /* ") + std::to_string(i) + (i % 9 ? "\r\n" : " */\r\n");
-    Open(text + std::string(1100, 'z'), {30, 12});
-    IEditorDriver& driver = *Editor().m_Driver;
-    const RandomStep act = [&](std::minstd_rand& random) {
-        const auto below = [&random](std::size_t bound) {
-            return static_cast<int>(random() % bound);
-        };
-        const ScreenCell cell{below(18) - 3, below(40) - 5};
-        const int row = below(static_cast<std::size_t>(Editor().m_Inspector->GetLineCount()));
-        const int column = below(Editor().m_Inspector->GetLineText(row).size() + 1);
-        const int value = below(960);
-        const std::function<void()> actions[] = {
-            [&] { Click(cell); },
-            [&] { Press(cell, value % 2 != 0); },
-            [&] {
-                Hold(kKeyLeftButton, value % 2 != 0);
-                Mouse(kMsgMouseMove, cell);
-                m_Desk.Pump(3);
-            },
-            [&] { Release(cell); },
-            [&] { DoubleClick(cell); },
-            [&] { Wheel(value - 480); },
-            [&] { Scroll(kMsgVScroll, static_cast<ScrollCode>(value % 9), value); },
-            [&] { Scroll(kMsgHScroll, static_cast<ScrollCode>(value % 9), value); },
-            [&] {
-                View().Resize({value % 300, value / 4});
-            },
-            [&] { View().Send(value % 2 ? kMsgKillFocus : kMsgSetFocus); },
-            [&] {
-                constexpr const char* kTexts[] = {"/*", "*/", "word", "\t", "  "};
-                driver.InsertString(row, column, kTexts[value % 5], true, true);
-                driver.NotifyEdited(row);
-            },
-            [&] {
-                driver.SplitLine(row, column, true, 0, true);
-                driver.NotifyEdited(row);
-            },
-            [&] {
-                driver.CatLine(row, true, true);
-                driver.DelChar(row, column, true);
-                driver.NotifyEdited(row);
-            },
-            [&] { driver.RunCommand(42005); },
-        };
-        const auto which = random() % std::size(actions);
-        actions[which]();
-        return testing::PrintToString(
-            std::tuple(which, cell.m_Row, cell.m_Column, row, column, value));
-    };
-    for (unsigned seed = 1; seed <= 20; ++seed)
-        RunRandomly(seed, 150, act);
 }
 
 } // namespace

@@ -59,39 +59,27 @@ protected:
 TEST_F(ViewPrintTest, PagesHoldTheText) {
     const std::string nine = "1\n2\n3\n4\n5\n6\n7\n8\n9";
     const struct {
-        const char* m_Name;
         Options m_Options;
         std::string m_Text;
         const char* m_Pages;
     } kRows[] = {
-        {"empty document", {}, "", ""},
-        {"plain", {}, "R1 a b 1k\n\nend\n", "100,0 R1 a b 1k / 100,40 end"},
-        {"tabs and bytes above ASCII", {}, "a\tb\n\xB5\x80", "100,0 a   b / 100,20 \u00b5\u20ac"},
-        {"long line",
-         {},
-         std::string(45, 'x') + "\ny",
-         "100,0 xxxxxxxxxxxxxxxxxxxx / 100,20 xxxxxxxxxxxxxxxxxxxx / 100,40 xxxxx / 100,60 y"},
-        {"numbers",
-         {{u"PrintLineNumbers", u"1"}},
-         std::string(16, 'x') + "\n\ny",
+        {{}, "", ""},
+        {{}, "R1 a b 1k\n\nend\n", "100,0 R1 a b 1k / 100,40 end"},
+        {{}, "a\tb\n\xB5\x80", "100,0 a   b / 100,20 \u00b5\u20ac"},
+        {{}, std::string(25, 'x') + "\ny", "100,0 xxxxxxxxxxxxxxxxxxxx / 100,20 xxxxx / 100,40 y"},
+        {{{u"PrintLineNumbers", u"1"}},
+         std::string(16, 'x') + "\n\ny\n",
          "100,0 0001:  / 160,0 xxxxxxxxxxxxxx / 100,20        / 160,20 xx / 100,40 0002:  / "
          "100,60 0003:  / 160,60 y"},
-        {"no number of an empty last line",
-         {{u"PrintLineNumbers", u"1"}},
-         "x\n",
-         "100,0 0001:  / 160,0 x"},
-        {"borders",
-         {{u"PrintLBorder", u"2"}, {u"PrintRBorder", u"30"}},
+        {{{u"PrintLBorder", u"2"}, {u"PrintRBorder", u"30"}},
          std::string(9, 'x'),
          "20,0 xxxxxxxx / 20,20 x"},
-        {"borders that leave nothing", {{u"PrintLBorder", u"99"}}, "ab", "990,0 a / 990,20 b"},
-        {"colours", {}, "a/*b*/c", "100,0 a / 110,0 /*b*/#2 / 160,0 c"},
-        {"a colour over the row's end",
-         {},
+        {{{u"PrintLBorder", u"99"}}, "ab", "990,0 a / 990,20 b"}, // which leaves nothing
+        {{}, "a/*b*/c", "100,0 a / 110,0 /*b*/#2 / 160,0 c"},
+        {{},
          "a/*234567890123456789012*/b",
          "100,0 a / 110,0 /*23456789012345678#2 / 100,20 9012*/#2 / 160,20 b"},
-        {"header and footer take rows off",
-         {{u"PrintHead", u"9"},
+        {{{u"PrintHead", u"9"},
           {u"PrintHeadText", u"top"},
           {u"PrintFoot", u"268435468"},
           {u"PrintFootText", u"end"}},
@@ -99,17 +87,16 @@ TEST_F(ViewPrintTest, PagesHoldTheText) {
          "100,0 top / 270,180 end / 100,25 1 / 100,45 2 / 100,65 3 / 100,85 4 / 100,105 5 / "
          "100,125 6 / 100,145 7 / 100-300 at 175 | 100,0 top / 270,180 end / 100,25 8 / 100,45 9 "
          "/ 100-300 at 175"},
-        {"page numbers",
-         {{u"PrintHead", u"536907776"}},
+        {{{u"PrintHead", u"536907776"}},
          nine,
          "100,0 Page 1 Of 2 / 100,25 1 / 100,45 2 / 100,65 3 / 100,85 4 / 100,105 5 / 100,125 6 "
          "/ 100,145 7 / 100,165 8 | 100,0 Page 2 Of 2 / 100,25 9"},
-        {"the option can't ask for measuring", {{u"PrintHead", u"1073741824"}}, "x", "100,0 x"},
+        {{{u"PrintHead", u"1073741824"}}, "x", "100,0 x"}, // can't ask for measuring
     };
     WriteConfig("install", 3);
     Factory();
     for (const auto& row : kRows) {
-        SCOPED_TRACE(row.m_Name);
+        SCOPED_TRACE(row.m_Pages);
         m_Options.Clear();
         Set(row.m_Options);
         LoadOptions(m_Desktop);
@@ -136,8 +123,7 @@ TEST_F(ViewPrintTest, ASelectionIsPrintedAlone) {
          {2, 3},
          true,
          "100,0 0001:  / 160,0 3456 / 100,20 0002:  / 100,40 0003:  / 160,40 DEFG"},
-        {{2, 99}, {7, 99}, false, "100,0 0003:  / 100,20 0004:  / 160,20 z"},
-    };
+        {{2, 99}, {7, 99}, false, "100,0 0003:  / 100,20 0004:  / 160,20 z"}};
     Open("0123456789\nab\nABCDEFGH\nz");
     for (const auto& row : kRows) {
         SelectText(row.m_Anchor, row.m_End, row.m_Block);
@@ -194,11 +180,9 @@ TEST_F(ViewPrintTest, AJobThatEndsEarlyIsDropped) {
         int m_LastWanted;
         std::size_t m_Pages;
         bool m_Completed, m_Told;
-    } kRows[] = {
-        {kBreakPrintStart, 0, 0, false, true},   {kBreakPrintPage, 0, 1, false, true},
-        {kBreakPrintPageEnd, 0, 2, false, true}, {kBreakPrintEnd, 0, 4, false, true},
-        {kBreakFont, 0, 4, true, false},         {0, 2, 2, false, false},
-    };
+    } kRows[] = {{kBreakPrintStart, 0, 0, false, true},   {kBreakPrintPage, 0, 1, false, true},
+                 {kBreakPrintPageEnd, 0, 2, false, true}, {kBreakPrintEnd, 0, 4, false, true},
+                 {kBreakFont, 0, 4, true, false},         {0, 2, 2, false, false}};
     Open(std::string(33, '\n') + "x"); // four pages
     SetBackend(&breaking);
     breaking.m_LostPage = 2;
@@ -261,8 +245,7 @@ TEST(HeaderFooterTest, ItemsStandWhereTheirNibblesSay) {
         {0x90000, 0x90000 | kTotal, 3, 1, "20,12 Page 3 / 20,169 Page 3 Of 5", 38, 162},
         {0x9000 | kTotal, 0, 3, 4, "20,12 Page 3 Of 20", 38, 190},
         {0x90000, 0x90000 | kTotal, 7, 4, "20,12 Page 2.3 / 20,169 Page 2.3 Of 5.4", 38, 162},
-        {0x90000, 0, 8, 4, "20,12 Page 2.4", 38, 190},
-    };
+        {0x90000, 0, 8, 4, "20,12 Page 2.4", 38, 190}};
     CDocument document;
     document.SetTitle(u"netlist.cir");
     const AString head = u"head", foot = u"foot";
