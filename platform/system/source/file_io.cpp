@@ -25,8 +25,11 @@ ssize_t ReadSome(int descriptor, char* to, std::size_t size) {
 /// Appends the rest of the file to `text`; 0 or the error number. Files that grow while they are
 /// read, or that claim no size as those of /proc do, are read to their end as well.
 int ReadRest(int descriptor, std::uint64_t claimed, std::uint64_t limit, std::string& text) {
+    if (claimed > limit) {
+        return EFBIG;
+    }
     std::size_t length = 0;
-    text.resize(static_cast<std::size_t>(std::min(claimed, limit)) + 1);
+    text.resize(static_cast<std::size_t>(claimed) + 1);
     while (true) {
         if (length == text.size()) {
             text.resize(length + std::max(length / 2, kBlock));
@@ -67,6 +70,11 @@ int CopyBytes(int from, int to) {
     }
 }
 
+Status TooLarge(std::string_view action, const std::string& path, std::uint64_t limit) {
+    return Failure(action, path, EFBIG,
+                   "larger than the limit of " + std::to_string(limit) + " bytes");
+}
+
 } // namespace
 
 Status ReadWholeFile(const std::string& path, std::uint64_t limit, std::string& text) {
@@ -82,17 +90,17 @@ Status ReadWholeFile(const std::string& path, std::uint64_t limit, std::string& 
         return {};
     }
     text = std::string();
-    if (error == EFBIG) {
-        return Failure("read", path, EFBIG,
-                       "larger than the limit of " + std::to_string(limit) + " bytes");
-    }
-    return Failure("read", path, error);
+    return error == EFBIG ? TooLarge("read", path, limit) : Failure("read", path, error);
 }
 
-Status CopyFile(const std::string& from, const std::string& to) {
+Status CopyFile(const std::string& from, const std::string& to, std::uint64_t limit) {
     const FileDescriptor source = OpenRegularFile(from);
-    if (!source.IsOpen()) {
+    struct stat status {};
+    if (!source.IsOpen() || ::fstat(source.Get(), &status) != 0) {
         return Failure("copy", from, errno);
+    }
+    if (static_cast<std::uint64_t>(status.st_size) > limit) {
+        return TooLarge("copy", from, limit);
     }
     if (!IsUsablePath(to)) {
         return Failure("write", to, errno);

@@ -57,6 +57,7 @@ TEST(CopyFile, ReplacesButNeverItself) {
     const std::string to = folder.Write("to", std::string(300000, 'y'));
     EXPECT_TRUE(sys::CopyFile(from, to));
     EXPECT_EQ(sys::CopyFile(folder.At("none"), to).code, ENOENT);
+    EXPECT_EQ(sys::CopyFile(from, to, bytes.size() - 1).code, EFBIG);
     EXPECT_EQ(Contents(to), bytes);
     ASSERT_EQ(::symlink("from", folder.At("link").c_str()), 0);
     EXPECT_EQ(sys::CopyFile(from, folder.At("link")).code, EINVAL);

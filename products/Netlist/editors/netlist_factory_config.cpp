@@ -3,6 +3,7 @@
 #include "file_path.h"
 #include "idesktop.h"
 #include "netlist_factory.h"
+#include "profile_file.h"
 #include "resource_ids.h"
 #include "syntax_config.h"
 #include "temporary_file.h"
@@ -67,7 +68,7 @@ bool CNetlistFactory::CopySyntaxConfig(const std::string& source) {
         !AString::CanDecode(AString::kUtf8, directory) ||
         !sys::CreateTemporaryFile(directory, kTemporaryPrefix, copy))
         return false;
-    if (!sys::CopyFile(source, copy)) {
+    if (!sys::CopyFile(source, copy, sys::ProfileFile::kMaxSize)) {
         static_cast<void>(sys::DeleteFile(copy));
         return false;
     }

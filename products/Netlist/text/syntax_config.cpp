@@ -68,7 +68,7 @@ sys::Status OpenByCopy(sys::ProfileFile& file, const std::string& path) {
     std::string copy;
     if (directory.empty() || !sys::CreateTemporaryFile(directory, kTemporaryPrefix, copy))
         return file.Open(path);
-    sys::Status status = sys::CopyFile(path, copy);
+    sys::Status status = sys::CopyFile(path, copy, sys::ProfileFile::kMaxSize);
     status = file.Open(status ? copy : path);
     static_cast<void>(sys::DeleteFile(copy));
     return status;
