@@ -54,7 +54,9 @@ public:
 
     /// Replaces the text by a document's archive. Every sequence of bytes is one. The modified flag
     /// stays as it is.
-    virtual void LoadArchive(std::string_view bytes) = 0;
+    /// @param mayStop whether the user may stop it
+    /// @return false: stopped, the text is empty
+    virtual bool LoadArchive(std::string_view bytes, bool mayStop = false) = 0;
 
     /// Runs a command through the active view, or through the document while it has none, if its
     /// update handler has it enabled. @return whether it ran

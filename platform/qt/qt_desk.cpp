@@ -7,6 +7,7 @@
 #include <QCursor>
 #include <QDrag>
 #include <QMimeData>
+#include <QProgressDialog>
 #include <QThread>
 
 #include "accessible_canvas.h"
@@ -166,6 +167,20 @@ void QtDesk::ShowPreview(const PrintFunction& print) {
     ShowPrintPreview(DialogParent(), [&](QPrinter& printer) {
         print(std::make_unique<PrintJob>(MakeTargetDevice(printer), m_Seat->m_DefaultFont));
     });
+}
+
+bool QtDesk::ShowProgress(const AString& what, int thousandths) {
+    if (!m_Progress) {
+        m_Progress = MakeProgressDialog(QGuiApplication::applicationDisplayName());
+        m_Progress->setRange(0, 1000);
+        m_Progress->setLabelText(ToQt(what));
+    }
+    m_Progress->setValue(thousandths); // which lets the user answer
+    return !m_Progress->wasCanceled();
+}
+
+void QtDesk::EndProgress() {
+    m_Progress.reset();
 }
 
 void QtDesk::Wait(int milliseconds) {

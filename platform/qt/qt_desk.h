@@ -6,9 +6,11 @@
 #include <optional>
 
 #include "backend.h"
+#include "job_progress.h"
 #include "pdf_desk.h"
 
 class QMdiArea;
+class QProgressDialog;
 class QtSeat;
 class QWidget;
 
@@ -34,7 +36,7 @@ struct FrameHooks {
 /// A view's window rectangle is that of the frame around it, and the pointer on the frame's title
 /// gives the view kMsgNcMouseMove with the place on the screen. The middle button gives a view a
 /// click, and then kMsgPaste with the clipboard standing for the primary selection.
-class QUOREL_API QtDesk : public IBackendDesk {
+class QUOREL_API QtDesk : public IBackendDesk, public IProgressDesk {
 public:
     QtDesk();
     QtDesk(const QtDesk&) = delete;
@@ -74,7 +76,11 @@ public:
     std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
     void ShowPreview(const PrintFunction& print) override;
     void Wait(int milliseconds) override;
+    /// A job that takes longer shows a dialog with a bar and a way to stop.
+    bool ShowProgress(const AString& what, int thousandths) override;
+    void EndProgress() override;
 
 private:
     std::unique_ptr<QtSeat> m_Seat;
+    std::unique_ptr<QProgressDialog> m_Progress; ///< of the job that runs, else null
 };

@@ -80,7 +80,7 @@ OpenDocument* FileCommands::Open(const FileTarget& file, bool mayBeNew) {
         const bool isNew = mayBeNew && !IsThere(path);
         if (isNew)
             document->GetFile().Adopt(path, {});
-        const sys::Status status = isNew ? sys::Status{} : document->Load(path);
+        const sys::Status status = isNew ? sys::Status{} : document->Load(path, true);
         if (!status) {
             m_Documents.Remove(*document);
             Fail(QStringLiteral("The file %1 can't be opened.").arg(Quoted(name)), status);
@@ -114,12 +114,14 @@ void FileCommands::ShowFormNotices(OpenDocument& document) {
         m_Window.m_Tell(document.GetTitle() + QStringLiteral(": ") + text, false);
         document.ShowNotice(new NoticeBar(NoticeBar::Kind::information, text), topic);
     };
+    const bool isMixed = document.GetFile().HasMixedLineEnds();
     if (form.m_Encoding == FileEncoding::bytes)
-        notice(
-            kFormTopic,
-            QStringLiteral("This file holds characters that Windows-1252 hasn't got. It is shown "
-                           "byte for byte; all that you don't change is saved as it was."));
-    if (document.GetFile().HasMixedLineEnds())
+        notice(kFormTopic,
+               QStringLiteral("This file holds characters that Windows-1252 hasn't got. It is "
+                              "shown byte for byte") +
+                   (isMixed ? QStringLiteral(".")
+                            : QStringLiteral("; all that you don't change is saved as it was.")));
+    if (isMixed)
         notice(kEndsTopic, QStringLiteral("The lines of this file end in different ways. You will "
                                           "be asked which one to use when you save a change."));
 }

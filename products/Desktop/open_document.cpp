@@ -1,5 +1,7 @@
 #include "open_document.h"
 
+#include <cerrno>
+
 #include <QFileInfo>
 #include <QMdiSubWindow>
 #include <QVBoxLayout>
@@ -61,11 +63,12 @@ OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort so
 
 OpenDocument::~OpenDocument() = default;
 
-sys::Status OpenDocument::Load(const std::string& path) {
+sys::Status OpenDocument::Load(const std::string& path, bool mayStop) {
     std::string archive;
     if (sys::Status status = m_File.Load(path, archive); !status)
         return status;
-    m_Editor.m_Driver->LoadArchive(archive);
+    if (!m_Editor.m_Driver->LoadArchive(archive, mayStop))
+        return sys::Failure("load", path, ECANCELED);
     m_Editor.m_Driver->SetModified(false);
     RefreshTitle();
     return {};

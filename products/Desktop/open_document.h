@@ -39,7 +39,7 @@ public:
     /// @name Text and file
     /// @{
     /// Puts the file's text in place of the present one, unmodified.
-    sys::Status Load(const std::string& path);
+    sys::Status Load(const std::string& path, bool mayStop = false);
     /// Writes the text into the file, unmodified from then on.
     sys::Status Save(const std::string& path);
     std::string GetArchive();

@@ -2,15 +2,16 @@
 
 #include <algorithm>
 
+#include <QApplication>
 #include <QColorDialog>
 #include <QFileDialog>
-#include <QGuiApplication>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QProgressDialog>
 #include <QPushButton>
 
 #include "cmd_target.h"
@@ -20,6 +21,9 @@
 #include "qt_text.h"
 
 namespace {
+
+/// How long a job may take until it shows its progress, in milliseconds.
+constexpr int kSilence = 1000;
 
 /// A message box's buttons by the low nibble of its style, with what the framework calls them.
 /// Abort, retry and ignore have no DialogResult of their own.
@@ -184,4 +188,13 @@ unsigned ShowPopupMenu(const CMenu& menu, const QPoint& at, CCmdTarget& target) 
     AddItems(shown, menu, target);
     const QAction* const chosen = shown.exec(at);
     return chosen && chosen->isEnabled() ? chosen->data().toUInt() : 0;
+}
+
+std::unique_ptr<QProgressDialog> MakeProgressDialog(const QString& title) {
+    auto progress = std::make_unique<QProgressDialog>(QApplication::activeWindow());
+    progress->setWindowModality(Qt::ApplicationModal);
+    progress->setMinimumDuration(kSilence);
+    progress->setWindowTitle(title);
+    progress->setAutoReset(false);
+    return progress;
 }

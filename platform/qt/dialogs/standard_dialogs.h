@@ -13,6 +13,7 @@
 
 class PrintDevice;
 class QPrinter;
+class QProgressDialog;
 class QWidget;
 
 /// @name As the operations of IBackendDesk
@@ -28,6 +29,9 @@ void ShowPrintPreview(QWidget* parent, const std::function<void(QPrinter&)>& pri
 /// Shows a menu at a place of Qt's.
 unsigned ShowPopupMenu(const CMenu& menu, const QPoint& at, CCmdTarget& target);
 /// @}
+
+/// A bar for a job that takes longer, with a button to stop it; modal once it is shown.
+std::unique_ptr<QProgressDialog> MakeProgressDialog(const QString& title);
 
 /// Qt's filters for FileRequest's: "Text|*.txt;*.cir||" gives "Text (*.txt *.cir)".
 QStringList FiltersOf(const AString& filter);

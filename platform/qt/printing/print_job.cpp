@@ -1,20 +1,17 @@
 #include "print_job.h"
 
-#include <QApplication>
 #include <QPdfWriter>
 #include <QPrinter>
 #include <QProgressDialog>
 #include <QSaveFile>
 
 #include "qt_text.h"
+#include "standard_dialogs.h"
 
 namespace {
 
 /// What a page of a PDF leaves free on each side, in millimetres.
 constexpr double kPdfMargin = 10;
-
-/// How long a job may take until it shows its progress, in milliseconds.
-constexpr int kSilence = 1000;
 
 class PdfDevice : public PrintDevice {
 public:
@@ -60,15 +57,6 @@ private:
     QPrinter& m_Printer;
 };
 
-std::unique_ptr<QProgressDialog> MakeProgress() {
-    auto progress = std::make_unique<QProgressDialog>(QApplication::activeWindow());
-    progress->setWindowModality(Qt::ApplicationModal);
-    progress->setMinimumDuration(kSilence);
-    progress->setWindowTitle(QStringLiteral("Printing"));
-    progress->setAutoReset(false);
-    return progress;
-}
-
 CSize PageSizeOf(const QPagedPaintDevice& device) {
     const QSize size = device.pageLayout().paintRectPixels(device.logicalDpiX()).size();
     return {size.width(), size.height()};
@@ -89,7 +77,8 @@ std::unique_ptr<PrintDevice> MakeTargetDevice(QPrinter& printer) {
 }
 
 PrintJob::PrintJob(std::unique_ptr<PrintDevice> device, const QtFont& defaultFont, bool isWatched)
-    : m_Device(std::move(device)), m_Progress(isWatched ? MakeProgress() : nullptr),
+    : m_Device(std::move(device)),
+      m_Progress(isWatched ? MakeProgressDialog(QStringLiteral("Printing")) : nullptr),
       m_Surface(m_Painter, PageSizeOf(m_Device->Get()),
                 {m_Device->Get().logicalDpiX(), m_Device->Get().logicalDpiY()}, defaultFont) {}
 

@@ -1,7 +1,11 @@
 #include "editor_access.h"
 
+#include <algorithm>
+
 #include "archive.h"
 #include "base_editor.h"
+#include "file.h"
+#include "job_progress.h"
 
 namespace {
 
@@ -40,6 +44,37 @@ int ColumnBehind(int column, std::string_view text) {
     for (const char character : text)
         column += character == '\t' ? TabWidthAt(column) : 1;
     return column;
+}
+
+/// A file of bytes in memory that shows how far it has been read, and ends when the user stops it.
+class WatchedBytes : public CFile {
+public:
+    explicit WatchedBytes(std::string_view bytes) : m_Bytes(bytes) {}
+    std::size_t Read(void* buffer, std::size_t size) override {
+        const auto done = static_cast<std::int64_t>(m_Done);
+        m_Stopped = m_Stopped || !m_Progress.GoOn(done, static_cast<std::int64_t>(m_Bytes.size()));
+        const std::size_t read = m_Stopped ? 0 : std::min(size, m_Bytes.size() - m_Done);
+        std::copy_n(m_Bytes.data() + m_Done, read, static_cast<char*>(buffer));
+        m_Done += read;
+        return read;
+    }
+    bool IsStopped() const { return m_Stopped; }
+
+private:
+    CJobProgress m_Progress{u"Loading"};
+    std::string_view m_Bytes;
+    std::size_t m_Done = 0;
+    bool m_Stopped = false;
+};
+
+/// @return false: the user has stopped it, and the text is empty
+bool LoadWatched(CSimEditDoc& document, std::string_view bytes) {
+    WatchedBytes file(bytes);
+    CArchive archive(file, CArchive::load);
+    document.CSimEditDoc::LoadArchive(archive);
+    if (file.IsStopped())
+        document.CSimEditDoc::SetText({});
+    return !file.IsStopped();
 }
 
 } // namespace
@@ -209,11 +244,17 @@ void EditorAccess::SetModified(bool modified) {
     m_Editor.SetModifiedFlag(modified);
 }
 
-void EditorAccess::LoadArchive(std::string_view bytes) {
+bool EditorAccess::LoadArchive(std::string_view bytes, bool mayStop) {
     NoteChange();
-    CArchive archive(bytes);
-    m_Editor.CSimEditDoc::LoadArchive(archive);
+    bool isLoaded = true;
+    if (mayStop) {
+        isLoaded = LoadWatched(m_Editor, bytes);
+    } else {
+        CArchive archive(bytes);
+        m_Editor.CSimEditDoc::LoadArchive(archive);
+    }
     m_Editor.UpdateAllViews(nullptr);
+    return isLoaded;
 }
 
 bool EditorAccess::SetLanguage(const AString& language) {

@@ -57,7 +57,7 @@ public:
     void NotifyEdited(int firstRow) override;
     void SetModified(bool modified) override;
     bool SetCaret(TextPosition place) override;
-    void LoadArchive(std::string_view bytes) override;
+    bool LoadArchive(std::string_view bytes, bool mayStop) override;
     bool RunCommand(unsigned id) override;
     bool Select(TextPosition anchor, TextPosition end, bool block) override;
     bool SetLanguage(const AString& language) override;

@@ -12,6 +12,7 @@
 #include "find_replace_dlg.h"
 #include "go_to_dlg.h"
 #include "idesktop.h"
+#include "job_progress.h"
 #include "netlist_factory.h"
 #include "paint_gathering.h"
 #include "sim_edit_doc.h"
@@ -146,9 +147,11 @@ void CSimEditView::ReplaceAll(const CFindDialog& dialog) {
     const std::string replacement = ReplacementOf(dialog);
     const PaintGathering gathering(*GetTextDocument());
     GetTextDocument()->PutOffColours(match->From.Row);
+    CJobProgress progress(u"Replacing");
     TextPlace last;
     while (match &&
-           std::tie(match->From.Row, match->From.Column) >= std::tie(last.Row, last.Column)) {
+           std::tie(match->From.Row, match->From.Column) >= std::tie(last.Row, last.Column) &&
+           progress.GoOn(last.Row, RowCount())) { // what is replaced when it stops, undo takes back
         TakeMatch(*match);
         DeleteSelection();
         InsertText(replacement);
