@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 
-#include "atomic_file.h"
 #include "batch.h"
 #include "block_index.h"
 #include "input_file.h"
@@ -142,11 +141,4 @@ std::string WriteIndexedBlocks(const std::vector<BlocksPtr>& blocks, BlocksForm 
     return Write(blocks, form, [=](io::CToken_ostream& stream) {
         stream.BuildIndex(isAllLevels ? io::kAllLevels : 0u);
     });
-}
-
-void WriteOutput(const std::string& path, std::string_view bytes) {
-    if (path == kStandardInput)
-        Output::Get().Write(bytes);
-    else
-        Require(sys::WriteFileAtomically(path, bytes));
 }

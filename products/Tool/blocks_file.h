@@ -88,9 +88,5 @@ std::string WriteBlocks(const std::vector<BlocksPtr>& blocks, BlocksForm form);
 std::string WriteIndexedBlocks(const std::vector<BlocksPtr>& blocks, BlocksForm form,
                                bool isAllLevels);
 
-/// Writes a file, all of it or nothing, or to standard output for "-". A failure ends the command
-/// with ExitCode::file.
-void WriteOutput(const std::string& path, std::string_view bytes);
-
 /// The input of a request in a batch: "text", or "bytes", an array of the numbers 0 to 255.
 std::string RequireInput(const Json& request);

@@ -6,6 +6,7 @@
 #include "blocks_file.h"
 #include "file_status.h"
 #include "input_file.h"
+#include "output.h"
 #include "token_ifile.h"
 
 namespace {

@@ -7,30 +7,8 @@
 #include "block_func.h"
 #include "block_named_value.h"
 #include "block_vec.h"
-#include "code_page.h"
-#include "output.h"
 
 namespace {
-
-constexpr std::size_t kSpillSize = 64 * 1024;
-
-bool IsPlain(char c) {
-    return static_cast<unsigned char>(c) >= 0x20 && c != '"' && c != '\\';
-}
-
-/// Appends a character that can't stand in a JSON string.
-void AppendEscaped(char c, std::string& text) {
-    constexpr const char* kHex = "0123456789abcdef";
-    constexpr std::string_view kShort = "\"\"\\\\\bb\ff\nn\rr\tt"; // each with its letter
-    for (std::size_t i = 0; i < kShort.size(); i += 2) {
-        if (kShort[i] == c) {
-            text += {'\\', kShort[i + 1]};
-            return;
-        }
-    }
-    text += "\\u00";
-    text += {kHex[c >> 4], kHex[c & 0xF]};
-}
 
 std::string NumberText(double number) {
     std::array<char, 32> digits;
@@ -53,68 +31,22 @@ AString NameText(const io::CToken& name) {
 
 // --- Pieces ---
 
-void BlocksJson::Spill() {
-    if (m_Target != Target::kStandardOutput)
-        return;
-    Output::Get().Write(m_Text);
-    m_Text.clear();
-}
-
-void BlocksJson::NextElement(bool isFirst) {
-    if (!isFirst)
-        m_Text += ',';
-    if (m_Target == Target::kStandardOutput)
-        m_Text += '\n';
-    if (m_Text.size() > kSpillSize)
-        Spill();
-}
-
-void BlocksJson::EndList() {
-    if (m_Target == Target::kStandardOutput)
-        m_Text += '\n';
-    m_Text += ']';
-}
-
-void BlocksJson::End() {
-    m_Text += '\n';
-    Spill();
-}
-
-void BlocksJson::AppendString(std::string_view utf8) {
-    m_Text += '"';
-    for (std::size_t i = 0; i < utf8.size(); ++i) {
-        const std::size_t first = i;
-        while (i < utf8.size() && IsPlain(utf8[i]))
-            ++i;
-        m_Text += utf8.substr(first, i - first);
-        if (i < utf8.size())
-            AppendEscaped(utf8[i], m_Text);
-    }
-    m_Text += '"';
-}
-
-void BlocksJson::AppendString(std::u16string_view text) {
-    m_Utf8.clear();
-    codepage::AppendUtf16ToUtf8(text, m_Utf8);
-    AppendString(std::string_view(m_Utf8));
-}
-
 void BlocksJson::AppendNumber(double number) {
     if (!std::isfinite(number))
-        m_Text += "null";
+        *this << "null";
     else if (number == 0 && std::signbit(number))
-        m_Text += "-0.0"; // a -0 would be read as an integer, which has no sign
+        *this << "-0.0"; // a -0 would be read as an integer, which has no sign
     else
-        m_Text += NumberText(number);
+        *this << NumberText(number);
 }
 
 void BlocksJson::AppendStrings(const std::vector<AString>& texts) {
-    m_Text += '[';
+    *this << "[";
     for (const AString& text : texts) {
         NextElement(&text == texts.data());
         AppendString(std::u16string_view(text));
     }
-    m_Text += ']';
+    *this << "]";
 }
 
 // --- Tokens ---
@@ -135,9 +67,9 @@ void BlocksJson::AppendTokenMembers(const io::CToken& token) {
 }
 
 void BlocksJson::AppendToken(const io::CToken& token) {
-    m_Text += '{';
+    *this << "{";
     AppendTokenMembers(token);
-    m_Text += '}';
+    *this << "}";
 }
 
 // --- Blocks ---
@@ -162,7 +94,7 @@ void BlocksJson::AppendErrors(const io::CBlock& block) {
               << ",\"line\":" << std::to_string(error.GetLine()) << "}";
         isFirst = false;
     }
-    m_Text += ']';
+    *this << "]";
 }
 
 void BlocksJson::AppendElements(const io::CBlock_item& item) {
@@ -170,7 +102,7 @@ void BlocksJson::AppendElements(const io::CBlock_item& item) {
     *this << "\"elements\":[";
     for (const io::CToken& element : vec) {
         if (&element != vec.begin())
-            m_Text += ',';
+            *this << ",";
         AppendToken(element);
     }
     *this << "]}";

@@ -61,6 +61,7 @@ using AddCommandFunction = void (*)(CLI::App& parent, Choice& choice);
 std::span<const AddCommandFunction> GetCommands();
 
 void AddBlocks(CLI::App& parent, Choice& choice);
+void AddEdit(CLI::App& parent, Choice& choice);
 void AddPrint(CLI::App& parent, Choice& choice);
 void AddShow(CLI::App& parent, Choice& choice);
 void AddSyntax(CLI::App& parent, Choice& choice);

@@ -3,9 +3,12 @@
 #include <algorithm>
 
 #include "atomic_file.h"
+#include "backend.h"
+#include "combo_box.h"
 #include "data_files.h"
 #include "directory.h"
 #include "document.h"
+#include "editor_options.h"
 #include "file_io.h"
 #include "input_file.h"
 #include "syntax_choice.h"
@@ -77,6 +80,10 @@ AString FromUtf8(std::string_view text) {
 
 } // namespace
 
+bool IsEditor(const std::string& name) {
+    return std::ranges::any_of(kEditors, [&](const auto& e) { return name == e.m_Editor; });
+}
+
 void AddSessionOptions(CLI::App& command, SessionOptions& options) {
     std::vector<std::string> names;
     for (const auto& editor : kEditors)
@@ -122,13 +129,33 @@ EditorSession::EditorSession(const SessionOptions& options, IBackendDesk& desk)
     : m_Config(options.m_Config),
       m_Desktop({.m_InstallDirectory = m_Config.GetPath(), .m_SysLibDirectory = {}}, m_Store),
       m_Host(m_Desktop, &desk) {
-    for (const std::string& option : options.m_Options) {
+    TakeOptions(options.m_Options);
+    Require(m_Host.Start());
+    OpenEditor(options.m_Editor);
+}
+
+void EditorSession::Reopen(const SessionOptions& options, IBackendDesk& desk) {
+    Close();
+    SetBackend(&desk);
+    m_Desktop.ReleaseCommands();
+    TakeOptions(options.m_Options);
+    LoadOptions(m_Desktop);
+    GetFindBox().ResetContent();
+    GetFindBox().SetWindowText({});
+    OpenEditor(options.m_Editor);
+}
+
+void EditorSession::TakeOptions(const std::vector<std::string>& options) {
+    m_Store.Clear();
+    for (const std::string& option : options) {
         const std::size_t equals = option.find('=');
         m_Store.Set(u"Options", FromUtf8(option.substr(0, equals)),
                     FromUtf8(option.substr(equals + 1)));
     }
-    Require(m_Host.Start());
-    m_Editor = MakeEditor(options.m_Editor);
+}
+
+void EditorSession::OpenEditor(const std::string& kind) {
+    m_Editor = MakeEditor(kind);
     if (!m_Editor)
         throw ToolError(ExitCode::file, m_Host.GetPath() + " made no editor");
     GetEditor().OpenView(&m_Instance);
@@ -145,6 +172,17 @@ HostedEditor EditorSession::MakeEditor(const std::string& kind) {
     const AString language = editor->m_Language;
     return language.empty() ? m_Host.CreateNetlistEditor(&m_Design)
                             : m_Host.CreateScriptEditor(&m_ScriptOwner, {}, language, u"quorel");
+}
+
+IFactoryTools& EditorSession::GetTools() {
+    return dynamic_cast<IFactoryTools&>(*m_Host.GetFactory());
+}
+
+CComboBox& EditorSession::GetFindBox() {
+    for (const ToolBarEntry& entry : GetTools().GetToolBarEntries())
+        if (CComboBox* box = GetTools().GetToolBarBox(entry.m_Command))
+            return *box;
+    throw ToolError(ExitCode::file, m_Host.GetPath() + " has no find box");
 }
 
 void EditorSession::SetTitle(const AString& title) {

@@ -1,14 +1,16 @@
 /// The module at work for one command: an editor with a view in a window that nobody sees.
 #pragma once
 
-#include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "command.h"
 #include "host_design.h"
 #include "host_desktop.h"
+#include "ifactory_tools.h"
 #include "module_host.h"
+#include "resources.h"
 
 /// What a command line says of the editor.
 struct SessionOptions {
@@ -16,6 +18,8 @@ struct SessionOptions {
     std::string m_Config;               ///< as SyntaxOptions has it
     std::vector<std::string> m_Options; ///< KEY=VALUE
 };
+/// Whether that names a kind of editor.
+bool IsEditor(const std::string& name);
 void AddSessionOptions(CLI::App& command, SessionOptions& options);
 
 /// A folder with a syntax configuration under the name by which the module looks for it; gone with
@@ -37,25 +41,38 @@ private:
     std::string m_Name; ///< of the file that reserves the folder's name; empty: not our folder
 };
 
-/// One editor and its view, as the editor's kind, options and configuration say. Ends the module
-/// with it; a process has one session.
+/// The module and one editor after the other, each with a view, as the editor's kind, options and
+/// configuration say. Ends the module with it; a process has one session.
 class EditorSession {
 public:
-    /// @param desk outlives the session
+    /// Starts the module and opens an editor. @param desk outlives the editor
     EditorSession(const SessionOptions& options, IBackendDesk& desk);
     EditorSession(const EditorSession&) = delete;
     EditorSession& operator=(const EditorSession&) = delete;
     ~EditorSession();
 
+    /// Opens an editor in place of the one that is open, from nothing: nothing of the former one is
+    /// left, options are read anew. The configuration stays. @param desk outlives the editor
+    void Reopen(const SessionOptions& options, IBackendDesk& desk);
+    /// Ends the editor. None of the operations below is good until Reopen.
+    void Close() { m_Editor = {}; }
+
     IEditor& GetEditor() { return *m_Editor.m_Editor; }
     IEditorInspector& GetInspector() { return *m_Editor.m_Inspector; }
     IEditorDriver& GetDriver() { return *m_Editor.m_Driver; }
     HostDesktop& GetDesktop() { return m_Desktop; }
+    /// The find box of the module's toolbar.
+    CComboBox& GetFindBox();
+    /// The keys of the module's commands.
+    std::span<const Accelerator> GetKeys() { return GetTools().GetKeys(); }
     /// Gives the document a title in place of the one that the editor has formed.
     void SetTitle(const AString& title);
 
 private:
+    void TakeOptions(const std::vector<std::string>& options);
+    void OpenEditor(const std::string& kind);
     HostedEditor MakeEditor(const std::string& kind);
+    IFactoryTools& GetTools();
 
     /// The only instance, to which the view belongs.
     class Instance : public IDesignInstance, public IViewKey {

@@ -7,11 +7,13 @@
 #include <unistd.h>
 
 #include "ansi_text.h"
+#include "atomic_file.h"
 #include "progress.h"
 #include "tool_error.h"
 
 namespace {
 
+constexpr const char* kStandardOutput = "-";
 constexpr std::size_t kBufferSize = 64 * 1024;
 
 /// @return 0, or the error
@@ -65,6 +67,13 @@ void Output::HandOn(std::string_view text) {
     m_IsReaderGone = m_IsReaderGone || error == EPIPE;
     if (error != 0)
         throw ToolError(ExitCode::file, sys::Failure("write", "standard output", error).reason);
+}
+
+void WriteOutput(const std::string& path, std::string_view bytes) {
+    if (path == kStandardOutput)
+        Output::Get().Write(bytes);
+    else
+        Require(sys::WriteFileAtomically(path, bytes));
 }
 
 void Complain(std::string_view line) {

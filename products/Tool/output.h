@@ -29,6 +29,10 @@ private:
     std::string m_Buffer;
 };
 
+/// Writes a file, all of it or nothing, or to standard output for "-". A failure ends the command
+/// with ExitCode::file.
+void WriteOutput(const std::string& path, std::string_view bytes);
+
 /// Writes a line to standard error. What it quotes of a file can't work a terminal: control
 /// characters are shown as their pictures.
 void Complain(std::string_view line);

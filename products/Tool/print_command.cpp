@@ -1,13 +1,11 @@
 /// quorel print: a file as the editor prints it, into a PDF or, to look at what is drawn, as JSON.
-#include <charconv>
-#include <optional>
-
 #include "atomic_file.h"
 #include "command.h"
 #include "editor_session.h"
 #include "file_io.h"
 #include "input_file.h"
 #include "messages.h"
+#include "number_pair.h"
 #include "output.h"
 #include "print_desks.h"
 #include "temporary_file.h"
@@ -16,12 +14,6 @@ namespace {
 
 constexpr const char* kStandardOutput = "-";
 constexpr int kMostDeviceUnits = 1'000'000;
-
-/// Two numbers of which neither is below 1, written with something in between.
-struct NumberPair {
-    int m_First;
-    int m_Second;
-};
 
 struct PrintOptions {
     std::string m_File;
@@ -34,18 +26,6 @@ struct PrintOptions {
     std::vector<int> m_Select; ///< row and column, twice; empty: everything
     bool m_Block = false;
 };
-
-std::optional<NumberPair> ParsePair(std::string_view text, char between) {
-    NumberPair pair{};
-    const char* const end = text.data() + text.size();
-    const auto first = std::from_chars(text.data(), end, pair.m_First);
-    if (first.ec != std::errc() || first.ptr == end || *first.ptr != between)
-        return std::nullopt;
-    const auto second = std::from_chars(first.ptr + 1, end, pair.m_Second);
-    if (second.ec != std::errc() || second.ptr != end || pair.m_First < 1 || pair.m_Second < 1)
-        return std::nullopt;
-    return pair;
-}
 
 std::string CheckDevice(const std::string& text) {
     const auto size = ParsePair(text, 'x');

@@ -3,7 +3,7 @@
 #include "archive.h"
 #include "command.h"
 #include "input_file.h"
-#include "json_text.h"
+#include "json_writer.h"
 #include "output.h"
 #include "progress.h"
 #include "sim_edit_doc.h"
@@ -19,29 +19,21 @@ struct ShowOptions {
     bool m_Json = false;
 };
 
-/// Appends a list of numbers, behind a comma unless it is the first.
-void AppendNumbers(std::initializer_list<std::int64_t> numbers, std::string& out) {
-    if (out.back() != '[')
-        out += ',';
-    char open = '[';
-    for (const std::int64_t number : numbers) {
-        out += open;
-        out += std::to_string(number);
-        open = ',';
-    }
-    out += ']';
-}
-
-/// Written by hand: trees of all these small lists would take most of the time.
-void AppendLineAsJson(const CSimEditLine& line, std::string& out) {
-    out += "{\"text\":" + DumpJson(JsonFromBytes(line.Text())) + ",\"tabs\":[";
+/// By a writer: trees of all these small lists would take most of the time.
+void WriteLine(const CSimEditLine& line, JsonWriter& json) {
+    json << "{\"text\":";
+    json.AppendBytes(line.Text());
+    json << ",\"tabs\":[";
     for (const TabEntry& tab : line.Tabs())
-        AppendNumbers({tab.Position, tab.Width}, out);
-    out += "],\"rangeIn\":" + std::to_string(line.RangeIn());
-    out += ",\"rangeOut\":" + std::to_string(line.RangeOut()) + ",\"colors\":[";
+        json.AppendIntegers({tab.Position, tab.Width});
+    json << "],\"rangeIn\":";
+    json.AppendInteger(line.RangeIn());
+    json << ",\"rangeOut\":";
+    json.AppendInteger(line.RangeOut());
+    json << ",\"colors\":[";
     for (const CColorDscr& color : line.Colors())
-        AppendNumbers({color.Start, color.End, color.Color}, out);
-    out += "]}";
+        json.AppendIntegers({color.Start, color.End, color.Color});
+    json << "]}";
 }
 
 void SetProgress(std::int32_t row, std::int32_t count) {
@@ -49,16 +41,16 @@ void SetProgress(std::int32_t row, std::int32_t count) {
 }
 
 void ShowAsJson(CSimEditDoc& document, int syntax) {
-    Output& output = Output::Get();
-    output.Write("{\"syntax\":" + std::to_string(syntax) + ",\"lines\":[");
-    std::string shown;
+    JsonWriter json(JsonWriter::Target::kStandardOutput);
+    json << "{\"syntax\":" << std::to_string(syntax) << ",\"lines\":[";
     for (std::int32_t row = 0; row < document.LineCount(); ++row) {
         SetProgress(row, document.LineCount());
-        shown = row ? ",\n" : "\n";
-        AppendLineAsJson(document.ColouredLine(row), shown);
-        output.Write(shown);
+        json.NextElement(row == 0);
+        WriteLine(document.ColouredLine(row), json);
     }
-    output.Write("]}\n");
+    json.EndList();
+    json << "}";
+    json.End();
 }
 
 /// The rows that a person wants to see: a CR LF at a file's end has an empty line behind it.
