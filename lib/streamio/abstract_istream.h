@@ -103,7 +103,8 @@ public:
     virtual CAbstract_istream& Apply(CAbstract_istream& (*manipulator)(CAbstract_istream&)) = 0;
 
     /// Numbers of any kind convert within the ranges of CBlock_value's getters. A text is any
-    /// value's text that is not empty, and quoted text. A token is any token at all.
+    /// value's text that is not empty, and quoted text. A token is any token at all, whether or not
+    /// the stream has failed.
     virtual bool Read(AString& text) = 0;
     virtual bool Read(CToken& token) = 0;
     virtual bool Read(double& value) = 0;

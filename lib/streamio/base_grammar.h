@@ -127,6 +127,10 @@ public:
     TokenKind Scan(const char16_t* text, const char16_t*& stop) const;
     /// True, with the kind, when the whole text is one token.
     bool IsOneToken(std::u16string_view text, TokenKind& kind) const;
+    /// True when the whole text reads as one Keyword: neither true, false nor the CData opener.
+    bool IsKeyword(std::u16string_view text) const;
+    /// True when the text reads as true or false.
+    bool IsTrueOrFalse(std::u16string_view text) const;
 
     const AString& GetTrueWord() const noexcept { return mTrueWord; }
     const AString& GetFalseWord() const noexcept { return mFalseWord; }

@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <iterator>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -131,7 +130,6 @@ private:
     const CBlock_item* FindOfClass(const CBlock_item& target,
                                    bool (CBlock_item::*isOfClass)() const) const;
     void DropEmptySlots();
-    void CollectErrors(std::map<int, AString>& byLine) const;
 
     mutable std::uint32_t mCursor : 31 = 0; ///< the slot behind the last one found
     mutable std::uint32_t mFound : 1 = 0;

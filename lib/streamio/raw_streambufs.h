@@ -62,6 +62,9 @@ public:
     CByte_streambuf(const CByte_streambuf&) = delete;
     CByte_streambuf& operator=(const CByte_streambuf&) = delete;
 
+    /// True when the bytes could not be read; reading then found the end.
+    bool HasFailed() const noexcept { return mHasFailed; }
+
 protected:
     int_type underflow() override;
     int_type overflow(int_type unit) override;
@@ -82,6 +85,7 @@ private:
     std::unique_ptr<char16_t[]> mUnits; ///< the input or the output that is buffered
     std::unique_ptr<char[]> mRawBytes;
     off_type mPos = -1; ///< where the bytes stand; -1 if they can't tell
+    bool mHasFailed = false;
 };
 
 /// Holds the file of a CFile_streambuf while its base is made and ended.

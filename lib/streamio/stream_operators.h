@@ -26,6 +26,11 @@ inline CAbstract_ostream& operator<<(CAbstract_ostream& stream, std::u16string_v
     stream.Write(word);
     return stream;
 }
+/// A null text writes nothing.
+inline CAbstract_ostream& operator<<(CAbstract_ostream& stream, const char16_t* word) {
+    stream.Write(word);
+    return stream;
+}
 inline CAbstract_ostream& operator<<(CAbstract_ostream& stream, char16_t symbol) {
     stream.WriteSymbol(symbol);
     return stream;

@@ -19,12 +19,14 @@ struct QUOREL_API Ifile_storage {
 /// Reads a file of bytes: text in UTF-8 or the binary form, which its first byte tells.
 class QUOREL_API CToken_ifile : private Ifile_storage, public CToken_istream {
 public:
-    /// A file that can't be opened makes a stream that has failed and is at its end.
+    /// A file that can't be opened or read makes a stream that has failed and is at its end.
     explicit CToken_ifile(const std::string& path, unsigned flags = 0,
                           CBase_grammar* grammar = &CToken_grammar_default::Get());
     ~CToken_ifile() override;
 
     bool IsOpen() const { return mFile.IsOpen(); }
+    /// True when the file could not be read to its end; the tokens ended there.
+    bool Bad() const override { return mFile.HasFailed() || CToken_istream::Bad(); }
 };
 
 } // namespace io

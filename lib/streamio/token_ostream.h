@@ -80,6 +80,8 @@ public:
     CBase_grammar* GetGrammar() const noexcept { return mGrammar; }
     /// Whether block names go out quoted, or as words; returns the old value.
     bool SetQuoteBlockNames(bool isOn) noexcept { return std::exchange(mQuoteBlockNames, isOn); }
+    /// True for the begin and the end word, in any mix of cases.
+    bool IsBlockWord(std::u16string_view text) const noexcept;
 
 protected:
     /// Whether the raw stream is a string, so that a unit is a character.
@@ -92,6 +94,8 @@ protected:
 
 private:
     void WriteBlockWord(const AString& word, std::u16string_view name, bool isNamed);
+    void WriteBlockName(std::u16string_view name);
+    bool HasOpenQuote(std::u16string_view text) const;
     void EnterBlock(std::u16string_view name, bool isNamed);
     void LeaveBlock(std::u16string_view name, bool isNamed);
     AString GetNameReadBack(std::u16string_view name) const;
@@ -104,6 +108,9 @@ private:
     CBase_grammar* mGrammar;
     std::unique_ptr<CToken_streambuf> mTokenStreamBuf;
     bool mQuoteBlockNames = true;
+    /// As they were when the base index was written first: they decide its size.
+    AString mIndexBeginWord, mIndexEndWord;
+    char16_t mIndexIndentChar = u'\t';
 };
 
 } // namespace io

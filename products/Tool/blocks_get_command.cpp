@@ -92,11 +92,10 @@ BlocksPtr GetFromFile(const std::string& path, const Names& names) {
     io::CToken_ifile stream(path, io::kReadIndex);
     if (!stream.IsOpen())
         Require(sys::Failure("read", path, errno));
-    try {
-        return GetBlock(stream, names);
-    } catch (const std::ios_base::failure& failure) { // as file buffers tell it
-        throw ToolError(ExitCode::file, "cannot read '" + path + "': " + failure.what());
-    }
+    BlocksPtr block = GetBlock(stream, names);
+    if (stream.Bad())
+        Require(sys::Failure("read", path, EIO));
+    return block;
 }
 
 BlocksPtr GetFromStandardInput(const Names& names) {

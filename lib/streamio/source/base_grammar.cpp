@@ -4,6 +4,7 @@
 
 #include "assertion.h"
 #include "grammar_tables.h"
+#include "names.h"
 #include "transition_tables.h"
 
 namespace io {
@@ -245,6 +246,16 @@ bool CBase_grammar::IsOneToken(std::u16string_view text, TokenKind& kind) const 
     std::size_t stop = 0;
     kind = Scan(text, stop);
     return stop == text.size();
+}
+
+bool CBase_grammar::IsKeyword(std::u16string_view text) const {
+    TokenKind kind;
+    return IsOneToken(text, kind) && kind == TokenKind::Keyword && !IsTrueOrFalse(text) &&
+           !IsSameNoCase(text, mBeginCData);
+}
+
+bool CBase_grammar::IsTrueOrFalse(std::u16string_view text) const {
+    return IsSameNoCase(text, mTrueWord) || IsSameNoCase(text, mFalseWord);
 }
 
 } // namespace io

@@ -1,6 +1,7 @@
 #include "block.h"
 
-#include <map>
+#include <algorithm>
+#include <iterator>
 
 #include "block_func.h"
 #include "block_named_value.h"
@@ -17,6 +18,23 @@ namespace {
 
 /// Below so many items a look-up passes over the list.
 constexpr std::uint32_t kIndexedSize = 24;
+
+/// An error and the block that met it.
+struct Found_error {
+    XStreamioError error;
+    const CBlock_item* block;
+};
+
+bool IsOnSameLine(const Found_error& a, const Found_error& b) {
+    return a.error.GetLine() == b.error.GetLine();
+}
+
+AString ToText(const Found_error& found) {
+    AString name, text;
+    found.block->GetName(name);
+    text.Format(u"%s:%d: %s", name, found.error.GetLine(), found.error.GetMessage());
+    return text;
+}
 
 } // namespace
 
@@ -182,27 +200,21 @@ bool CBlock::HasErrors(bool recursive) const {
 }
 
 bool CBlock::GetErrors(std::vector<AString>& errors, bool recursive) const {
-    std::map<int, AString> byLine;
+    std::vector<Found_error> found;
     Item_walk walk(*this);
     while (const CBlock_item* item = walk.NextItem()) {
         if (item->IsBlock())
-            static_cast<const CBlock*>(item)->CollectErrors(byLine);
+            for (const XStreamioError& error : static_cast<const CBlock*>(item)->mErrors)
+                found.push_back({error, item});
         if (!recursive)
             break;
     }
-    for (auto& [line, text] : byLine)
-        errors.push_back(std::move(text));
-    return !byLine.empty();
-}
-
-void CBlock::CollectErrors(std::map<int, AString>& byLine) const {
-    AString name;
-    GetName(name);
-    for (const XStreamioError& error : mErrors) {
-        AString& text = byLine[error.GetLine()];
-        if (text.empty())
-            text.Format(u"%s:%d: %s", name, error.GetLine(), error.GetMessage());
-    }
+    std::stable_sort(found.begin(), found.end(), [](const Found_error& a, const Found_error& b) {
+        return a.error.GetLine() < b.error.GetLine();
+    });
+    const auto last = std::unique(found.begin(), found.end(), IsOnSameLine);
+    std::transform(found.begin(), last, std::back_inserter(errors), ToText);
+    return !found.empty();
 }
 
 void CBlock::Read(CAbstract_istream& stream) {

@@ -45,7 +45,7 @@ CBlock_index::CBlock_index() : mTime(std::time(nullptr)) {}
 
 CBlock_index::CBlock_index(const AString& name) : CBlock_index() {
     mIndexBlock = CBlock_ptr<CBlock>(new CBlock(name));
-    USE_ASSERT(mIndexBlock.get() != nullptr);
+    USE_ASSERT_TEXT(mIndexBlock.get() != nullptr, "mIndexBlock != 0");
 }
 
 void CBlock_index::Clear() {

@@ -36,12 +36,20 @@ ReadError Block_reader::Fail(ReadError error) {
     return error;
 }
 
-/// The current token behind any line ends.
+/// The current token behind any line ends. A Null token stays: the text that it was is lost, and
+/// what follows must not be taken for it.
 inline const CToken& Block_reader::Look() {
     const CToken& token = mStream->Peek();
-    if (token.GetKind() != TokenKind::Eol && token.GetKind() != TokenKind::Null) [[likely]]
+    if (token.GetKind() != TokenKind::Eol) [[likely]]
         return token;
-    mStream->Prepare();
+    mStream->SkipEolsIfSet();
+    return mStream->Peek();
+}
+
+/// The same between items, where Null tokens stand for nothing.
+inline const CToken& Block_reader::LookPastNull() {
+    while (Look().GetKind() == TokenKind::Null)
+        mStream->Step();
     return mStream->Peek();
 }
 
@@ -271,7 +279,7 @@ void Block_reader::ReadBlockBody(CBlock& block) {
 
 void Block_reader::ReadItems(CBlock& block, Children& items) {
     for (;;) {
-        if (Look().GetKind() == TokenKind::Eof)
+        if (LookPastNull().GetKind() == TokenKind::Eof)
             return;
         if (mStream->IsEndHere())
             return ReadEnd(block);

@@ -46,6 +46,7 @@ private:
 
     ReadError Fail(ReadError error);
     const CToken& Look();
+    const CToken& LookPastNull();
     char16_t LookSymbol();
     ReadError ReadToken(CToken& value);
     ReadError ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name, char16_t symbol,

@@ -142,7 +142,7 @@ void Block_writer::WriteNameOfValue(const CToken& name) {
     const AString text = name.GetText();
     if (mIsBinary && name.IsNumber() && !text.empty())
         mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, text), mFlags);
-    else if (!mIsBinary && IsTrueOrFalse(text))
+    else if (!mIsBinary && mStream->GetGrammar()->IsTrueOrFalse(text))
         mBuffer->WriteToken(CToken(TokenKind::Keyword, text), mFlags);
     else
         mBuffer->WriteToken(name, mFlags);
@@ -179,7 +179,7 @@ void Block_writer::WriteText(const CToken& text) {
     bool isPlain = true;
     switch (text.GetKind()) {
     case TokenKind::Keyword:
-        isPlain = mIsBinary || IsPlainWord(view);
+        isPlain = mIsBinary || mStream->GetGrammar()->IsKeyword(view);
         break;
     case TokenKind::WhiteSpace:
     case TokenKind::Comment:
@@ -200,20 +200,6 @@ void Block_writer::WriteText(const CToken& text) {
         mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, view), mFlags);
 }
 
-/// True when the text reads as a Keyword.
-bool Block_writer::IsPlainWord(std::u16string_view text) const {
-    const CBase_grammar& grammar = *mStream->GetGrammar();
-    TokenKind kind;
-    return grammar.IsOneToken(text, kind) && kind == TokenKind::Keyword && !IsTrueOrFalse(text) &&
-           !IsSameNoCase(text, grammar.GetBeginCData());
-}
-
-/// True when the text reads as true or false.
-bool Block_writer::IsTrueOrFalse(std::u16string_view text) const {
-    const CBase_grammar& grammar = *mStream->GetGrammar();
-    return IsSameNoCase(text, grammar.GetTrueWord()) || IsSameNoCase(text, grammar.GetFalseWord());
-}
-
 /// IsPlainName, which the names that recur need only once.
 bool Block_writer::IsKnownName(std::u16string_view text) {
     if (text.empty() || text.size() > CToken::kInlineUnits)
@@ -232,11 +218,11 @@ bool Block_writer::IsKnownName(std::u16string_view text) {
 
 /// True when the text reads as a name with that text: a Keyword that is no block word, or a number.
 bool Block_writer::IsPlainName(std::u16string_view text) const {
-    if (IsSameNoCase(text, mStream->GetBeginWord()) || IsSameNoCase(text, mStream->GetEndWord()))
+    if (mStream->IsBlockWord(text))
         return false;
     if (mIsBinary)
         return !text.empty();
-    return IsPlainWord(text) || IsPlainNumber(text);
+    return mStream->GetGrammar()->IsKeyword(text) || IsPlainNumber(text);
 }
 
 /// True when the text reads as one number. The grammar scans some more as one, such as 1e, whose

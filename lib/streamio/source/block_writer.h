@@ -35,8 +35,6 @@ private:
     void WriteText(const CToken& text);
     void WriteComma();
     bool IsPlainName(std::u16string_view text) const;
-    bool IsPlainWord(std::u16string_view text) const;
-    bool IsTrueOrFalse(std::u16string_view text) const;
     bool IsPlainNumber(std::u16string_view text) const;
 
     /// A short text.

@@ -205,7 +205,12 @@ CByte_streambuf::int_type CByte_streambuf::underflow() {
         return *gptr();
     if (pptr() && (!Flush() || (mPos >= 0 && MoveTo(mPos, ios_base::beg) < 0)))
         return Traits::eof();
-    const std::streamsize count = mBytes.sgetn(mRawBytes.get(), kUnits);
+    std::streamsize count = 0;
+    try {
+        count = mBytes.sgetn(mRawBytes.get(), kUnits);
+    } catch (const ios_base::failure&) { // as file buffers tell it
+        mHasFailed = true;
+    }
     if (count <= 0)
         return Traits::eof();
     mPos += mPos < 0 ? 0 : count;

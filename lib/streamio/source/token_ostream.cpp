@@ -91,11 +91,33 @@ AString CToken_ostream::GetIndent() const {
 void CToken_ostream::WriteBlockWord(const AString& word, std::u16string_view name, bool isNamed) {
     if (!word.empty())
         mTokenStreamBuf->WriteKeyword(word);
-    if (isNamed && (mQuoteBlockNames || IsBinary()))
-        mTokenStreamBuf->WriteQuoted(name);
-    else if (isNamed)
-        mTokenStreamBuf->WriteWord(name);
+    if (isNamed)
+        WriteBlockName(name);
     EndLine();
+}
+
+/// A name with quotes of its own goes out as it stands; any other so that it reads back.
+void CToken_ostream::WriteBlockName(std::u16string_view name) {
+    if (IsBinary())
+        mTokenStreamBuf->WriteQuoted(name);
+    else if (HasOpenQuote(name))
+        Write(CToken(TokenKind::SingleQuotedText, name));
+    else if (!mQuoteBlockNames && mGrammar->IsKeyword(name) && !IsBlockWord(name))
+        mTokenStreamBuf->WriteWord(name);
+    else
+        mTokenStreamBuf->WriteQuoted(name);
+}
+
+/// True when a text begins like quoted text that goes on behind its end.
+bool CToken_ostream::HasOpenQuote(std::u16string_view text) const {
+    TokenKind kind;
+    if (!mGrammar->IsOneToken(text, kind) || !IsQuotedKind(kind))
+        return false;
+    return mGrammar->IsOneToken(AString(text) + u' ', kind);
+}
+
+bool CToken_ostream::IsBlockWord(std::u16string_view text) const noexcept {
+    return IsSameNoCase(text, mBeginWord) || IsSameNoCase(text, mEndWord);
 }
 
 void CToken_ostream::EnterBlock(std::u16string_view name, bool isNamed) {

@@ -14,6 +14,31 @@ namespace {
 constexpr int kNumberWidth = 12;
 constexpr int kBaseIndentWidth = 2;
 
+/// While it lasts numbers go out plainly and names in quotes, whatever a stream has been set to.
+class Plain_scope {
+public:
+    Plain_scope(CToken_ostream& stream, CRawOstream& raw)
+        : mStream(stream), mRaw(raw), mFlags(raw.flags(std::ios_base::dec)),
+          mWidth(stream.SetWidth(-1)), mIsHex(stream.SetHex(false)), mIsBlank(SetBlank(true)) {}
+    ~Plain_scope() {
+        SetBlank(mIsBlank);
+        mStream.SetHex(mIsHex);
+        mStream.SetWidth(mWidth);
+        mRaw.flags(mFlags);
+    }
+    Plain_scope(const Plain_scope&) = delete;
+    Plain_scope& operator=(const Plain_scope&) = delete;
+
+private:
+    bool SetBlank(bool isOn) { return mStream.SetAutoBlank(&isOn); }
+
+    CToken_ostream& mStream;
+    CRawOstream& mRaw;
+    std::ios_base::fmtflags mFlags;
+    int mWidth;
+    bool mIsHex, mIsBlank;
+};
+
 } // namespace
 
 bool CToken_ostream::BuildIndex(unsigned flags) {
@@ -23,6 +48,10 @@ bool CToken_ostream::BuildIndex(unsigned flags) {
         return false;
     mIndex = std::make_unique<CBlock_index>(AString(CBlock_index::kIndexName));
     mIndex->SetAllLevels((flags & kAllLevels) != 0);
+    mIndexBeginWord = mBeginWord;
+    mIndexEndWord = mEndWord;
+    mIndexIndentChar = mIndentChar;
+    const Plain_scope plain(*this, *mStream);
     WriteBaseIndex(BeginPos());
     mBuildIndex = true;
     return true;
@@ -50,12 +79,15 @@ AString CToken_ostream::GetNameReadBack(std::u16string_view name) const {
     if (IsBinary() || name.find_first_of(u"'\"\r") == std::u16string_view::npos)
         return AString(name);
     CToken_ostring written(mGrammar);
-    mQuoteBlockNames ? written.WriteQuoted(name) : written.Write(name);
+    written.SetQuoteBlockNames(mQuoteBlockNames);
+    static_cast<CToken_ostream&>(written).WriteBlockName(name);
     return CToken_istring(AString(written.GetView()), mGrammar).PeekToken().GetText();
 }
 
 void CToken_ostream::NoteBlockBegin(std::u16string_view name) {
-    AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back() + u'\t';
+    AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back();
+    if (!path.empty())
+        path += u'\t';
     path += GetNameReadBack(name);
     mIndex->AddEntry(path, BeginPos());
     mOpenBlocks.push_back(std::move(path));
@@ -89,6 +121,10 @@ void CToken_ostream::FinishIndex() {
     NewState(start);
     if (!Seek(start))
         return;
+    mBeginWord = mIndexBeginWord;
+    mEndWord = mIndexEndWord;
+    mIndentChar = mIndexIndentChar;
+    const Plain_scope plain(*this, *mStream);
     WriteBaseIndex(end);
     if (Seek(end))
         mIndex->Write(*this);

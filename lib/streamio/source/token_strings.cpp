@@ -33,7 +33,7 @@ CToken_istring::~CToken_istring() = default;
 
 CToken_ifile::CToken_ifile(const std::string& path, unsigned flags, CBase_grammar* grammar)
     : Ifile_storage(path), CToken_istream(mRaw, grammar, flags, Form::kAutodetect) {
-    if (!IsOpen())
+    if (!IsOpen() || mFile.HasFailed())
         SetFail();
 }
 

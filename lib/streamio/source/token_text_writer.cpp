@@ -338,11 +338,12 @@ void CToken_textstreambuf::PutNumberToken(const CToken& token, std::ios_base::fm
     const TokenKind kind = token.GetKind();
     const bool isHex = kind == TokenKind::Hex;
     const IntegerRange range = GetIntegerRange(isHex ? TokenKind::UnsignedLong : kind);
+    const bool readsAsHex = number <= GetIntegerRange(TokenKind::Int).highest;
     if (!(number >= range.lowest && number <= range.highest)) {
         PutNumber(number, kind == TokenKind::Float ? kind : TokenKind::Double, flags);
         return;
     }
-    const bool wasHex = std::exchange(mHex, mHex || isHex);
+    const bool wasHex = std::exchange(mHex, isHex ? readsAsHex : mHex);
     if (kind == TokenKind::Short)
         PutNumber(static_cast<short>(number), kind, flags);
     else if (kind <= TokenKind::Long)

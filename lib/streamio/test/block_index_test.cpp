@@ -140,12 +140,37 @@ TEST(Block_index, DamageIsAsGoodAsNoIndexUnlessItIsChecked) {
     }
 }
 
+/// The base index is written over at the end and must take the same room then.
+TEST(Block_index, StandsWhateverIsSetMeanwhile) {
+    using Change = void (*)(CToken_ostream&, CRawOstream&);
+    const Change changes[] = {
+        [](CToken_ostream& out, CRawOstream&) { out.SetHex(true); },
+        [](CToken_ostream& out, CRawOstream&) { out.SetAutoBlank(std::array{false}.data()); },
+        [](CToken_ostream& out, CRawOstream&) { out.SetIndentChar(u'\u2003'); },
+        [](CToken_ostream& out, CRawOstream&) { out.SetBeginWord(u"$b"), out.SetEndWord(u"$e"); },
+        [](CToken_ostream&, CRawOstream& raw) { raw.setf(std::ios_base::showpos); },
+    };
+    for (const Change change : changes) {
+        std::stringbuf buffer;
+        CByte_streambuf units(buffer);
+        CRawOstream raw(&units);
+        CToken_ostream out(raw);
+        out.BuildIndex(0);
+        Sample("A", 1).Write(out);
+        change(out, raw);
+        out.Close();
+        test::Bytes_in in(buffer.str(), kChecked);
+        EXPECT_TRUE(in.stream.Good() && in.stream.GetIndex()) << buffer.str();
+    }
+}
+
 TEST(Block_index, OfOddNamesPassesItsCheck) {
-    const std::string bytes = Indexed(
-        kAllLevels, {Sample("a\tb", 1), Sample("'q'", 2), Sample("it's", 3), Sample("c\rd", 4)});
+    const std::string bytes =
+        Indexed(kAllLevels, {Sample("a\tb", 1), Sample("'q'", 2), Sample("it's", 3),
+                             Sample("c\rd", 4), Sample("'tis", 5)});
     test::Bytes_in stored(bytes, kChecked);
     ASSERT_TRUE(stored.stream.Good() && stored.stream.GetIndex());
-    for (const char* path : {"a\tb", "a\tb\tIn ner", "q", "it's", "c\nd"})
+    for (const char* path : {"a\tb", "a\tb\tIn ner", "q", "it's", "c\nd", "'tis"})
         EXPECT_TRUE(stored.stream.SeekBlock(AString(path))) << path;
 }
 

@@ -145,6 +145,26 @@ TEST(Block_read, FromStringTellsWhetherThereWereErrors) {
                  vec.FromString(""));
 }
 
+/// A text that isn't UTF-8 is no value, and what stands behind it isn't taken for it.
+TEST(Block_read, ABinaryTextThatIsLostIsAnError) {
+    const std::u16string head(u"\0\x0C\6$begin\x0D\1A\x13", 13);
+    const struct {
+        const char16_t* item;
+        const char* tree;
+    } rows[] = {
+        {u"\x0D\1\xFF", "'A'{y=1us}"}, // on its own it is nothing
+        {u"\x0D\1\xFF\x12=\x3D\1", "'A'{y=1us}!11@2"},
+        {u"\x0C\1x\x12=\x0D\1\xFF", "'A'{y=1us}!5@2"},
+        {u"\x0C\1x\x12(\x3D\1\x0D\1\xFF\x3D\1\x12)", "'A'{y=1us}!5@2"},
+        {u"\x0C\1x\x12[\x3D\1\x12:\x0D\1\xFF\x12]", "'A'{y=1us}!5@2"},
+    };
+    for (const auto& row : rows) {
+        CBlock block;
+        block.FromString(AString(head + row.item + u"\x13\x0C\1y\x12=\x3D\1\x13"));
+        EXPECT_EQ(DumpItem(block), row.tree);
+    }
+}
+
 // --- Depth ---
 
 std::string Repeat(const std::string& text, int count) {

@@ -168,8 +168,9 @@ TEST(Token_istream, GoesBackToAPosition) {
 TEST(Stream_operators, WriteAndReadBack) {
     CToken_ostring out;
     const CBlock_named_value named(AString("n"), 7);
-    out << 5 << -1.5 << true << AString("two words") << u'(' << u"word" << EndLine << named
-        << NewLine << CToken(TokenKind::DoubleQuotedText, u"d");
+    out << static_cast<const char16_t*>(nullptr) << 5 << -1.5 << true << AString("two words")
+        << u'(' << u"word" << EndLine << named << NewLine
+        << CToken(TokenKind::DoubleQuotedText, u"d");
     EXPECT_EQ(out.GetView(), u"5 -1.5 true 'two words'(word\nn=7\n\"d\"");
     AString text;
     out.GetString(text);
@@ -253,6 +254,8 @@ TEST(Token_files, HoldUtf8AndTellFailures) {
     std::filesystem::remove(path);
     CToken_ifile none(path);
     EXPECT_FALSE(none.Good() || none.IsOpen());
+    CToken_ifile directory(testing::TempDir());
+    EXPECT_TRUE(directory.Fail() && directory.Bad() && directory.Eof());
     CToken_ofile nowhere(path + "/none/x");
     nowhere << 5;
     nowhere.Close();

@@ -171,6 +171,7 @@ TEST(TokenWrite, Numbers) {
         {CToken(Double, 1.0, "1.000"), "1.000"},
         {CToken(Hex, 31.0), "0x1f"},
         {CToken(Hex, -1.0), "-1"},
+        {CToken(Hex, 2147483648.0), "2147483648"}, // more than hexadecimal digits read as
         {CToken(Hex, 171.0, "0xAB"), "0xab"},
         {CToken(Double, infinity), "1e999"},
         {CToken(Int, -infinity), "-1e999"},

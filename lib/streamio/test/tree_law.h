@@ -103,8 +103,9 @@ private:
 
     std::string BlockName(const CToken& name) const {
         TokenKind kind;
-        const bool isQuoted = CToken_grammar_default::Get().IsOneToken(name.GetTextView(), kind) &&
-                              IsQuotedKind(kind);
+        const CBase_grammar& grammar = CToken_grammar_default::Get();
+        const bool isQuoted = grammar.IsOneToken(name.GetTextView(), kind) && IsQuotedKind(kind) &&
+                              !grammar.IsOneToken(name.GetText() + u' ', kind);
         if (!name.IsText())
             return "<>";
         return Shape(isQuoted ? CToken_istring(name.GetText()).PeekToken() : name);
