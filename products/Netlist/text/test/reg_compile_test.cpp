@@ -3,73 +3,41 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <utility>
+#include <vector>
+
 namespace {
 
 using namespace std::string_literals;
 
 TEST(RegCompile, ReportsTheFirstErrorInTextOrder) {
-    struct Row {
-        std::string expression;
+    const struct {
         int code;
         const char* text;
-    };
-    const Row rows[] = {
-        {"((((((((((a))))))))))", 12, "too many ()"},
-        {"()()()()()()()()()()", 12, "too many ()"},
-        {"((((((((((", 12, "too many ()"},
-        {"(a", 13, "unterminated ()"},
-        {"(a|b", 13, "unterminated ()"},
-        {"((a)", 13, "unterminated ()"},
-        {"a)", 14, "unmatched ()"},
-        {")", 14, "unmatched ()"},
-        {"a|b)c", 14, "unmatched ()"},
-        {"(a*)*", 16, "*+ operand could be empty"},
-        {"(a?|b)+", 16, "*+ operand could be empty"},
-        {"^*", 16, "*+ operand could be empty"},
-        {"$+", 16, "*+ operand could be empty"},
-        {R"(\<*)", 16, "*+ operand could be empty"},
-        {R"(\>+)", 16, "*+ operand could be empty"},
-        {"()*", 16, "*+ operand could be empty"},
-        {"(|a)+", 16, "*+ operand could be empty"},
-        {"^**", 16, "*+ operand could be empty"},
-        {"a**", 17, "nested *?+"},
-        {"a*?", 17, "nested *?+"},
-        {"(a)?+", 17, "nested *?+"},
-        {"^?*", 17, "nested *?+"},
-        {"(a**", 17, "nested *?+"},
-        {"[z-a]", 18, "invalid [] range"},
-        {"[z-a", 18, "invalid [] range"},
-        {"[a-c-b]", 18, "invalid [] range"},
-        {"[\xE4-z]", 18, "invalid [] range"},
-        {"[a--]", 18, "invalid [] range"},
-        {"[a", 19, "unmatched []"},
-        {"[", 19, "unmatched []"},
-        {"[]", 19, "unmatched []"},
-        {"[^]", 19, "unmatched []"},
-        {"[a-", 19, "unmatched []"},
-        {"*a", 21, "?+* follows nothing"},
-        {"a|*", 21, "?+* follows nothing"},
-        {"(+)", 21, "?+* follows nothing"},
-        {"?", 21, "?+* follows nothing"},
-        {"ab\\", 22, "trailing \\"},
-        {"(\\", 22, "trailing \\"},
-        {std::string(32756, 'a'), 11, "regexp too big"},
-        {std::string(40000, 'a') + "**", 17, "nested *?+"},
-        {"a\0)"s, 0, ""},
-        {"", 0, ""},
-        {"()?", 0, ""},
-        {"^?", 0, ""},
-        {"(a+)+", 0, ""},
-        {"]", 0, ""},
-        {"((((((((()))))))))", 0, ""},
-    };
-    for (const Row& row : rows) {
-        const CRegExp expression{std::string_view(row.expression)};
-        SCOPED_TRACE(row.expression.substr(0, 40));
-        EXPECT_EQ(expression.LastErrorCode(), row.code);
-        EXPECT_STREQ(expression.LastError(), row.text);
-        EXPECT_EQ(expression.IsValid(), row.code == 0);
-    }
+        std::vector<std::string> expressions;
+    } rows[] = {
+        {11, "regexp too big", {std::string(32756, 'a')}},
+        {12, "too many ()", {"((((((((((a))))))))))", "()()()()()()()()()()", "(((((((((("}},
+        {13, "unterminated ()", {"(a", "(a|b", "((a)"}},
+        {14, "unmatched ()", {"a)", ")", "a|b)c"}},
+        {16,
+         "*+ operand could be empty",
+         {"(a*)*", "(a?|b)+", "^*", "$+", R"(\<*)", R"(\>+)", "()*", "(|a)+", "^**"}},
+        {17, "nested *?+", {"a**", "a*?", "(a)?+", "^?*", "(a**", std::string(40000, 'a') + "**"}},
+        {18, "invalid [] range", {"[z-a]", "[z-a", "[a-c-b]", "[\xE4-z]", "[a--]"}},
+        {19, "unmatched []", {"[a", "[", "[]", "[^]", "[a-"}},
+        {21, "?+* follows nothing", {"*a", "a|*", "(+)", "?"}},
+        {22, "trailing \\", {"ab\\", "(\\"}},
+        {0, "", {"a\0)"s, "", "()?", "^?", "(a+)+", "]", "((((((((()))))))))"}}};
+    for (const auto& row : rows)
+        for (const std::string& text : row.expressions) {
+            const CRegExp expression{std::string_view(text)};
+            SCOPED_TRACE(text.substr(0, 40));
+            EXPECT_EQ(expression.LastErrorCode(), row.code);
+            EXPECT_STREQ(expression.LastError(), row.text);
+            EXPECT_EQ(expression.IsValid(), row.code == 0);
+        }
 }
 
 TEST(RegCompile, InvalidExpressionsAnswerEverything) {
@@ -126,8 +94,7 @@ TEST(RegCompile, Programs) {
          R"(7:BRANCH>8 8:NOTHING>9 9:EXACTLY"b">10 10:END)"},
         {"(a|(b))", 38,
          R"(0:BRANCH>10 1:OPEN1>2 2:BRANCH>4 3:EXACTLY"a">9 4:BRANCH>9 5:OPEN2>6 6:BRANCH>8 )"
-         R"(7:EXACTLY"b">8 8:CLOSE2>9 9:CLOSE1>10 10:END)"},
-    };
+         R"(7:EXACTLY"b">8 8:CLOSE2>9 9:CLOSE1>10 10:END)"}};
     for (const Row& row : rows) {
         const CRegExp expression(row.expression);
         EXPECT_EQ(expression.Dump(), row.dump) << row.expression;
@@ -136,31 +103,25 @@ TEST(RegCompile, Programs) {
 }
 
 TEST(RegCompile, ClassMembers) {
-    struct Row {
-        const char* expression;
-        const char* members;
-    };
-    const Row rows[] = {
-        {"[]a]", R"([\x5Da])"},
-        {"[-a]", R"([\x2Da])"},
-        {"[a-]", R"([\x2Da])"},
-        {"[a-c-e]", "[a-e]"},
-        {"[--0]", R"([\x2D-0])"},
-        {"[]-a]", R"([\x5D-a])"},
-        {R"([\t])", R"([\x5Ct])"},
-        {"[a^]", R"([\x5Ea])"},
-        {"[[]", "[[]"},
-        {"[a-a]", "[a]"},
-        {"[\x7F-\xFF]", R"([\x7F-\xFF])"},
-        {"[aab]", "[ab]"},
-        {R"([\-z])", R"([\x5C-z])"},
-        {"[^]a]", R"([\x01-\x5C\x5E-`b-\xFF])"},
-        {"[^-a]", R"([\x01-,.-`b-\xFF])"},
-    };
-    for (const Row& row : rows) {
-        const std::string op = row.expression[1] == '^' ? "ANYBUT" : "ANYOF";
-        EXPECT_EQ(CRegExp(row.expression).Dump(), "0:BRANCH>2 1:" + op + row.members + ">2 2:END")
-            << row.expression;
+    const std::pair<const char*, const char*> rows[] = {{"[]a]", R"([\x5Da])"},
+                                                        {"[-a]", R"([\x2Da])"},
+                                                        {"[a-]", R"([\x2Da])"},
+                                                        {"[a-c-e]", "[a-e]"},
+                                                        {"[--0]", R"([\x2D-0])"},
+                                                        {"[]-a]", R"([\x5D-a])"},
+                                                        {R"([\t])", R"([\x5Ct])"},
+                                                        {"[a^]", R"([\x5Ea])"},
+                                                        {"[[]", "[[]"},
+                                                        {"[a-a]", "[a]"},
+                                                        {"[aab]", "[ab]"},
+                                                        {R"([\-z])", R"([\x5C-z])"},
+                                                        {"[\x7F-\xFF]", R"([\x7F-\xFF])"},
+                                                        {"[^]a]", R"([\x01-\x5C\x5E-`b-\xFF])"},
+                                                        {"[^-a]", R"([\x01-,.-`b-\xFF])"}};
+    for (const auto& [expression, members] : rows) {
+        const std::string op = expression[1] == '^' ? "ANYBUT" : "ANYOF";
+        EXPECT_EQ(CRegExp(expression).Dump(), "0:BRANCH>2 1:" + op + members + ">2 2:END")
+            << expression;
     }
 }
 
@@ -173,16 +134,14 @@ TEST(RegCompile, SizeIsCountedInTheCompactEncoding) {
     std::string classes;
     for (int i = 0; i < 127; ++i)
         classes += "[\x01-\xFE]"; // 258 bytes each
-    const Row rows[] = {
-        {std::string(32755, 'a'), false, 32766},
-        {std::string(32756, 'a'), false, 0},
-        {std::string(32755, '1'), true, 32766},
-        {std::string(5459, 'a'), true, 32761},
-        {std::string(5460, 'a'), true, 0},
-        {"[aaa-cb]", false, 17},
-        {classes, false, 0},
-        {classes.substr(0, 126 * 5), false, 32515},
-    };
+    const Row rows[] = {{std::string(32755, 'a'), false, 32766},
+                        {std::string(32756, 'a'), false, 0},
+                        {std::string(32755, '1'), true, 32766},
+                        {std::string(5459, 'a'), true, 32761},
+                        {std::string(5460, 'a'), true, 0},
+                        {"[aaa-cb]", false, 17},
+                        {classes, false, 0},
+                        {classes.substr(0, 126 * 5), false, 32515}};
     for (const Row& row : rows) {
         const CRegExp expression(std::string_view(row.expression), row.ignoreCase);
         EXPECT_EQ(expression.Size(), row.size) << row.expression.substr(0, 20);
@@ -191,72 +150,55 @@ TEST(RegCompile, SizeIsCountedInTheCompactEncoding) {
 }
 
 TEST(RegCompile, WhatEveryMatchMustHave) {
-    struct Row {
-        const char* expression;
+    const struct {
         char firstChar;
         bool anchored;
         const char* mustHave;
-    };
-    const Row rows[] = {
-        {"abc", 'a', false, ""},
-        {"abc*", 'a', false, ""},
-        {"a*bc", 0, false, "bc"},
-        {"a+bc", 0, false, "bc"},
-        {"a?bc", 0, false, ""},
-        {"(a)*bc.de.f", 0, false, "de"},
-        {"(a|b)+bc(longer)d", 0, false, "bc"},
-        {"(a*)bc", 0, false, ""},
-        {".*a*bb+", 0, false, "b"},
-        {"a*[b]", 0, false, ""},
-        {"a*b|c", 0, false, ""},
-        {R"(x*ab\.cd)", 0, false, "cd"},
-        {"^abc", 0, true, ""},
-        {"^a|b", 0, false, ""},
-        {"(^a)", 0, false, ""},
-        {"^?a", 0, false, ""},
-        {"a|b", 0, false, ""},
-        {"a*", 0, false, ""},
-        {"a+", 0, false, ""},
-        {"[a]b", 0, false, ""},
-        {R"(\*.*)", '*', false, ""},
-        {R"(\<ab)", 0, false, ""},
-    };
-    for (const Row& row : rows) {
-        const CRegExp expression(row.expression);
-        SCOPED_TRACE(row.expression);
-        EXPECT_EQ(expression.FirstChar(), row.firstChar);
-        EXPECT_EQ(expression.Anchored(), row.anchored);
-        EXPECT_EQ(expression.MustHave(), row.mustHave);
-    }
+        std::vector<const char*> expressions;
+    } rows[] = {{'a', false, "", {"abc", "abc*"}},
+                {'*', false, "", {R"(\*.*)"}},
+                {0, true, "", {"^abc"}},
+                {0, false, "b", {".*a*bb+"}},
+                {0, false, "bc", {"a*bc", "a+bc", "(a|b)+bc(longer)d"}},
+                {0, false, "de", {"(a)*bc.de.f"}},
+                {0, false, "cd", {R"(x*ab\.cd)"}},
+                {0,
+                 false,
+                 "",
+                 {"a?bc", "(a*)bc", "a*[b]", "a*b|c", "^a|b", "(^a)", "^?a", "a|b", "a*", "a+",
+                  "[a]b", R"(\<ab)"}}};
+    for (const auto& row : rows)
+        for (const char* text : row.expressions) {
+            const CRegExp expression(text);
+            SCOPED_TRACE(text);
+            EXPECT_EQ(expression.FirstChar(), row.firstChar);
+            EXPECT_EQ(expression.Anchored(), row.anchored);
+            EXPECT_EQ(expression.MustHave(), row.mustHave);
+        }
 }
 
 TEST(RegCompile, IgnoringCaseRewritesTheText) {
-    struct Row {
-        const char* expression;
-        const char* compiled; ///< the same with case
-    };
-    const Row rows[] = {
-        {"aB1", "[Aa][Bb]1"},
-        {"a*", "[Aa]*"},
-        {"[a-c]d", "[a-c][Dd]"},
-        {"[]a]b", "[]a][Bb]"},
-        {"[^]a]b", "[^]a][Bb]"},
-        {"[^a]b", "[^a][Bb]"},
-        {R"(\a)", R"(\[Aa])"},
-        {R"(\[a]b)", R"(\[a][Bb])"},
-        {R"(\<a\.)", R"(\<[Aa]\.)"},
-        {"\xE4\xC4", "\xE4\xC4"},
-        {"@[`{", "@[`{"},
-        {"[a", "[a"},
-        {"[", "["},
-        {"[^", "[^"},
-        {"a\\", "[Aa]\\"},
-    };
-    for (const Row& row : rows) {
-        const CRegExp folded(row.expression, true);
-        const CRegExp plain(row.compiled);
-        EXPECT_EQ(folded.Dump(), plain.Dump()) << row.expression;
-        EXPECT_EQ(folded.LastErrorCode(), plain.LastErrorCode()) << row.expression;
+    const std::pair<const char*, const char*> rows[] = {// and what it is with case
+                                                        {"aB1", "[Aa][Bb]1"},
+                                                        {"a*", "[Aa]*"},
+                                                        {"[a-c]d", "[a-c][Dd]"},
+                                                        {"[]a]b", "[]a][Bb]"},
+                                                        {"[^]a]b", "[^]a][Bb]"},
+                                                        {"[^a]b", "[^a][Bb]"},
+                                                        {R"(\a)", R"(\[Aa])"},
+                                                        {R"(\[a]b)", R"(\[a][Bb])"},
+                                                        {R"(\<a\.)", R"(\<[Aa]\.)"},
+                                                        {"\xE4\xC4", "\xE4\xC4"},
+                                                        {"@[`{", "@[`{"},
+                                                        {"[a", "[a"},
+                                                        {"[", "["},
+                                                        {"[^", "[^"},
+                                                        {"a\\", "[Aa]\\"}};
+    for (const auto& [expression, compiled] : rows) {
+        const CRegExp folded(expression, true);
+        const CRegExp plain(compiled);
+        EXPECT_EQ(folded.Dump(), plain.Dump()) << expression;
+        EXPECT_EQ(folded.LastErrorCode(), plain.LastErrorCode()) << expression;
     }
 }
 

@@ -1,4 +1,4 @@
-// What searches cost, in steps, and what scanners may rely on.
+// What searches cost, in steps.
 #include "reg_exp.h"
 
 #include <gtest/gtest.h>
@@ -112,51 +112,6 @@ TEST(RegCost, ManyStatesAndDeepNestingStayBounded) {
     CRegExp deep("(((((((((a)+)+)+)+)+)+)+)+)+$");
     EXPECT_TRUE(deep.Match(std::string(20000, 'a')));
     EXPECT_EQ(deep.SubStart(9), 19999);
-}
-
-TEST(RegFacts, OfExpressions) {
-    struct Row {
-        const char* expression;
-        const char* first; ///< as a class of the same members
-        const char* second;
-        const char* alphabet;
-        const char* flags; ///< e empty, 1 one byte, ^ BOL, < word start, > looks behind
-        std::size_t sequence;
-        const char* literal;
-    };
-    const Row rows[] = {
-        {"abc", "a", "b", "[a-c]", "", 3, "abc"},
-        {"a[bc].", "a", "[bc]", ".", "", 3, ""},
-        {"(ab)c", "a", "b", "[a-c]", "", 3, "abc"},
-        {"a", "a", "", "a", "1", 1, "a"},
-        {"a|bc", "[ab]", "c", "[a-c]", "1", 0, ""},
-        {"a*b", "[ab]", "[ab]", "[ab]", "1", 0, ""},
-        {"a+b?", "a", "[ab]", "[ab]", "1", 0, ""},
-        {"(ab)+", "a", "b", "[ab]", "", 0, ""},
-        {"(ab|c)*", "[ac]", "[abc]", "[a-c]", "e1", 0, ""},
-        {"^a$", "a", "", "a", "1^>", 0, ""},
-        {R"(\<[a-]b)", "a", "b", "[ab-]", "<>", 0, ""},
-        {R"(\>[ab.])", "[.]", "", "[ab.]", "1>", 0, ""},
-        {"", "", "", "", "e", 0, ""},
-        {"$", "", "", "", "e>", 0, ""},
-    };
-    const auto set = [](const char* expression) {
-        return *expression == 0 ? ByteSet{} : CRegExp(expression).Facts().alphabet;
-    };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(row.expression);
-        const RegFacts facts = CRegExp(row.expression).Facts();
-        EXPECT_EQ(facts.firstBytes, set(row.first));
-        EXPECT_EQ(facts.secondBytes, set(row.second));
-        EXPECT_EQ(facts.alphabet, set(row.alphabet));
-        const std::string flags = std::string(facts.canBeEmpty ? "e" : "") +
-                                  (facts.canBeOneByte ? "1" : "") + (facts.hasBol ? "^" : "") +
-                                  (facts.hasWordStart ? "<" : "") +
-                                  (facts.looksBehindMatch ? ">" : "");
-        EXPECT_EQ(flags, row.flags);
-        EXPECT_EQ(facts.fixedSequence.size(), row.sequence);
-        EXPECT_EQ(facts.literal, row.literal);
-    }
 }
 
 } // namespace

@@ -23,35 +23,18 @@ std::string Shown(const CRegExp& expression) {
     return text;
 }
 
+/// What the twin's letters don't say, and what shows the rules to a reader.
 TEST(RegMatch, Cases) {
-    struct Row {
+    const struct {
         const char* expression;
         std::string subject;
         const char* shown;
         bool ignoreCase = false;
-    };
-    const Row rows[] = {
-        {"a*", "baa", "0+0"},
-        {"", "abc", "0+0"},
-        {"", "", "0+0"},
-        {"a", "", ""},
-        {"$", "ab", "2+0"},
-        {"^b", "ab", ""},
-        {"^a|b", "cb", "1+1"},
-        {"a|ab|abc", "abc", "0+1"},
+    } rows[] = {
         {"(a|ab)(c|bcd)(d*)", "abcd", "0+4 1:0+1 2:1+3 3:4+0"},
-        {"(a*)(ab)*(b*)", "abc", "0+2 1:0+1 3:1+1"},
         {"((a)|(b))*", "ab", "0+2 1:1+1 2:0+1 3:1+1"},
-        {"(a+|b+)*c", "aabbc", "0+5 1:2+2"},
         {"(((((((((a)))))))))", "xa", "1+1 1:1+1 2:1+1 3:1+1 4:1+1 5:1+1 6:1+1 7:1+1 8:1+1 9:1+1"},
-        {"x(y)?z", "xz", "0+2"},
-        {"()b", "ab", "1+1 1:1+0"},
-        {R"(\<b)", "ab b", "3+1"},
-        {R"(\<a)", "a", "0+1"},
         {R"(\<a)", "_a", ""},
-        {R"(a\>)", "ab a", "3+1"},
-        {R"(\>)", "ab", "2+0"},
-        {R"(\>)", "", "0+0"},
         {R"(\<)", "\xE4z", "1+0"},
         {R"(a\tb)", "atb", "0+3"},
         {"a{2}", "aa{2}", "1+4"},
@@ -64,10 +47,8 @@ TEST(RegMatch, Cases) {
         {"b", "a\0b"s, ""},
         {"a$", "a\0b"s, "0+1"},
         {R"("(\\.|[^"\\])*")", R"(x "a\"b" c")", "2+6 1:6+1"},
-        {R"([0-9]+(\.[0-9]+)?(meg|k|m)?)", "r 4.7meg", "2+6 1:3+2 2:5+3"},
-        {".*a.*bb", "aabbab", "0+4"},
-    };
-    for (const Row& row : rows) {
+        {R"([0-9]+(\.[0-9]+)?(meg|k|m)?)", "r 4.7meg", "2+6 1:3+2 2:5+3"}};
+    for (const auto& row : rows) {
         CRegExp expression(row.expression, row.ignoreCase);
         const bool matched = expression.Match(row.subject);
         EXPECT_EQ(Shown(expression), row.shown) << row.expression << " on " << row.subject;
@@ -96,26 +77,19 @@ TEST(RegMatch, TheLastMatchIsKept) {
     EXPECT_TRUE(CRegExp("").Match(std::string_view()));
 }
 
-TEST(RegMatch, TailsAreTextsOfTheirOwn) {
+/// Where a text of its own begins is part of the question.
+TEST(RegMatch, AMatchCanBeAskedForBehindABegin) {
     const RegSubject subject("ab ab");
-    const auto found = [&subject](const char* expression, std::size_t from) {
-        const RegSpan span = CRegExp(expression).MatchFrom(subject, from);
-        return std::pair(span.start, span.length);
-    };
-    using Span = std::pair<std::ptrdiff_t, std::ptrdiff_t>;
-    EXPECT_EQ(found("^b", 1), Span(1, 1));
-    EXPECT_EQ(found("^b", 2), Span(-1, 0));
-    EXPECT_EQ(found(R"(\<b)", 1), Span(1, 1));
-    EXPECT_EQ(found(R"(\<b)", 0), Span(-1, 0));
-    EXPECT_EQ(found("$", 5), Span(5, 0));
-    EXPECT_EQ(found("", 6), Span(-1, 0));
-    EXPECT_EQ(CRegExp(R"(\<b)").MatchAt(subject, 1, 1), 1);
-    EXPECT_EQ(CRegExp(R"(\<b)").MatchAt(subject, 1, 0), -1);
-    EXPECT_EQ(CRegExp("^ab").MatchAt(subject, 3, 3), 2);
-    EXPECT_EQ(CRegExp("^ab").MatchAt(subject, 3, 0), -1);
-    EXPECT_EQ(CRegExp("").MatchAt(subject, 5, 5), 0);
-    EXPECT_EQ(CRegExp("").MatchAt(subject, 6, 5), -1);
-    EXPECT_EQ(CRegExp("").MatchAt(subject, 1, 2), -1);
+    const struct {
+        const char* expression;
+        std::size_t at, begin;
+        int length;
+    } rows[] = {{R"(\<b)", 1, 1, 1}, {R"(\<b)", 1, 0, -1}, {"^ab", 3, 3, 2}, {"^ab", 3, 0, -1},
+                {"", 5, 5, 0},       {"", 6, 5, -1},       {"", 1, 2, -1}};
+    for (const auto& row : rows)
+        EXPECT_EQ(CRegExp(row.expression).MatchAt(subject, row.at, row.begin), row.length)
+            << row.expression << row.at << row.begin;
+    EXPECT_FALSE(CRegExp("").MatchFrom(subject, 6).Found());
 }
 
 /// An expression with the matcher's ways to find its matches, beside the twin.

@@ -89,18 +89,6 @@ TEST(SimEditLine, BehavesAsCountingColumnsDoesOverRandomEdits) {
     }
 }
 
-TEST(SimEditLine, RefitsTabsAsTypingGoesOn) {
-    CSimEditLine line("a\tb");
-    EXPECT_EQ(line.Text(), "a   b");
-    EXPECT_EQ(line.Tabs(), (TabTable{{1, 3}}));
-    line.InsertChar(0, 'x');
-    EXPECT_EQ(line.Text(), "xa  b");
-    EXPECT_EQ(line.Tabs(), (TabTable{{2, 2}}));
-    line.InsertString(0, "123");
-    EXPECT_EQ(line.Tabs(), (TabTable{{5, 3}}));
-    EXPECT_EQ(line.Text(), "123xa   b");
-}
-
 TEST(SimEditLine, GivesPartsOfItsTextWithTabsRestored) {
     const CSimEditLine line("ab\tc\td"); // tabs at 2 (2 wide) and 5 (3 wide)
     const struct {

@@ -139,8 +139,7 @@ TEST_F(SyntaxConfigTest, WhatIsNamedManyTimesIsBoundedForTheWholeConfiguration) 
          "TokenDscr"},
         {"list", numbered("Dscr", 900, "D"), "", "FileExt"},
         {"faults", numbered("Dscr", 900, "D"), "[Tokens]\n" + many + "TokenGroup0=T\n[T]\n" + many,
-         ""},
-    };
+         ""}};
     for (const auto& row : rows) {
         SCOPED_TRACE(row.name);
         Write("c.cfg", "[SyntaxColoring]\n" + many + row.config + "[D]\nDscrFile=d.dsc\n" + many +
