@@ -110,7 +110,7 @@ TEST_F(OptionsSheet, ViewsTakeTheBookmarkColour) {
     OpenEditor script(Factory().CreateScriptEditor(nullptr, u"x", u"", u"s"));
     script->OpenView(&instance);
     HeadlessWindow& scriptView = View();
-    dynamic_cast<IEditorDriver&>(*script.m_Driver).RunCommand(42005);
+    script.m_Driver->RunCommand(42005);
     m_Desk.Pump();
     const auto colourOf = [](HeadlessWindow& view) {
         return view.GetGrid().GetCell(0, 0).m_Background;

@@ -177,28 +177,15 @@ TEST(RegCompile, WhatEveryMatchMustHave) {
         }
 }
 
+/// Letters in classes and behind a backslash; the twin has the rest.
 TEST(RegCompile, IgnoringCaseRewritesTheText) {
-    const std::pair<const char*, const char*> rows[] = {// and what it is with case
-                                                        {"aB1", "[Aa][Bb]1"},
-                                                        {"a*", "[Aa]*"},
-                                                        {"[a-c]d", "[a-c][Dd]"},
-                                                        {"[]a]b", "[]a][Bb]"},
-                                                        {"[^]a]b", "[^]a][Bb]"},
-                                                        {"[^a]b", "[^a][Bb]"},
-                                                        {R"(\a)", R"(\[Aa])"},
-                                                        {R"(\[a]b)", R"(\[a][Bb])"},
-                                                        {R"(\<a\.)", R"(\<[Aa]\.)"},
-                                                        {"\xE4\xC4", "\xE4\xC4"},
-                                                        {"@[`{", "@[`{"},
-                                                        {"[a", "[a"},
-                                                        {"[", "["},
-                                                        {"[^", "[^"},
-                                                        {"a\\", "[Aa]\\"}};
+    const std::pair<const char*, const char*> rows[] = {
+        {"[a-c]d1", "[a-c][Dd]1"}, {R"(\a)", R"(\[Aa])"}, {R"(\<a\.)", R"(\<[Aa]\.)"},
+        {"\xE4\xC4", "\xE4\xC4"},  {"@[`{", "@[`{"},      {"a\\", "[Aa]\\"}};
     for (const auto& [expression, compiled] : rows) {
         const CRegExp folded(expression, true);
-        const CRegExp plain(compiled);
-        EXPECT_EQ(folded.Dump(), plain.Dump()) << expression;
-        EXPECT_EQ(folded.LastErrorCode(), plain.LastErrorCode()) << expression;
+        EXPECT_EQ(folded.Dump(), CRegExp(compiled).Dump()) << expression;
+        EXPECT_EQ(folded.LastErrorCode(), CRegExp(compiled).LastErrorCode()) << expression;
     }
 }
 
