@@ -85,9 +85,7 @@ AString CToken_ostream::GetNameReadBack(std::u16string_view name) const {
 }
 
 void CToken_ostream::NoteBlockBegin(std::u16string_view name) {
-    AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back();
-    if (!path.empty())
-        path += u'\t';
+    AString path = mOpenBlocks.empty() ? AString() : mOpenBlocks.back() + u'\t';
     path += GetNameReadBack(name);
     mIndex->AddEntry(path, BeginPos());
     mOpenBlocks.push_back(std::move(path));
