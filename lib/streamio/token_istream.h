@@ -157,6 +157,8 @@ private:
     const CToken& Peek() const { return mTokenStreamBuf->PeekToken(); }
     void Step() { mTokenStreamBuf->NextToken(); }
     void TakeToken(CToken& token) { mTokenStreamBuf->TakeToken(token); }
+    std::span<CToken_batch::Entry> PeekAhead() const { return mTokenStreamBuf->PeekAhead(); }
+    void StepOver(std::size_t count) { mTokenStreamBuf->StepOver(count); }
     bool AtSymbol(char16_t ch) { return Prepare() && Peek().GetSymbol() == ch && ch != 0; }
     bool AtEof() { return Prepare() && Peek().GetKind() == TokenKind::Eof; }
     bool AtValue() { return Prepare() && IsValueToken(Peek()); }
@@ -173,8 +175,9 @@ private:
     static bool IsValueToken(const CToken& token);
     /// True when the current token is that word.
     bool IsWord(TokenKind kind, const AString& word) const {
-        return Peek().MayBe(kind, word.size()) && IsSameWord(Peek().GetTextView(), word);
+        return Peek().MayBe(kind, word.size()) && IsWordHere(word);
     }
+    bool IsWordHere(const AString& word) const;
     bool IsSameWord(std::u16string_view a, std::u16string_view b) const {
         return mTokenStreamBuf->IsSameWord(a, b);
     }

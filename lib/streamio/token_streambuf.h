@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <ios>
 #include <locale>
+#include <span>
 #include <streambuf>
 #include <string_view>
 #include <utility>
@@ -52,9 +53,12 @@ struct CToken_batch {
     const char16_t* begin = nullptr; ///< where the raw stream stands
     unsigned next = 0;               ///< the entry in front of it is the current token
     unsigned count = 0;
+    int lines = 0;           ///< line ends among all of them
+    std::uint64_t texts = 0; ///< bit i is set when entry i was read with a text outside of it
     unsigned most = kFirst;  ///< to read next time; doubles as long as none is read in vain
     bool startsLine = false; ///< whether the first entry does
 };
+static_assert(CToken_batch::kMost <= 64); // bits of texts
 
 /// Turns a raw stream into tokens and back. Owns the current token, the pushback stacks and the
 /// line number; neither the raw stream nor anything else. One thread at a time.
@@ -155,6 +159,18 @@ public:
         else
             token = mTokenPushBack.Top();
         NextToken();
+    }
+    /// The current token and those behind it, as far as they have been read side by side; often
+    /// none. They may be moved from, and stay until anything else is asked of the buffer.
+    std::span<CToken_batch::Entry> PeekAhead() noexcept {
+        if (mCurrent == &mToken || !mTokenPushBack.IsEmpty())
+            return {};
+        return {mBatch.entries + mBatch.next - 1, mBatch.entries + mBatch.count};
+    }
+    /// Goes on by so many tokens, fewer than PeekAhead gives.
+    void StepOver(std::size_t count) noexcept {
+        mBatch.next += static_cast<unsigned>(count) - 1;
+        TakeFromBatch();
     }
     /// Puts a token in front of the current one. More than kMaxTokenPushBack are asserted and
     /// dropped.
@@ -280,6 +296,7 @@ private:
 
     const CToken& PopToken();
     const CToken& ReadNext();
+    void MarkBatchStarts() noexcept;
     void LeaveBatch();
     void ClearBatch();
     /// Line ends among the tokens taken from the batch.

@@ -77,6 +77,10 @@ bool IsValueKind(TokenKind kind) {
     return (kValueKinds >> static_cast<unsigned>(kind) & 1) != 0;
 }
 
+inline bool IsEmptyText(const CToken& token) {
+    return token.IsText() && token.GetTextLength() == 0;
+}
+
 /// True for a token that no name and no argument begins with.
 inline bool IsNoName(const CToken& token) {
     const TokenKind kind = token.GetKind();
@@ -109,11 +113,24 @@ ReadError Block_reader::ReadNamedValue(CBlock_named_value& value) {
 
 // --- Items and arguments ---
 
+/// Takes `name = value` if all of it, and the token behind it, has been read ahead.
+inline bool Block_reader::TakeNamedValue(Block_hold<CBlock_item>& item) {
+    const auto ahead = mStream->PeekAhead();
+    if (ahead.size() < 4 || ahead[1].token.GetSymbol() != u'=' ||
+        !IsValueKind(ahead[2].token.GetKind()))
+        return false;
+    mArena.Make<CBlock_named_value>(item, std::move(ahead[0].token), std::move(ahead[2].token));
+    mStream->StepOver(3);
+    return true;
+}
+
 ReadError Block_reader::ReadItem(Block_hold<CBlock_item>& item) {
     if (!mIsReady || IsNoName(Look()))
         return Fail(ReadError::kIdentifier);
     if (mStream->IsBeginHere())
         return ReadNestedBlock(item);
+    if (TakeNamedValue(item))
+        return ReadError::kOk;
     CToken name;
     mStream->TakeToken(name);
     return ReadBehindName(item, std::move(name), mStream->Peek().GetSymbol(),
@@ -127,9 +144,11 @@ ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
         auto& value = mArena.Make<CBlock_value>(arg);
         return LookSymbol() == u',' ? ReadError::kOk : ReadValue(value);
     }
+    const bool isEmptyText = IsEmptyText(mStream->Peek()); // always a value
+    if (!isEmptyText && TakeNamedValue(arg))
+        return ReadError::kOk;
     CToken name;
     mStream->TakeToken(name);
-    const bool isEmptyText = name.IsText() && name.GetTextLength() == 0; // always a value
     return ReadBehindName(arg, std::move(name), isEmptyText ? u'\0' : LookSymbol(), true);
 }
 
@@ -217,6 +236,18 @@ ReadError Block_reader::ReadVecBody(CBlock_vec& vec) {
     return error;
 }
 
+/// Takes elements that have been read ahead, each with the comma behind it.
+inline void Block_reader::TakeElements() {
+    const auto ahead = mStream->PeekAhead();
+    std::size_t next = 0;
+    for (; next + 2 < ahead.size() && IsValueKind(ahead[next].token.GetKind()) &&
+           ahead[next + 1].token.GetSymbol() == u',';
+         next += 2)
+        mElements.push_back(std::move(ahead[next].token));
+    if (next != 0)
+        mStream->StepOver(next);
+}
+
 ReadError Block_reader::ReadElements() {
     constexpr double kMaxSize = 65535;
     if (Look().IsNumber()) {
@@ -232,7 +263,7 @@ ReadError Block_reader::ReadElements() {
                 return error;
         }
     }
-    while (LookSymbol() != u']') {
+    for (TakeElements(); LookSymbol() != u']'; TakeElements()) {
         const TokenKind kind = mStream->Peek().GetKind();
         if (kind == TokenKind::Eof)
             return ReadError::kOk;

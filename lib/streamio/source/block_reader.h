@@ -51,11 +51,13 @@ private:
     ReadError ReadToken(CToken& value);
     ReadError ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name, char16_t symbol,
                              bool isArg);
+    bool TakeNamedValue(Block_hold<CBlock_item>& item);
     template <class T>
     T& Make(Block_hold<CBlock_item>& item, CToken&& name);
     ReadError ReadFuncBody(CBlock_func& func);
     ReadError ReadArgs(Children& args);
     ReadError ReadVecBody(CBlock_vec& vec);
+    void TakeElements();
     ReadError ReadElements();
     ReadError ReadBehind(char16_t close);
     ReadError ReadNestedBlock(Block_hold<CBlock_item>& item);

@@ -105,11 +105,18 @@ bool CToken_istream::IsValueToken(const CToken& token) {
     return !token.IsText() || IsQuotedKind(kind) || token.GetTextLength() != 0;
 }
 
+bool CToken_istream::IsWordHere(const AString& word) const {
+    return IsSameWord(Peek().GetTextView(), word);
+}
+
 bool CToken_istream::IsThisText(std::u16string_view text) const {
     return IsSameWord(Name_text(Peek()), text);
 }
 
 bool CToken_istream::IsValueBehind(const std::u16string_view* text) {
+    const auto ahead = PeekAhead();
+    if (!text && ahead.size() > 1 && ahead[1].token.GetKind() != TokenKind::Eol)
+        return IsValueToken(ahead[1].token);
     const CToken word = Peek();
     Step();
     const bool isValue = AtValue() && (!text || IsThisText(*text));

@@ -1,6 +1,7 @@
 #include "token_streambuf.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "assertion.h"
 #include "char_class.h"
@@ -96,17 +97,26 @@ std::streamoff CToken_streambuf::TellRaw() {
 }
 
 int CToken_streambuf::CountBatchLines() const noexcept {
+    if (mBatch.next == mBatch.count)
+        return mBatch.lines;
     return static_cast<int>(
         std::count_if(mBatch.entries, mBatch.entries + mBatch.next,
                       [](const CToken_batch::Entry& entry) { return IsEol(entry.token); }));
 }
 
+/// Marks the starts of the tokens taken from the batch; if they are enough, anew.
+void CToken_streambuf::MarkBatchStarts() noexcept {
+    constexpr unsigned kMarks = std::tuple_size_v<decltype(mTokenStart)>;
+    const bool isEnough = mBatch.next >= kMarks;
+    if (isEnough)
+        mTokenCount = 0;
+    const CToken_batch::Entry* const last = mBatch.entries + mBatch.next;
+    for (const auto* entry = isEnough ? last - kMarks : mBatch.entries; entry != last; ++entry)
+        MarkTokenStart(mBatch.begin - entry->start);
+}
+
 void CToken_streambuf::LeaveBatch() {
-    const unsigned first = mBatch.next > mTokenStart.size()
-                               ? mBatch.next - static_cast<unsigned>(mTokenStart.size())
-                               : 0;
-    for (unsigned i = first; i < mBatch.next; ++i)
-        MarkTokenStart(mBatch.begin - mBatch.entries[i].start);
+    MarkBatchStarts();
     const std::streamoff ahead = GetAhead();
     RawArea::Skip(*mTokenStreamBuf, ahead);
     mConsumed += ahead;
@@ -121,12 +131,13 @@ void CToken_streambuf::ClearBatch() {
         mToken.Take(*mCurrent);
         mCurrent = &mToken;
     }
-    for (unsigned i = 0; i < mBatch.count; ++i)
-        mBatch.entries[i].token.DropText();
+    for (; mBatch.texts != 0; mBatch.texts &= mBatch.texts - 1)
+        mBatch.entries[std::countr_zero(mBatch.texts)].token.DropText();
     const bool isUsedUp = mBatch.next == mBatch.count;
     mBatch.most = isUsedUp ? std::min(mBatch.most * 2, CToken_batch::kMost) : CToken_batch::kFirst;
     mBatch.next = 0;
     mBatch.count = 0;
+    mBatch.lines = 0;
 }
 
 bool CToken_streambuf::DropPushedBackLine(AString* line) {

@@ -125,6 +125,8 @@ public:
         }
         batch.begin = begin;
         batch.count = static_cast<unsigned>(mEntry - batch.entries);
+        batch.lines = mLines;
+        batch.texts = mTexts;
     }
 
     /// How much has been dropped in front of the first token.
@@ -176,6 +178,12 @@ private:
         return true;
     }
 
+    /// The token may hold a text outside of it.
+    ALWAYS_INLINE void SetOutside(CToken&& token) {
+        mEntry->token = std::move(token);
+        mTexts |= std::uint64_t{1} << (mEntry - mBuffer.mBatch.entries);
+    }
+
     ALWAYS_INLINE bool ReadSymbol() {
         mEntry->token.SetUnit(TokenKind::Symbol, *mStart);
         return Finish(mStart + 1);
@@ -186,7 +194,7 @@ private:
         if (text.size() <= CToken::kInlineUnits && end - text.data() >= kUnits)
             mEntry->token.SetUnits(kind, text.data(), text.size());
         else
-            mEntry->token = CToken(kind, text, &mBuffer.mTexts);
+            SetOutside(CToken(kind, text, &mBuffer.mTexts));
         return Finish(stop);
     }
 
@@ -200,6 +208,7 @@ private:
 
     ALWAYS_INLINE bool ReadLineEnd(const char16_t* stop) {
         mEntry->token.SetKind(TokenKind::Eol);
+        ++mLines;
         return Finish(stop);
     }
 
@@ -249,7 +258,7 @@ private:
         double number = 0;
         if (length > CToken::kInlineSource ||
             !(next == kIntegerEnd ? scan.parts.GetInteger(number) : scan.parts.GetExact(number)))
-            mEntry->token = mBuffer.MakeNumber(kind, {mStart, length});
+            SetOutside(mBuffer.MakeNumber(kind, {mStart, length}));
         else if (mBuffer.mKeepText)
             mEntry->token.SetPacked(kind, number, scan.source, length);
         else
@@ -260,6 +269,8 @@ private:
     CToken_textstreambuf& mBuffer;
     const char16_t* mStart;      ///< of the token that is being read
     CToken_batch::Entry* mEntry; ///< where it goes
+    int mLines = 0;              ///< as the batch notes it
+    std::uint64_t mTexts = 0;
 };
 
 /// A number whose value or source text takes more than is done at one go.
