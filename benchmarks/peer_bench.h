@@ -71,10 +71,15 @@ inline void Row(const std::string& work, const std::string& who, const char* uni
     std::fflush(stdout);
 }
 
+/// Where a file of the folder of inputs is.
+inline std::string InputPath(const std::string& name) {
+    const char* folder = std::getenv("QUOREL_BENCH_DATA");
+    return std::string(folder ? folder : ".") + "/" + name;
+}
+
 /// A whole file of the folder of inputs; ends the program when it isn't there.
 inline std::string Input(const std::string& name) {
-    const char* folder = std::getenv("QUOREL_BENCH_DATA");
-    const std::string path = std::string(folder ? folder : ".") + "/" + name;
+    const std::string path = InputPath(name);
     std::ifstream file(path, std::ios::binary);
     if (!file) {
         std::perror(path.c_str());
