@@ -61,6 +61,7 @@ function(_quorel_room_tests target type private_dirs links externals)
     target_link_libraries(${test} PRIVATE ${links} quorel_flags GTest::gmock GTest::gtest_main)
     target_compile_definitions(${test} PRIVATE
         QUOREL_SOURCE_DIR="${PROJECT_SOURCE_DIR}" QUOREL_BIN_DIR="${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+    target_compile_options(${test} PRIVATE -O0) # compiled more often than run
     set_target_properties(${test} PROPERTIES
         RUNTIME_OUTPUT_DIRECTORY "${CMAKE_BINARY_DIR}/test")
     gtest_discover_tests(${test} DISCOVERY_MODE PRE_TEST PROPERTIES TIMEOUT 300)

@@ -188,9 +188,21 @@ void QtDialog::Place(const Units& units) {
 
 int QtDialog::Run() {
     m_Sink.DialogShown(*this);
+    SelectFirstEdit();
     if (!m_Result)
         exec();
     return m_Result.value_or(kIdCancel);
+}
+
+/// So that what is typed replaces what a dialog is preset with.
+void QtDialog::SelectFirstEdit() {
+    for (const Placed& placed : m_Placed) {
+        if (auto* edit = qobject_cast<QLineEdit*>(placed.m_Widget)) {
+            edit->setFocus();
+            edit->selectAll();
+            return;
+        }
+    }
 }
 
 void QtDialog::Notice(unsigned control, unsigned notice) {

@@ -60,6 +60,7 @@ private:
     void AddButtonsIfMissing(QVBoxLayout& layout);
     Units ChooseUnits() const;
     void Place(const Units& units);
+    void SelectFirstEdit();
     void Notice(unsigned control, unsigned notice);
 
     IDialogSink& m_Sink;
