@@ -18,17 +18,14 @@ namespace sys {
 /// Bytes are 8-bit characters of no particular set; blanks are space and tab.
 ///
 /// - "[name]" opens a section: the name reaches to the first "]" (without one to the line's end),
-/// outer
-///   blanks stripped. Keys before the first section belong to none and are passed over.
+///   outer blanks stripped. Keys before the first section belong to none and are passed over.
 /// - "key=value" is an entry: the value begins behind the first "=". Outer blanks of both are
-/// stripped,
-///   then one pair of equal quotes (" or ') around the value, then the value is cut at kMaxValue
-///   bytes. So a value that must keep its quotes or outer blanks stands in a further pair of
-///   quotes.
+///   stripped, then one pair of equal quotes (" or ') around the value, then the value is cut at
+///   kMaxValue bytes. So a value that must keep its quotes or outer blanks stands in a further pair
+///   of quotes.
 /// - A line whose first character but blanks is ";" is a comment; other lines mean nothing.
 /// - Names are compared without the case of ASCII letters. Of equal sections, and of equal keys in
-/// a
-///   section, the first counts and the others are as if they weren't there.
+///   a section, the first counts and the others are as if they weren't there.
 ///
 /// Cost: for n bytes, whatever is in them, reading takes n log n at worst and memory for the text
 /// and 24 bytes a key; a look-up takes log n. Texts given out are parts of the object: they live

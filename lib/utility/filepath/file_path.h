@@ -13,14 +13,12 @@
 ///
 /// Construction of a path P with a base directory B; both kinds of slash separate:
 ///
-/// - P is rooted when it begins with a slash. A P that is neither rooted nor holds a ":" goes
-/// behind
-///   B, with "/" between unless B ends with a slash or ":"; without a B, behind the current
-///   directory. A rooted P, or one with a ":", drops B.
+/// - P is rooted when it begins with a slash. A P that neither is nor holds a ":" goes behind B,
+///   with "/" between unless B ends with a slash or ":"; without a B, behind the current directory.
+///   A rooted P, or one with a ":", drops B.
 /// - The name is what stands behind the last slash or, without one, behind the last ":".
 /// - A name "." or ".." is resolved against the directory in front of it, one at a time, until the
-/// name
-///   is another; "." and ".." inside the path stay. The root's parent is the root.
+///   name is another; "." and ".." inside the path stay. The root's parent is the root.
 /// - The extension stands behind the name's last ".", unless that is its first character.
 ///
 /// On this platform ":" is a character like any other in a file's name, yet these rules keep it as
