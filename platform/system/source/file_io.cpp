@@ -56,13 +56,17 @@ bool IsSameFile(int descriptor, const std::string& path) {
            left.st_dev == right.st_dev && left.st_ino == right.st_ino;
 }
 
-int CopyBytes(int from, int to) {
+int CopyBytes(int from, int to, std::uint64_t limit) {
     std::string block(kBlock, '\0');
     while (true) {
         const ssize_t got = ReadSome(from, block.data(), block.size());
         if (got <= 0) {
             return got < 0 ? errno : 0;
         }
+        if (static_cast<std::uint64_t>(got) > limit) {
+            return EFBIG;
+        }
+        limit -= static_cast<std::uint64_t>(got);
         const int error = WriteAll(to, {block.data(), static_cast<std::size_t>(got)});
         if (error != 0) {
             return error;
@@ -114,7 +118,7 @@ Status CopyFile(const std::string& from, const std::string& to, std::uint64_t li
     if (!target.IsOpen()) {
         return Failure("write", to, errno);
     }
-    const int error = CopyBytes(source.Get(), target.Get());
+    const int error = CopyBytes(source.Get(), target.Get(), limit);
     const int closeError = target.Close();
     if (error != 0 || closeError != 0) {
         return Failure("write", to, error != 0 ? error : closeError);

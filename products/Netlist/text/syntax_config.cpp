@@ -54,10 +54,10 @@ struct DescriptionFile {
     KeyNumbers numbers{profile};
 };
 
-/// One name for all paths of a file.
+/// One name for all paths of a file; a path that leads to none is its own.
 std::string NameOfFile(const std::string& path) {
     std::error_code error;
-    const std::filesystem::path name = std::filesystem::weakly_canonical(path, error);
+    const std::filesystem::path name = std::filesystem::canonical(path, error);
     return error ? path : name.string();
 }
 

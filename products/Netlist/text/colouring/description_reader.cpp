@@ -147,7 +147,7 @@ private:
     }
 
     Compiled Compile(std::string_view text) {
-        if (text.empty())
+        if (text.empty() || text.front() == '\0') // an expression ends at its first NUL
             return {std::nullopt, kEmptyExpression};
         m_allowance.TakeText(text.size());
         CRegExp expression(text, m_ignoreCase);

@@ -91,7 +91,7 @@ void LineScanner::ShareMemory() {
     if (shares == 1)
         return;
     RegLimits limits;
-    limits.block = std::max<std::size_t>(limits.block / shares, 512);
+    limits.block = std::max<std::size_t>(limits.block / shares, 128);
     limits.cache = std::max<std::size_t>(limits.cache / shares, 4096);
     limits.notes = std::max<std::size_t>(limits.notes / shares, 4096);
     for (const Range& range : m_ranges) {
@@ -145,8 +145,6 @@ void LineScanner::BeginLine(std::string_view text) {
     m_subjectBegin = 0;
     m_hasNul = m_subject.Length() != text.size();
     m_canvas.Start(text.size());
-    for (Range& range : m_ranges)
-        range.isKnown = false;
 }
 
 /// Makes the subject that part of the line in which the tail from column begins.
@@ -155,8 +153,6 @@ void LineScanner::EnterSubject(std::size_t column) {
         return;
     m_subject = RegSubject(m_text.substr(column));
     m_subjectBegin = column;
-    for (Range& range : m_ranges)
-        range.isKnown = false;
 }
 
 /// The first match in the tail from column; its start is kNone if there is none.
@@ -233,13 +229,14 @@ std::size_t LineScanner::FirstOpen(std::size_t column, Match& match) {
 /// the next one, but an expression that looks at its subject's start may match at column too.
 std::size_t LineScanner::NextOpen(Range& range, std::size_t column) {
     const std::size_t tail = column - m_subjectBegin;
-    if (range.isKnown && range.next > column)
+    const bool isKnown = range.subject == m_subject.Serial();
+    if (isKnown && range.next > column)
         return range.dependsOnStart && range.open->MatchesAt(m_subject, tail, tail) ? column
                                                                                     : range.next;
-    if (!range.isKnown || range.dependsOnStart || range.next < column) {
+    if (!isKnown || range.dependsOnStart || range.next < column) {
         const std::ptrdiff_t start = range.open->StartFrom(m_subject, tail);
         range.next = start < 0 ? kNone : m_subjectBegin + static_cast<std::size_t>(start);
-        range.isKnown = true;
+        range.subject = m_subject.Serial();
     }
     return range.next;
 }

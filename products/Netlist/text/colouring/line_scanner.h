@@ -46,7 +46,7 @@ private:
         /// The first column of a match at or behind one that scans have reached, while they haven't
         /// passed it; kNone if there is none.
         std::size_t next = 0;
-        bool isKnown = false;
+        std::uint64_t subject = 0; ///< the serial number of the one for which next is good
     };
 
     struct Token {

@@ -39,7 +39,7 @@ RegViability::RegViability(const RegCode& code, const RegLimits& limits)
                    limits.block),
           1)),
       m_stretch(std::max<std::size_t>(limits.notes / NoteSize(), 1)),
-      m_keepsKnown(m_places.Count() <= kMaxKnownEaters), m_visited(code.Nodes().size()),
+      m_mayKeepKnown(m_places.Count() <= kMaxKnownEaters), m_visited(code.Nodes().size()),
       m_noEaters(m_automaton.Words()) {
     count.fetch_add(1, std::memory_order_relaxed);
 }
@@ -210,8 +210,13 @@ const char* RegViability::MatchEnd(const RegTail& tail, const char* at, const Re
     if (target == kNowhere)
         return nullptr;
     StoreBounds(at, groups);
-    return groups.starts == nullptr && m_keepsKnown ? Walk(target, at, tail)
-                                                    : WalkGroups(target, at, tail, groups);
+    if (groups.starts != nullptr || !m_mayKeepKnown)
+        return WalkGroups(target, at, tail, groups);
+    if (!m_keepsKnown) {
+        m_keepsKnown = true;
+        GrowKnown();
+    }
+    return Walk(target, at, tail);
 }
 
 const char* RegViability::WalkGroups(Target target, const char* at, const RegTail& tail,

@@ -116,7 +116,8 @@ private:
     std::size_t m_loaded = kNoBlock; ///< the block whose states stand in `m_states`
     const char* m_loadedBegin = nullptr;
     std::vector<State> m_states;
-    bool m_keepsKnown;           ///< there are few enough eaters to keep what `Follow` gave
+    const bool m_mayKeepKnown;   ///< there are few enough eaters to keep what `Follow` gave
+    bool m_keepsKnown = false;   ///< that, and an end was asked for
     std::vector<Target> m_known; ///< by state, kind of the character before, and eater
 
     VisitMarks<> m_visited;              ///< the nodes that a descent has come by

@@ -47,7 +47,7 @@ protected:
 TEST_F(SyntaxConfigTest, ReadsDescriptionsInOrderAndPassesOverEmptyNames) {
     Write("c.cfg", "[SyntaxColoring]\nNumberOfDscr=5\nDscr0=A\nDscr1=\nDscr2=B\nDscr4=C\n"
                    "[A]\nNumberOfFileExt=2\nFileExt0=cir\nFileExt1=\"sp\"\nNumberOfLanguages=1\n"
-                   "Language0=Netlist\nDscrFile=missing.dsc\n[B]\n[C]\nDscrFile=d.dsc\n");
+                   "Language0=Netlist\nDscrFile=missing/../d.dsc\n[B]\n[C]\nDscrFile=d.dsc\n");
     Write("d.dsc", "[Tokens]\nNumberOfTokenGroups=1\nTokenGroup0=G\n"
                    "[G]\nColor=255\nStdStartSep=.\nStdStopSep=.\nNumberOfDscr=1\nTokenDscr0=a\n");
     const SyntaxDscrs syntaxes = Read();
