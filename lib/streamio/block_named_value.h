@@ -34,6 +34,8 @@ protected:
     bool ReadWhole(CAbstract_istream& stream) override;
 
 private:
+    friend class Block_reader;
+
     CToken mName;
 };
 

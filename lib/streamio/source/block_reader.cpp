@@ -119,7 +119,9 @@ inline bool Block_reader::TakeNamedValue(Block_hold<CBlock_item>& item) {
     if (ahead.size() < 4 || ahead[1].token.GetSymbol() != u'=' ||
         !IsValueKind(ahead[2].token.GetKind()))
         return false;
-    mArena.Make<CBlock_named_value>(item, std::move(ahead[0].token), std::move(ahead[2].token));
+    auto& value = mArena.Make<CBlock_named_value>(item);
+    value.mName.Take(ahead[0].token);
+    value.mValue.Take(ahead[2].token);
     mStream->StepOver(3);
     return true;
 }
@@ -133,7 +135,7 @@ ReadError Block_reader::ReadItem(Block_hold<CBlock_item>& item) {
         return ReadError::kOk;
     CToken name;
     mStream->TakeToken(name);
-    return ReadBehindName(item, std::move(name), mStream->Peek().GetSymbol(),
+    return ReadBehindName(item, name, mStream->Peek().GetSymbol(),
                           false); // on the name's line
 }
 
@@ -149,31 +151,34 @@ ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
         return ReadError::kOk;
     CToken name;
     mStream->TakeToken(name);
-    return ReadBehindName(arg, std::move(name), isEmptyText ? u'\0' : LookSymbol(), true);
+    return ReadBehindName(arg, name, isEmptyText ? u'\0' : LookSymbol(), true);
 }
 
+/// Makes an item that takes its name, and goes on behind the symbol that tells its class. The name
+/// is moved once: a processor waits where a token is copied soon after a part of it was stored.
 template <class T>
-T& Block_reader::Make(Block_hold<CBlock_item>& item, CToken&& name) {
-    T& made = mArena.Make<T>(item, std::move(name));
+T& Block_reader::Make(Block_hold<CBlock_item>& item, CToken& name) {
+    T& made = mArena.Make<T>(item);
+    made.mName.Take(name);
     mStream->Step();
     return made;
 }
 
-ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name,
-                                       char16_t symbol, bool isArg) {
+ReadError Block_reader::ReadBehindName(Block_hold<CBlock_item>& item, CToken& name, char16_t symbol,
+                                       bool isArg) {
     switch (symbol) {
     case u'=':
-        return ReadValue(Make<CBlock_named_value>(item, std::move(name)));
+        return ReadValue(Make<CBlock_named_value>(item, name));
     case u'(':
         if (mFuncDepth == kMaxBlockNesting)
             return Fail(ReadError::kItem);
-        return ReadFuncBody(Make<CBlock_func>(item, std::move(name)));
+        return ReadFuncBody(Make<CBlock_func>(item, name));
     case u'[':
-        return ReadVecBody(Make<CBlock_vec>(item, std::move(name)));
+        return ReadVecBody(Make<CBlock_vec>(item, name));
     default:
         if (!isArg)
             return Fail(ReadError::kParenOrEquals);
-        mArena.Make<CBlock_value>(item, std::move(name));
+        mArena.Make<CBlock_value>(item).mValue.Take(name);
         return ReadError::kOk;
     }
 }

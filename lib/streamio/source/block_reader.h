@@ -49,11 +49,11 @@ private:
     const CToken& LookPastNull();
     char16_t LookSymbol();
     ReadError ReadToken(CToken& value);
-    ReadError ReadBehindName(Block_hold<CBlock_item>& item, CToken&& name, char16_t symbol,
+    ReadError ReadBehindName(Block_hold<CBlock_item>& item, CToken& name, char16_t symbol,
                              bool isArg);
     bool TakeNamedValue(Block_hold<CBlock_item>& item);
     template <class T>
-    T& Make(Block_hold<CBlock_item>& item, CToken&& name);
+    T& Make(Block_hold<CBlock_item>& item, CToken& name);
     ReadError ReadFuncBody(CBlock_func& func);
     ReadError ReadArgs(Children& args);
     ReadError ReadVecBody(CBlock_vec& vec);

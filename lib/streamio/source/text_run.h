@@ -27,7 +27,13 @@ struct Text_run {
     /// Where a run of characters that keep a state ends, from `p` on.
     const char16_t* Skip(unsigned state, const char16_t* p) const {
         p = SkipKnown(state, p);
-        return p < end && *p >= limit && !isUtf8 ? SkipOthers(state, p) : p;
+        return p < end && *p >= limit && !isUtf8 ? SkipOthers(*this, state, p) : p;
+    }
+    /// The same where a unit is sure to come that ends the run.
+    const char16_t* SkipToStop(unsigned state, const char16_t* p) const {
+        while (Keeps(state, *p))
+            ++p;
+        return *p >= limit && !isUtf8 ? SkipOthers(*this, state, p) : p;
     }
 
 private:
@@ -51,10 +57,12 @@ private:
         return p;
     }
 
-    /// The same where characters stand that the tables don't hold.
-    [[gnu::noinline]] const char16_t* SkipOthers(unsigned state, const char16_t* p) const {
-        while (p < end &&
-               (Keeps(state, *p) || (*p >= limit && grammar.NextState(state, *p) == state)))
+    /// The same where characters stand that the tables don't hold. Takes a copy, so that the object
+    /// itself may be kept in registers.
+    [[gnu::noinline]] static const char16_t* SkipOthers(Text_run run, unsigned state,
+                                                        const char16_t* p) {
+        while (p < run.end && (run.Keeps(state, *p) ||
+                               (*p >= run.limit && run.grammar.NextState(state, *p) == state)))
             ++p;
         return p;
     }

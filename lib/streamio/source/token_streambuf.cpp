@@ -107,12 +107,17 @@ int CToken_streambuf::CountBatchLines() const noexcept {
 /// Marks the starts of the tokens taken from the batch; if they are enough, anew.
 void CToken_streambuf::MarkBatchStarts() noexcept {
     constexpr unsigned kMarks = std::tuple_size_v<decltype(mTokenStart)>;
-    const bool isEnough = mBatch.next >= kMarks;
-    if (isEnough)
-        mTokenCount = 0;
     const CToken_batch::Entry* const last = mBatch.entries + mBatch.next;
-    for (const auto* entry = isEnough ? last - kMarks : mBatch.entries; entry != last; ++entry)
-        MarkTokenStart(mBatch.begin - entry->start);
+    if (mBatch.next < kMarks) {
+        for (const auto* entry = mBatch.entries; entry != last; ++entry)
+            MarkTokenStart(mBatch.begin - entry->start);
+        return;
+    }
+    std::transform(last - kMarks, last, mTokenStart.begin(),
+                   [begin = mBatch.begin, consumed = mConsumed](const auto& entry) {
+                       return consumed + (entry.start - begin);
+                   });
+    mTokenCount = kMarks;
 }
 
 void CToken_streambuf::LeaveBatch() {
@@ -245,6 +250,8 @@ bool CToken_streambuf::IsSameText(const CToken& token, std::u16string_view text)
 }
 
 bool CToken_streambuf::IsNoCaseUnits(std::u16string_view a, std::u16string_view b) noexcept {
+    if (std::equal(a.begin(), a.end(), b.begin())) // most often
+        return true;
     return std::equal(a.begin(), a.end(), b.begin(), [](char16_t x, char16_t y) {
         return x == y || chars::ToLower(x) == chars::ToLower(y);
     });

@@ -39,9 +39,10 @@ constexpr unsigned kRealEnd = 37;
 constexpr unsigned kIntegerEnd = 38;
 
 /// A number as it stands in the input, with the state behind its last character.
+template <bool kIsStopped>
 struct NumberScan {
     const char16_t* stop;
-    const char16_t* bound; ///< no character from here on is looked at
+    const char16_t* bound; ///< no unit from here on is looked at, unless one that ends it must come
     unsigned state = kStateStart;
     std::uint64_t source = 0; ///< packed; only if the number is short enough
     DecimalParts parts{};
@@ -52,14 +53,12 @@ struct NumberScan {
             parts.isNegative = TakeMark() == u'-';
             state = kStateSign;
         }
-        const bool isZero = stop == start && *stop == u'0';
         if (TakeDigits(parts.digits))
-            state = isZero && stop == start + 1 ? kStateFirstZero : kStateInteger;
+            state = *start == u'0' && stop == start + 1 ? kStateFirstZero : kStateInteger;
         if (IsOneOf(u'.', u'.'))
             ScanFraction();
-        const bool hasDigits =
-            state == kStateInteger || state == kStateFirstZero || state == kStateFraction;
-        if (hasDigits && IsOneOf(u'e', u'E'))
+        if (IsOneOf(u'e', u'E') &&
+            (state == kStateInteger || state == kStateFirstZero || state == kStateFraction))
             ScanExponent();
     }
 
@@ -86,8 +85,10 @@ private:
             state = kStateExponent;
     }
 
+    ALWAYS_INLINE bool IsInside() const { return kIsStopped || stop < bound; }
+
     ALWAYS_INLINE bool IsOneOf(char16_t a, char16_t b) const {
-        return stop < bound && (*stop == a || *stop == b);
+        return IsInside() && (*stop == a || *stop == b);
     }
 
     ALWAYS_INLINE char16_t TakeMark() {
@@ -98,7 +99,7 @@ private:
     /// Takes digits into an integer; false when there are none.
     ALWAYS_INLINE bool TakeDigits(std::uint64_t& sum) {
         const char16_t* const first = stop;
-        for (; stop < bound; ++stop) {
+        for (; IsInside(); ++stop) {
             const unsigned digit = *stop - unsigned{u'0'};
             if (digit > 9)
                 break;
@@ -112,30 +113,67 @@ private:
 } // namespace
 
 /// Reads one batch of tokens.
-class Text_runs : private Text_run {
+class Text_runs {
 public:
-    explicit Text_runs(CToken_textstreambuf& buffer)
-        : Text_run(*buffer.mTokenStreamBuf, *buffer.mGrammar, buffer.mEncoding), mBuffer(buffer),
-          mStart(begin), mEntry(buffer.mBatch.entries) {}
+    /// Reads into an empty batch, and returns how much has been dropped in front of the first
+    /// token.
+    static std::ptrdiff_t Read(CToken_textstreambuf& buffer);
+
+private:
+    template <bool kIsStopped>
+    class Reader;
+
+    /// Behind a line end near the end of what is buffered, which ends every token in front of it
+    /// but quoted text; the beginning if there is none.
+    static const char16_t* FindStop(const Text_run& run) {
+        constexpr std::ptrdiff_t kFar = 256;
+        constexpr std::uint32_t kRuns =
+            1U << kStateComment | 1U << kStateWhiteSpace | 1U << kStateWord;
+        const char16_t* stop = run.end;
+        if ((run.fast.stay[u'\n'] & kRuns) != 0)
+            return run.begin;
+        const char16_t* const last = run.end - std::min(run.end - run.begin, kFar);
+        while (stop != last && stop[-1] != u'\n')
+            --stop;
+        return stop == last ? run.begin : stop;
+    }
+};
+
+/// With kIsStopped the unit in front of `stop` is a line end, so that a run needs no look at where
+/// the buffer ends; only tokens in front of `stop` are read then.
+template <bool kIsStopped>
+class Text_runs::Reader : private Text_run {
+public:
+    ALWAYS_INLINE Reader(CToken_textstreambuf& buffer, const Text_run& run, const char16_t* stop)
+        : Text_run(run), mBuffer(buffer), mStop(stop), mStart(begin), mEntry(buffer.mBatch.entries),
+          mLast(mEntry + buffer.mBatch.most) {}
 
     /// Reads until the batch is full, or a token comes that is none of the usual ones.
-    ALWAYS_INLINE void Read() {
+    ALWAYS_INLINE std::ptrdiff_t Read() {
         CToken_batch& batch = mBuffer.mBatch;
-        while (mEntry != batch.entries + batch.most && Knows(mStart) && ReadOne()) {
+        while (HasNext() && ReadOne()) {
         }
         batch.begin = begin;
         batch.count = static_cast<unsigned>(mEntry - batch.entries);
-        batch.lines = mLines;
-        batch.texts = mTexts;
+        return mStart - begin;
     }
 
-    /// How much has been dropped in front of the first token.
-    std::ptrdiff_t GetDropped() const { return mStart - begin; }
-
 private:
+    using First = CBase_grammar::FastTables::First;
+
+    /// True when there is room for a token, and one begins that may be usual.
+    ALWAYS_INLINE bool HasNext() const noexcept {
+        return mEntry != mLast && mStart < mStop && *mStart < limit;
+    }
+    ALWAYS_INLINE bool Knows(const char16_t* p) const noexcept {
+        return kIsStopped ? *p < limit : Text_run::Knows(p);
+    }
+    ALWAYS_INLINE const char16_t* Skip(unsigned state, const char16_t* p) const {
+        return kIsStopped ? SkipToStop(state, p) : Text_run::Skip(state, p);
+    }
+
     /// Reads one token, or drops what is none; false when it is none of the usual.
     ALWAYS_INLINE bool ReadOne() {
-        using First = CBase_grammar::FastTables::First;
         First first = fast.first[*mStart];
         if (first == First::kBlank) { // most tokens have some in front
             if (mBuffer.mKeepWhiteSpace)
@@ -181,7 +219,13 @@ private:
     /// The token may hold a text outside of it.
     ALWAYS_INLINE void SetOutside(CToken&& token) {
         mEntry->token = std::move(token);
-        mTexts |= std::uint64_t{1} << (mEntry - mBuffer.mBatch.entries);
+        mBuffer.mBatch.texts |= std::uint64_t{1} << (mEntry - mBuffer.mBatch.entries);
+    }
+
+    /// The same, and reads the symbol that often stands right behind words and values.
+    ALWAYS_INLINE bool FinishValue(const char16_t* stop) {
+        Finish(stop);
+        return !HasNext() || fast.first[*mStart] != First::kSymbol || ReadSymbol();
     }
 
     ALWAYS_INLINE bool ReadSymbol() {
@@ -195,7 +239,7 @@ private:
             mEntry->token.SetUnits(kind, text.data(), text.size());
         else
             SetOutside(CToken(kind, text, &mBuffer.mTexts));
-        return Finish(stop);
+        return FinishValue(stop);
     }
 
     ALWAYS_INLINE bool DropComment() {
@@ -208,7 +252,7 @@ private:
 
     ALWAYS_INLINE bool ReadLineEnd(const char16_t* stop) {
         mEntry->token.SetKind(TokenKind::Eol);
-        ++mLines;
+        ++mBuffer.mBatch.lines;
         return Finish(stop);
     }
 
@@ -226,17 +270,27 @@ private:
         const std::u16string_view text(mStart, static_cast<std::size_t>(stop - mStart));
         if (!mayBeLiteral)
             return FinishText(TokenKind::Keyword, text, stop);
-        if ((text.size() == 1 && !chars::IsAlnum(text[0])) || mBuffer.IsBeginCData(text))
+        if (text.size() == 1 && !chars::IsAlnum(text[0]))
+            return false;
+        if (!IsLiteralLength(text.size()))
+            return FinishText(TokenKind::Keyword, text, stop);
+        if (mBuffer.IsBeginCData(text))
             return false;
         const TokenKind kind = mBuffer.GetWordKind(text);
         const bool isTextKept = kind == TokenKind::Keyword || mBuffer.mKeepText;
         return FinishText(kind, isTextKept ? text : text.substr(0, 0), stop);
     }
 
+    /// Whether a word that stands for something else has that length.
+    ALWAYS_INLINE bool IsLiteralLength(std::size_t length) const noexcept {
+        return length == grammar.GetTrueWord().size() || length == grammar.GetFalseWord().size() ||
+               length == grammar.GetBeginCData().size();
+    }
+
     ALWAYS_INLINE bool ReadQuoted(Quotes quotes) {
         const char16_t* const start = mStart + 1;
-        const char16_t* const stop = Skip(quotes.inside, start);
-        if (!Knows(stop))
+        const char16_t* const stop = Text_run::Skip(quotes.inside, start);
+        if (!Text_run::Knows(stop))
             return false;
         const unsigned next = Next(quotes.inside, stop);
         if (next != quotes.closed && next != quotes.final)
@@ -246,9 +300,9 @@ private:
     }
 
     ALWAYS_INLINE bool ReadNumber() {
-        NumberScan scan{mStart, mStart + std::min(end - mStart, kMostNumber)};
+        NumberScan<kIsStopped> scan{mStart, mStart + std::min(end - mStart, kMostNumber)};
         scan.Scan();
-        if (scan.stop == scan.bound || !Knows(scan.stop) || mBuffer.IsFolding())
+        if (scan.stop >= scan.bound || !Knows(scan.stop) || mBuffer.IsFolding())
             return false;
         const unsigned next = Next(scan.state, scan.stop);
         if (next != kIntegerEnd && next != kRealEnd)
@@ -263,15 +317,22 @@ private:
             mEntry->token.SetPacked(kind, number, scan.source, length);
         else
             mEntry->token.SetPacked(kind, number, 0, 0);
-        return Finish(scan.stop);
+        return FinishValue(scan.stop);
     }
 
     CToken_textstreambuf& mBuffer;
-    const char16_t* mStart;      ///< of the token that is being read
-    CToken_batch::Entry* mEntry; ///< where it goes
-    int mLines = 0;              ///< as the batch notes it
-    std::uint64_t mTexts = 0;
+    const char16_t* mStop;            ///< no token begins from here on
+    const char16_t* mStart;           ///< of the token that is being read
+    CToken_batch::Entry* mEntry;      ///< where it goes
+    const CToken_batch::Entry* mLast; ///< behind the last one
 };
+
+std::ptrdiff_t Text_runs::Read(CToken_textstreambuf& buffer) {
+    const Text_run run(*buffer.mTokenStreamBuf, *buffer.mGrammar, buffer.mEncoding);
+    const char16_t* const stop = FindStop(run);
+    return stop == run.begin ? Reader<false>(buffer, run, run.end).Read()
+                             : Reader<true>(buffer, run, stop).Read();
+}
 
 /// A number whose value or source text takes more than is done at one go.
 CToken CToken_textstreambuf::MakeNumber(TokenKind kind, std::u16string_view text) {
@@ -287,12 +348,11 @@ bool CToken_textstreambuf::ReadAhead() {
     Settle();
     if (!mPushBack.IsEmpty() || !mGrammar->GetFast().isUsual || mEncoding == StreamEncoding::Locale)
         return false;
-    Text_runs runs(*this);
-    runs.Read();
+    const std::ptrdiff_t dropped = Text_runs::Read(*this);
     if (mBatch.count != 0)
         return true;
-    RawArea::Skip(*mTokenStreamBuf, runs.GetDropped()); // nobody needs to look at it again
-    mConsumed += runs.GetDropped();
+    RawArea::Skip(*mTokenStreamBuf, dropped); // nobody needs to look at it again
+    mConsumed += dropped;
     return false;
 }
 
