@@ -46,13 +46,14 @@ int ColumnBehind(int column, std::string_view text) {
     return column;
 }
 
-/// A file of bytes in memory that shows how far it has been read, and ends when the user stops it.
+/// A file of bytes in memory that shows how far it has been read into a document, and ends when the
+/// user stops it.
 class WatchedBytes : public CFile {
 public:
-    explicit WatchedBytes(std::string_view bytes) : m_Bytes(bytes) {}
+    WatchedBytes(const CSimEditDoc& document, std::string_view bytes)
+        : m_Document(document), m_Bytes(bytes) {}
     std::size_t Read(void* buffer, std::size_t size) override {
-        const auto done = static_cast<std::int64_t>(m_Done);
-        m_Stopped = m_Stopped || !m_Progress.GoOn(done, static_cast<std::int64_t>(m_Bytes.size()));
+        m_Stopped = m_Stopped || !GoOn();
         const std::size_t read = m_Stopped ? 0 : std::min(size, m_Bytes.size() - m_Done);
         std::copy_n(m_Bytes.data() + m_Done, read, static_cast<char*>(buffer));
         m_Done += read;
@@ -61,7 +62,15 @@ public:
     bool IsStopped() const { return m_Stopped; }
 
 private:
+    /// Whoever paints or reads the text meanwhile finds a line in it, as always.
+    bool GoOn() {
+        return m_Document.LineCount() == 0 ||
+               m_Progress.GoOn(static_cast<std::int64_t>(m_Done),
+                               static_cast<std::int64_t>(m_Bytes.size()));
+    }
+
     CJobProgress m_Progress{u"Loading"};
+    const CSimEditDoc& m_Document;
     std::string_view m_Bytes;
     std::size_t m_Done = 0;
     bool m_Stopped = false;
@@ -69,7 +78,7 @@ private:
 
 /// @return false: the user has stopped it, and the text is empty
 bool LoadWatched(CSimEditDoc& document, std::string_view bytes) {
-    WatchedBytes file(bytes);
+    WatchedBytes file(document, bytes);
     CArchive archive(file, CArchive::load);
     document.CSimEditDoc::LoadArchive(archive);
     if (file.IsStopped())

@@ -55,6 +55,9 @@ TEST_F(JobProgress, AStoppedLoadLeavesNothing) {
     EXPECT_FALSE(Editor().m_Driver->LoadArchive(bytes, true));
     EXPECT_EQ(Editor().m_Inspector->GetLineCount(), 1);
     EXPECT_EQ(m_Watching.m_Ends, 2);
+    m_Watching.m_Shown = 0;
+    EXPECT_TRUE(Editor().m_Driver->LoadArchive(std::string(1 << 20, 'x'), true));
+    EXPECT_EQ(m_Watching.m_Shown, 0) << "asked while the text has no line";
 }
 
 } // namespace
