@@ -67,10 +67,11 @@ public:
     /// The language of a script. @return false for an editor without languages
     virtual bool SetLanguage(const AString& language) = 0;
 
-    /// Undoes, or does again, the newest user action of the journal, as NotifyEdited says.
-    /// @return false when there is none
-    virtual bool UndoEdit() = 0;
-    virtual bool RedoEdit() = 0;
+    /// Undoes, or does again, the newest user actions of the journal, as NotifyEdited says; many at
+    /// a time are painted once.
+    /// @return the actions there were, at most count
+    virtual int UndoEdit(int count = 1) = 0;
+    virtual int RedoEdit(int count = 1) = 0;
 
 protected:
     ~IEditorDriver() = default;

@@ -53,11 +53,9 @@ void Clipboard(EditStage& stage, const Arguments& arguments) {
 }
 
 /// Steps back, or forth, until there is nothing left.
-template <bool (IEditorDriver::*Step)()>
+template <int (IEditorDriver::*Step)(int)>
 void Replay(EditStage& stage, const Arguments& arguments) {
-    IEditorDriver& driver = stage.GetSession().GetDriver();
-    for (int i = 0; i < arguments.m_Count && (driver.*Step)(); ++i)
-        ;
+    (stage.GetSession().GetDriver().*Step)(arguments.m_Count);
     stage.Settle();
 }
 

@@ -1,5 +1,6 @@
 /// quorel tour: the module at work in a host without windows, each step with a line.
 #include <algorithm>
+#include <limits>
 
 #include "ansi_text.h"
 #include "command.h"
@@ -87,7 +88,7 @@ private:
     void Edit();
     void TellJournal();
     std::string Save();
-    void TellReplay(const char* step, bool (IEditorDriver::*replay)(), const std::string& wanted,
+    void TellReplay(const char* step, int (IEditorDriver::*replay)(int), const std::string& wanted,
                     const char* state);
     void UndoAndRedo();
     void Export();
@@ -225,11 +226,10 @@ std::string Tour::Save() {
     return bytes;
 }
 
-void Tour::TellReplay(const char* step, bool (IEditorDriver::*replay)(), const std::string& wanted,
-                      const char* state) {
-    std::size_t actions = 0;
-    while ((m_Editor.m_Driver->*replay)())
-        ++actions;
+void Tour::TellReplay(const char* step, int (IEditorDriver::*replay)(int),
+                      const std::string& wanted, const char* state) {
+    constexpr int kAll = std::numeric_limits<int>::max();
+    const auto actions = static_cast<std::size_t>((m_Editor.m_Driver->*replay)(kAll));
     const bool good = actions > 0 && Save() == wanted;
     if (!good)
         m_Result = ExitCode::no;

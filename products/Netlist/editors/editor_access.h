@@ -61,8 +61,8 @@ public:
     bool RunCommand(unsigned id) override;
     bool Select(TextPosition anchor, TextPosition end, bool block) override;
     bool SetLanguage(const AString& language) override;
-    bool UndoEdit() override;
-    bool RedoEdit() override;
+    int UndoEdit(int count) override;
+    int RedoEdit(int count) override;
 
     /// Text typed or pasted had characters that were replaced.
     void NoteReplacedInput() { ++m_ReplacedInputs; }
@@ -79,7 +79,7 @@ private:
     bool HasPlace(int row, int column) const;
     /// The active view, else the first one, else null.
     CSimEditView* GetViewInUse() const;
-    bool Replayed(std::int32_t (EditReplay::*replay)());
+    int Replayed(std::int32_t (EditReplay::*replay)(), int count);
 
     CBaseEditor& m_Editor;
     int m_ReplacedInputs = 0;

@@ -50,22 +50,24 @@ bool EditorAccess::RunCommand(unsigned id) {
     return m_Editor.CCmdTarget::RunCommand(id);
 }
 
-bool EditorAccess::UndoEdit() {
+int EditorAccess::UndoEdit(int count) {
     if (CSimEditView* view = GetViewInUse())
-        return view->UndoEdit() != 0;
-    return Replayed(&EditReplay::Undo);
+        return view->UndoEdit(count);
+    return Replayed(&EditReplay::Undo, count);
 }
 
-bool EditorAccess::RedoEdit() {
+int EditorAccess::RedoEdit(int count) {
     if (CSimEditView* view = GetViewInUse())
-        return view->RedoEdit() != 0;
-    return Replayed(&EditReplay::Redo);
+        return view->RedoEdit(count);
+    return Replayed(&EditReplay::Redo, count);
 }
 
-bool EditorAccess::Replayed(std::int32_t (EditReplay::*replay)()) {
+int EditorAccess::Replayed(std::int32_t (EditReplay::*replay)(), int count) {
     EditReplay replayed(m_Editor);
-    if ((replayed.*replay)() == 0)
-        return false;
-    NotifyEdited(0);
-    return true;
+    int done = 0;
+    while (done < count && (replayed.*replay)() != 0)
+        ++done;
+    if (done > 0)
+        NotifyEdited(0);
+    return done;
 }
