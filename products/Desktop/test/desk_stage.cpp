@@ -37,8 +37,8 @@ DesktopCore& Core() {
         sCore = std::make_unique<DesktopCore>();
         const std::string folder = sPlaces->path().toStdString();
         const sys::Status status = sCore->Start({.m_Options = folder + "/options.ini",
-                                                .m_Recovery = folder + "/recovery",
-                                                .m_Module = QUOREL_BIN_DIR "/Netlist.so"});
+                                                 .m_Recovery = folder + "/recovery",
+                                                 .m_Module = QUOREL_BIN_DIR "/Netlist.so"});
         if (!status)
             throw std::runtime_error(status.reason);
     }

@@ -387,7 +387,7 @@ private:
     std::optional<CRect> m_ShownCaret; ///< as the window was told last
 
     std::unique_ptr<ReaderText> m_ReaderText; ///< made when first asked for
-    std::unique_ptr<PrintLayout> m_Print; ///< of the print job that runs, else null
+    std::unique_ptr<PrintLayout> m_Print;     ///< of the print job that runs, else null
 
     std::int32_t m_Gathering = 0;  ///< above 0: nothing is painted until the gathering ends
     IViewKey* m_ViewKey = nullptr; ///< the instance's
