@@ -162,12 +162,16 @@ private:
     bool AtSymbol(char16_t ch) { return Prepare() && Peek().GetSymbol() == ch && ch != 0; }
     bool AtEof() { return Prepare() && Peek().GetKind() == TokenKind::Eof; }
     bool AtValue() { return Prepare() && IsValueToken(Peek()); }
-    bool AtBegin() { return Prepare() && IsBeginHere(); }
+    bool AtBegin() {
+        return Prepare() &&
+               (mBeginWord.empty() ? IsValueToken(Peek())
+                                   : IsWord(mBeginKind, mBeginWord) && IsValueBehind());
+    }
     bool AtEnd() { return Prepare() && IsEndHere(); }
-    // The same behind Prepare.
+    // The same behind Prepare, for a reader that takes the word at once.
     bool IsBeginHere() {
         return mBeginWord.empty() ? IsValueToken(Peek())
-                                  : IsWord(mBeginKind, mBeginWord) && IsValueBehind();
+                                  : IsWord(mBeginKind, mBeginWord) && IsValueAhead();
     }
     bool IsEndHere() const {
         return mEndWord.empty() ? IsValueToken(Peek()) : IsWord(mEndKind, mEndWord);
@@ -181,8 +185,11 @@ private:
     bool IsSameWord(std::u16string_view a, std::u16string_view b) const {
         return mTokenStreamBuf->IsSameWord(a, b);
     }
-    /// True when the token behind the current one is a value, of that text if it is given.
+    /// True when the token behind the current one is a value, of that text if it is given. The
+    /// current one is pushed back.
     bool IsValueBehind(const std::u16string_view* text = nullptr);
+    /// The same, mostly without pushing back.
+    bool IsValueAhead();
     bool IsOfKind(TokenKind kind);
     bool IsThisText(std::u16string_view text) const;
 

@@ -81,7 +81,9 @@ void CBlock::Append(const CBlock& a_block) {
     USE_ASSERT(this != &a_block);
     if (this == &a_block)
         return;
-    mItems.reserve(std::size_t{mItems.size()} + a_block.GetSize());
+    const std::size_t size = std::size_t{mItems.size()} + a_block.GetSize();
+    if (size > mItems.capacity()) // many small ones cost no more than one large one
+        mItems.reserve(std::max(size, std::size_t{mItems.size()} * 2));
     for (const CBlockItemPtr& item : a_block)
         AddItem(item);
 }

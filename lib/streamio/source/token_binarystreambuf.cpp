@@ -278,10 +278,10 @@ void CToken_binarystreambuf::PutBytes(TokenKind kind, unsigned tagBase, std::uin
                                       unsigned length) {
     USE_ASSERT(length > 0 && length <= 8);
     std::array<char16_t, 1 + kMostBytes> units;
-    char16_t* const room = GetRoom(units.size());
+    char16_t* const room = GetRoom(1 + length);
     char16_t* const out = room ? room : units.data();
     out[0] = static_cast<char16_t>(tagBase + length);
-    for (unsigned i = 0; i < kMostBytes; ++i) // all of them, which costs less than to stop
+    for (unsigned i = 0; i < length; ++i) // no further: what stands behind may be kept
         out[1 + i] = static_cast<char16_t>(bytes >> (kByteBits * i) & 0xFF);
     if (room)
         TakeRoom(kind, 1 + length);

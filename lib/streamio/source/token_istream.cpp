@@ -113,10 +113,14 @@ bool CToken_istream::IsThisText(std::u16string_view text) const {
     return IsSameWord(Name_text(Peek()), text);
 }
 
-bool CToken_istream::IsValueBehind(const std::u16string_view* text) {
+bool CToken_istream::IsValueAhead() {
     const auto ahead = PeekAhead();
-    if (!text && ahead.size() > 1 && ahead[1].token.GetKind() != TokenKind::Eol)
-        return IsValueToken(ahead[1].token);
+    return ahead.size() > 1 && ahead[1].token.GetKind() != TokenKind::Eol
+               ? IsValueToken(ahead[1].token)
+               : IsValueBehind();
+}
+
+bool CToken_istream::IsValueBehind(const std::u16string_view* text) {
     const CToken word = Peek();
     Step();
     const bool isValue = AtValue() && (!text || IsThisText(*text));

@@ -19,8 +19,10 @@ class Plain_scope {
 public:
     Plain_scope(CToken_ostream& stream, CRawOstream& raw)
         : mStream(stream), mRaw(raw), mFlags(raw.flags(std::ios_base::dec)),
-          mWidth(stream.SetWidth(-1)), mIsHex(stream.SetHex(false)), mIsBlank(SetBlank(true)) {}
+          mWidth(stream.SetWidth(-1)), mIsHex(stream.SetHex(false)), mIsBlank(SetBlank(true)),
+          mIsQuoted(stream.SetQuoteBlockNames(true)) {}
     ~Plain_scope() {
+        mStream.SetQuoteBlockNames(mIsQuoted);
         SetBlank(mIsBlank);
         mStream.SetHex(mIsHex);
         mStream.SetWidth(mWidth);
@@ -36,7 +38,7 @@ private:
     CRawOstream& mRaw;
     std::ios_base::fmtflags mFlags;
     int mWidth;
-    bool mIsHex, mIsBlank;
+    bool mIsHex, mIsBlank, mIsQuoted;
 };
 
 } // namespace

@@ -32,6 +32,17 @@ std::string ShowUnits(const Units& units, bool keepAll = true, bool isTrickled =
     return ShowAll(buffer);
 }
 
+TEST(BinaryToken, NumberWrittenOverLeavesWhatIsBehind) {
+    CString_streambuf raw;
+    Buffer buffer(&raw);
+    const unsigned first = 0x01020304, other = 0x05060708;
+    buffer.WriteUnsignedInt(&first, {});
+    buffer.WriteUnsignedInt(&first, {});
+    raw.pubseekpos(0);
+    buffer.WriteUnsignedInt(&other, {});
+    EXPECT_EQ(Units(raw.GetView()), (Units{64, 8, 7, 6, 5, 64, 4, 3, 2, 1}));
+}
+
 TEST(BinaryToken, ShortestForms) {
     const double zero = 0, one = 1, half = 0.5, third = 1.0 / 3, minusZero = -0.0;
     const float floatHalf = 0.5F;

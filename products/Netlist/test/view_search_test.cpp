@@ -1,5 +1,5 @@
 /// Find, replace and go-to: dialogs worked by scripts, the F3 keys, the find box.
-#include "netlist_factory.h"
+#include "ifactory_tools.h"
 #include "view_script.h"
 
 namespace {
@@ -8,7 +8,7 @@ class ViewSearch : public ScriptTest {
 protected:
     ViewSearch() { WriteConfig("install", 3); }
 
-    CComboBox& Box() { return static_cast<CNetlistFactory&>(Factory()).GetFindCombo(); }
+    CComboBox& Box() { return *dynamic_cast<IFactoryTools&>(Factory()).GetToolBarBox(42014); }
     std::string History() {
         std::string all;
         for (int index = 0; index < Box().GetCount(); ++index)

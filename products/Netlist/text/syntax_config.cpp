@@ -56,6 +56,8 @@ struct DescriptionFile {
 
 /// One name for all paths of a file; a path that leads to none is its own.
 std::string NameOfFile(const std::string& path) {
+    if (path.find('\0') != path.npos)
+        return path; // no file's; the system would end it there
     std::error_code error;
     const std::filesystem::path name = std::filesystem::canonical(path, error);
     return error ? path : name.string();
