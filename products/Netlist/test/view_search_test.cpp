@@ -1,4 +1,5 @@
 /// Find, replace and go-to: dialogs worked by scripts, the F3 keys, the find box.
+#include "combo_box.h"
 #include "ifactory_tools.h"
 #include "view_script.h"
 
