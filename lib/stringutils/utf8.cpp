@@ -228,6 +228,37 @@ inline void PutThree(char16_t ch, char*& out) noexcept {
     }
 }
 
+/// Takes a block of characters of one byte and of two, in front of one unit more. No branch asks
+/// which, since nobody foresees the length of words.
+inline void TakeOnesAndTwos(const char16_t*& in, char*& out) noexcept {
+    for (std::size_t i = 0; i < kBlock; ++i) {
+        const unsigned ch = in[i];
+        const unsigned two = 0x80C0u | ch >> 6 | (ch & 0x3Fu) << 8;
+        const auto bytes = static_cast<std::uint16_t>(ch < 0x80 ? ch : two);
+        std::memcpy(out, &bytes, sizeof bytes);
+        out += ch < 0x80 ? 1 : 2;
+    }
+    in += kBlock;
+}
+
+/// Takes the run of ASCII that begins at `in`, and of units blocks with characters of two bytes
+/// too.
+inline void TakeAsciiRun(const char*& in, const char* end, char16_t*& out) noexcept {
+    TakeAscii(in, end, out);
+}
+inline void TakeAsciiRun(const char16_t*& in, const char16_t* end, char*& out) noexcept {
+    while (static_cast<std::size_t>(end - in) > kBlock) {
+        const Word all = UnionOf(in);
+        if ((all & 0xF800F800F800F800) != 0)
+            break;
+        if ((all & kOtherThanAscii<char16_t>) == 0)
+            TakeAscii(in, end, out);
+        else
+            TakeOnesAndTwos(in, out);
+    }
+    TakeAscii(in, end, out);
+}
+
 // ---------------------------------------------------------------- whole texts
 
 /// Converts all of `in`; `takeOne` is for the last few.
@@ -241,7 +272,7 @@ template <class In, class Out, class TakeOne>
         if (!IsAscii(*in))
             TakeStep(in, end, out);
         else if (StartsAsciiRun(in))
-            TakeAscii(in, end, out);
+            TakeAsciiRun(in, end, out);
         else
             *out++ = static_cast<Out>(*in++);
     }
