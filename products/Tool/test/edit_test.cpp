@@ -1,6 +1,4 @@
 /// quorel edit: scripts, their answers, and files.
-#include <sstream>
-
 #include "quorel_process.h"
 
 namespace {
@@ -11,14 +9,7 @@ protected:
     std::vector<json> Batch(const std::string& lines,
                             std::vector<std::string> more = {"--config", "none"}) {
         more.insert(more.begin(), {"edit", "--batch"});
-        const Ran ran = Run(more, lines);
-        EXPECT_EQ(ran.code, 0) << ran.err;
-        EXPECT_EQ(ran.err, "");
-        std::vector<json> answers;
-        std::istringstream stream(ran.out);
-        for (std::string line; std::getline(stream, line);)
-            answers.push_back(json::parse(line));
-        return answers;
+        return RunBatch(more, lines);
     }
 };
 

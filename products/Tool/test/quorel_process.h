@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <sstream>
 #include <string>
 #include <sys/wait.h>
 #include <vector>
@@ -46,6 +47,19 @@ protected:
                 Quote(Path("stderr"));
         const int status = std::system(line.c_str());
         return {WEXITSTATUS(status), Read(Path("stdout")), Read(Path("stderr"))};
+    }
+
+    /// The answers to the lines of a batch, one for each; the run itself goes well.
+    std::vector<json> RunBatch(const std::vector<std::string>& arguments,
+                               const std::string& lines) const {
+        const Ran ran = Run(arguments, lines);
+        EXPECT_EQ(ran.code, 0) << ran.err;
+        EXPECT_EQ(ran.err, "");
+        std::vector<json> answers;
+        std::istringstream stream(ran.out);
+        for (std::string line; std::getline(stream, line);)
+            answers.push_back(json::parse(line));
+        return answers;
     }
 
     std::string mProgram = QUOREL_BIN_DIR "/quorel";

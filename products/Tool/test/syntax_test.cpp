@@ -10,14 +10,7 @@ protected:
     std::vector<json> Batch(const std::string& lines, const std::vector<std::string>& more = {}) {
         std::vector<std::string> arguments = {"syntax", "match", "--batch"};
         arguments.insert(arguments.end(), more.begin(), more.end());
-        const Ran ran = Run(arguments, lines);
-        EXPECT_EQ(ran.code, 0) << ran.err;
-        EXPECT_EQ(ran.err, "");
-        std::vector<json> answers;
-        std::istringstream stream(ran.out);
-        for (std::string line; std::getline(stream, line);)
-            answers.push_back(json::parse(line));
-        return answers;
+        return RunBatch(arguments, lines);
     }
 };
 
