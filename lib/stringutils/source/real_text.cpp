@@ -22,7 +22,8 @@ void Print(double value, std::chars_format format, int decimals, std::string& te
                                  : std::to_chars(room, std::end(room), value, format, printed).ptr;
     text.assign(room, end);
     if (decimals > printed) {
-        const std::size_t mantissa = std::min(text.find_first_of("ep"), text.size());
+        const char mark = format == std::chars_format::hex ? 'p' : 'e'; // e is a digit there
+        const std::size_t mantissa = std::min(text.find(mark), text.size());
         text.insert(mantissa, static_cast<std::size_t>(decimals - printed), '0');
     }
 }

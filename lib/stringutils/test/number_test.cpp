@@ -43,8 +43,8 @@ TEST(FormatTest, NumbersAreAsInC) {
                           0.045,   1e5,      INFINITY, -INFINITY, NAN});
     for (const char* format : {"%.1074f", "%.1500f", "%.1200e", "%#.1200g", "%.1500g", "%1500.3f"})
         EXPECT_EQ(U8(AString().Format(S(format).c_str(), 5e-324)), Printed(format, 5e-324));
-    for (const char* format : {"%a", "%A", "%.2a", "%+12a", "%#.0a", "%020a"})
-        EXPECT_EQ(U8(AString().Format(S(format).c_str(), 1.6875)), Printed(format, 1.6875));
+    for (const char* format : {"%a", "%A", "%.2a", "%+12a", "%#.0a", "%020a", "%.1200a"})
+        EXPECT_EQ(U8(AString().Format(S(format).c_str(), 1.875)), Printed(format, 1.875)); // 1.e
 }
 
 TEST(FormatTest, TextsCharactersAndTheRest) {
