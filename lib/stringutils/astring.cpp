@@ -44,18 +44,12 @@ std::size_t LengthIn(const EncodingRow& row, std::u16string_view text) {
     return row.isUtf8 ? codepage::Utf16ToUtf8Length(text) : text.size();
 }
 
-void CheckLength(std::size_t length) {
-    if (length > AString::kMaxLength)
-        throw std::length_error("AString: more than 7FFFFFFD characters");
-}
-
 /// A text with a length, or up to its terminator when that is negative.
 template <class Ch>
 std::basic_string_view<Ch> ViewOf(const Ch* text, std::ptrdiff_t length) {
-    const std::basic_string_view<Ch> view =
-        length < 0 ? text : std::basic_string_view<Ch>(text, static_cast<std::size_t>(length));
-    CheckLength(view.size());
-    return view;
+    if (length < 0)
+        return text;
+    return {text, static_cast<std::size_t>(length)};
 }
 
 /// The message that the flags ask for, or why there is none.
@@ -80,9 +74,8 @@ FoundMessage FindMessage(unsigned flags, AString::MessageSource source, unsigned
 
 AString::AString(const char16_t* a_string, size_type length) {
     USE_ASSERT(a_string != 0);
-    CheckLength(length);
     if (a_string)
-        assign(a_string, length);
+        assign(Checked(std::u16string_view(a_string, length)));
 }
 
 AString::AString(ResourceId id) {
@@ -102,7 +95,7 @@ AString& AString::operator=(const char16_t* a_string) {
 }
 
 AString& AString::operator=(const std::u16string& text) {
-    assign(text);
+    assign(Checked(text));
     return *this;
 }
 
@@ -112,22 +105,27 @@ AString& AString::operator=(std::u16string&& text) noexcept {
 }
 
 AString& AString::operator=(std::u16string_view text) {
-    assign(text);
+    assign(Checked(text));
     return *this;
 }
 
 AString& AString::operator=(const std::string& text) {
-    *this = FromMultiByte(kAnsi, text);
+    Assign(kAnsi, text.data(), static_cast<std::ptrdiff_t>(text.size()));
     return *this;
 }
 
 AString& AString::operator=(std::initializer_list<char16_t> text) {
-    assign(text);
+    assign(Checked(text));
     return *this;
 }
 
+void AString::ThrowTooLong() {
+    throw std::length_error("AString: more than 7FFFFFFD characters");
+}
+
 void AString::Assign(size_type count, char16_t ch) {
-    CheckLength(count);
+    if (count > kMaxLength)
+        ThrowTooLong();
     assign(count, ch);
 }
 
@@ -136,22 +134,21 @@ void AString::Assign(Encoding encoding, const char* a_string, std::ptrdiff_t len
     clear();
     if (!a_string)
         return;
-    AppendFrom(encoding, ViewOf(a_string, length), *this);
+    AppendFrom(encoding, Checked(ViewOf(a_string, length)), *this);
     if (!empty() && back() == u'\0')
         pop_back();
 }
 
 void AString::Assign(Encoding, const char16_t* text, std::ptrdiff_t length) {
     if (text)
-        assign(ViewOf(text, length));
+        assign(Checked(ViewOf(text, length)));
     else
         clear();
 }
 
 AString AString::FromMultiByte(Encoding encoding, std::string_view bytes) {
     AString text;
-    CheckLength(bytes.size());
-    AppendFrom(encoding, bytes, text);
+    AppendFrom(encoding, Checked(bytes), text);
     return text;
 }
 
@@ -188,7 +185,7 @@ std::ptrdiff_t AString::MultiByteLength(Encoding encoding, const char16_t* text,
                                         std::ptrdiff_t length) {
     if (!text || length == 0)
         return 0;
-    return static_cast<std::ptrdiff_t>(LengthIn(RowOf(encoding), ViewOf(text, length)));
+    return static_cast<std::ptrdiff_t>(LengthIn(RowOf(encoding), Checked(ViewOf(text, length))));
 }
 
 bool AString::CanDecode(Encoding encoding, std::string_view bytes) {
@@ -208,8 +205,7 @@ AString& AString::FormatArgs(const char16_t* format, std::span<const FormatArg> 
     thread_local std::u16string work;
     work.clear();
     const bool hadAllArguments = textformat::AppendAll(format ? format : u"", args, work);
-    CheckLength(work.size());
-    assign(work);
+    assign(Checked(work));
     USE_ASSERT(hadAllArguments); // last, since whoever answers it may format
     return *this;
 }

@@ -32,7 +32,9 @@ public:
         kWestern = 3 ///< Windows-1252
     };
 
-    /// Longest text that the operations with a length take; beyond it they throw std::length_error.
+    /// Longest text. Every constructor and assignment of this class that copies, and every
+    /// operation with a length, throws std::length_error beyond it; what is inherited has the
+    /// standard string's own, longer limit.
     static constexpr size_type kMaxLength = 0x7FFFFFFD;
 
     // --- Construction and assignment. 8-bit text without an encoding is kAnsi. ---
@@ -45,9 +47,10 @@ public:
     /// Exactly `length` units.
     AString(const char16_t* a_string, size_type length);
     AString(size_type count, char16_t ch) { Assign(count, ch); }
-    AString(const std::u16string& text) : std::u16string(text) {}
+    AString(const std::u16string& text) : std::u16string(Checked(text)) {}
     AString(std::u16string&& text) noexcept : std::u16string(std::move(text)) {}
-    AString(std::u16string_view text) : std::u16string(text) {}
+    AString(std::u16string_view text) : std::u16string(Checked(text)) {}
+    /// All bytes, but for one zero at the very end.
     AString(const std::string& text) { *this = text; }
     /// The text of the registered sources; empty for an unknown number.
     explicit AString(ResourceId id);
@@ -197,6 +200,16 @@ public:
     size_type Split(std::u16string_view delimiters, std::vector<AString>& pieces) const;
     static size_type Split(const char16_t* string, std::u16string_view delimiters,
                            std::vector<AString>& pieces);
+
+private:
+    [[noreturn]] static void ThrowTooLong();
+    /// A text that isn't too long, as it is.
+    template <class Text>
+    static const Text& Checked(const Text& text) {
+        if (text.size() > kMaxLength)
+            ThrowTooLong();
+        return text;
+    }
 };
 
 /// The order of names that ignore case, for maps; takes AString and views alike.

@@ -46,6 +46,8 @@ public:
 
     bool HasSection(std::string_view section) const;
     bool HasKey(std::string_view section, std::string_view key) const;
+    /// The keys of a section; 0 for one that isn't there.
+    std::size_t CountKeys(std::string_view section) const;
 
     /// The value, or `fallback` when there is no such key. A key without text behind "=" has the
     /// empty value.

@@ -26,6 +26,7 @@ TEST(AStringTest, ConstructionAndAssignment) {
     EXPECT_EQ(AString(), AString(0, u'x'));
     EXPECT_EQ(AString("\x80\x81"), u"\u20AC\u0081");
     EXPECT_EQ(AString(u"a\0b", 3).size(), 3u);
+    EXPECT_EQ(AString(std::string("a\0b\0", 4)).size(), 3u);
 
     AString text;
     text.Assign(AString::kUtf8, "\xCE\xA9m\0x", 4);
@@ -40,6 +41,9 @@ TEST(AStringTest, ConstructionAndAssignment) {
     EXPECT_EQ(text, u"");
     EXPECT_THROW(text.Assign(AString::kMaxLength + 1, u'x'), std::length_error);
     EXPECT_THROW(text.Assign(AString::kUtf8, "", std::ptrdiff_t{1} << 40), std::length_error);
+    const std::u16string_view tooLong(u"", AString::kMaxLength + 1);
+    EXPECT_THROW(AString{tooLong}, std::length_error);
+    EXPECT_THROW(text = tooLong, std::length_error);
 }
 
 TEST(AStringTest, NullPointersAreAssertedAndEmpty) {

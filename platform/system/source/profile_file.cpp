@@ -219,6 +219,11 @@ std::int32_t ProfileFile::GetInt(std::string_view section, std::string_view key,
     return number;
 }
 
+std::size_t ProfileFile::CountKeys(std::string_view section) const {
+    const Section* found = FindSection(section);
+    return found == nullptr ? 0 : found->keyCount;
+}
+
 std::vector<std::int32_t> ProfileFile::GetNumberedKeys(std::string_view section,
                                                        std::string_view stem,
                                                        std::int32_t count) const {

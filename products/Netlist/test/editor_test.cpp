@@ -1,5 +1,6 @@
 /// The editors through the contract, inspector and driver.
 #include <limits>
+#include <unistd.h>
 
 #include "ivariable_server.h"
 #include "menu.h"
@@ -151,6 +152,26 @@ TEST_F(ModuleTest, ExportWritesCrLfAndMakesOneDirectory) {
     ASSERT_EQ(m_Desk.m_FileRequests.size(), 4u);
     EXPECT_EQ(m_Desk.m_FileRequests[0].m_Title, u"Netlist Export");
     EXPECT_EQ(m_Desk.m_FileRequests[0].m_Filter, u"All Files (*.*)|*.*||");
+}
+
+TEST_F(ModuleTest, ExportWritesInPlaceWhereNothingMayBeMade) {
+    OpenEditor editor(Factory().CreateEditor(nullptr));
+    editor->SetText(u"r1 1 0");
+    const fs::path folder = m_Folder / "closed", file = folder / "a.txt";
+    fs::create_directory(folder);
+    std::ofstream(file) << "a longer text than the new one";
+    fs::permissions(m_Folder, fs::perms(0755));
+    fs::permissions(file, fs::perms(0666));
+    fs::permissions(folder, fs::perms(0555));
+    m_Desk.m_FileAnswers.push_back(file.u16string());
+    constexpr uid_t kNobody = 65534; // root may do everything
+    const uid_t user = ::geteuid();
+    ASSERT_EQ(user == 0 ? ::seteuid(kNobody) : 0, 0);
+    EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand));
+    ASSERT_EQ(user == 0 ? ::seteuid(user) : 0, 0);
+    fs::permissions(folder, fs::perms(0755));
+    EXPECT_EQ(Contents(file), "r1 1 0");
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), {}), 1);
 }
 
 TEST_F(ModuleTest, ScriptsLanguageIsChosenByNameOrMenu) {

@@ -5,6 +5,7 @@
 #include "code_page.h"
 #include "editor_options.h"
 #include "exceptions.h"
+#include "file.h"
 #include "file_dialog.h"
 #include "file_helpers.h"
 #include "file_path.h"
@@ -17,6 +18,7 @@
 #include "wnd.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <stdexcept>
 
 namespace {
@@ -166,14 +168,23 @@ void CSimEditDoc::GetText(AString& text) const {
 namespace {
 
 /// Writes a file whose path is given in the OEM code page, the form in which paths go to a call
-/// that opens text; the disk knows it by its UTF-8 form. A failure is silent: the user sees that no
-/// file came about.
+/// that opens text; the disk knows it by its UTF-8 form. It is written whole or not at all, but in
+/// place where nothing may be made beside it. A failure is silent: the user sees that no file came
+/// about.
 void WriteTextFile(const std::string& oemPath, const std::string& bytes) {
     AString path;
     path.Assign(AString::kOem, oemPath.c_str());
     std::string diskPath;
     codepage::AppendUtf16ToUtf8(path, diskPath);
-    static_cast<void>(sys::WriteFileAtomically(diskPath, bytes));
+    const int code = sys::WriteFileAtomically(diskPath, bytes).code;
+    if (code != EACCES && code != EROFS)
+        return;
+    try {
+        CFile file(diskPath, CFile::modeCreate);
+        file.Write(bytes.data(), bytes.size());
+        file.Close();
+    } catch (const CFileException&) {
+    }
 }
 
 } // namespace

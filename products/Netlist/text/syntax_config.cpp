@@ -18,22 +18,32 @@ constexpr std::string_view kTemporaryPrefix = "cfg";
 /// Descriptions of one configuration at the most.
 constexpr std::size_t kMostDescriptions = 1000;
 
-/// The values of a counted list of keys, for the numbers that are there.
+/// The values of a counted list of keys. A missing key gives an empty text, among the first so many
+/// numbers as the section has keys: a larger count costs no more than the file.
 std::vector<AString> ReadList(const sys::ProfileFile& file, KeyNumbers& numbers,
                               const std::string& section, std::string_view countKey,
                               std::string_view stem, EntryAllowance& allowance,
                               std::vector<DroppedExpression>& dropped) {
     std::vector<AString> values;
     const std::int32_t count = file.GetInt(section, countKey);
-    for (const std::int32_t d : numbers.Below(count, section, stem)) {
+    const auto read = [&](std::int32_t d) {
         const std::string key = std::string(stem) + std::to_string(d);
         const std::string value(file.GetString(section, key));
         if (!allowance.Take()) {
             dropped.push_back({section, key, value, std::string(kTooManyEntries)});
-            break;
+            return false;
         }
         values.emplace_back(value);
-    }
+        return true;
+    };
+    const auto keys = static_cast<std::int32_t>(file.CountKeys(section));
+    const std::int32_t inRow = std::min(count, keys);
+    for (std::int32_t d = 0; d < inRow; ++d)
+        if (!read(d))
+            return values;
+    for (const std::int32_t d : numbers.Below(count, section, stem))
+        if (d >= inRow && !read(d))
+            return values;
     return values;
 }
 

@@ -46,13 +46,13 @@ protected:
 
 TEST_F(SyntaxConfigTest, ReadsDescriptionsInOrderAndPassesOverEmptyNames) {
     Write("c.cfg", "[SyntaxColoring]\nNumberOfDscr=5\nDscr0=A\nDscr1=\nDscr2=B\nDscr4=C\n"
-                   "[A]\nNumberOfFileExt=2\nFileExt0=cir\nFileExt1=\"sp\"\nNumberOfLanguages=1\n"
+                   "[A]\nNumberOfFileExt=3\nFileExt0=cir\nFileExt2=\"sp\"\nNumberOfLanguages=1\n"
                    "Language0=Netlist\nDscrFile=missing/../d.dsc\n[B]\n[C]\nDscrFile=d.dsc\n");
     Write("d.dsc", "[Tokens]\nNumberOfTokenGroups=1\nTokenGroup0=G\n"
                    "[G]\nColor=255\nStdStartSep=.\nStdStopSep=.\nNumberOfDscr=1\nTokenDscr0=a\n");
     const SyntaxDscrs syntaxes = Read();
     ASSERT_EQ(syntaxes.size(), 3u);
-    EXPECT_EQ(syntaxes[0]->FileExts, (std::vector<AString>{u"cir", u"sp"}));
+    EXPECT_EQ(syntaxes[0]->FileExts, (std::vector<AString>{u"cir", u"", u"sp"}));
     EXPECT_EQ(syntaxes[0]->Languages, (std::vector<AString>{u"Netlist"}));
     EXPECT_TRUE(m_reports[0].unreadable);
     EXPECT_FALSE(m_reports[1].unreadable);
