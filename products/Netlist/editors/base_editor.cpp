@@ -21,7 +21,8 @@ CSimEditView* ViewOf(CView* view, const IDesignInstance* instance) {
 
 } // namespace
 
-CBaseEditor::CBaseEditor(CNetlistFactory& factory) : EditorAccess(*this), m_Factory(&factory) {
+CBaseEditor::CBaseEditor(CNetlistFactory& factory)
+    : EditorAccess(*this), m_Factory(&factory), m_Handle(this, [](CBaseEditor*) {}) {
     factory.EditorBegins(*this);
 }
 
@@ -119,6 +120,7 @@ void CBaseEditor::CloseEveryView() {
 
 void CBaseEditor::EndViews() {
     SetAutoDelete(false); // it is being deleted already
+    m_Handle.reset();
     Guarded([this] { CloseEveryView(); });
 }
 

@@ -28,10 +28,15 @@ public:
     virtual void UpdateTitle(const AString& title, bool isExplicit) = 0;
     /// Null when there is none.
     virtual ICommandContext* GetCommandContext() = 0;
+    /// Tells the extenders that a keystroke has changed the text.
+    virtual void TellTextChanged(IQuorelCommand* command) = 0;
 
     void SetModifiedFlag(bool modified = true) override;
     /// The factory's accelerators; null without a factory.
     const CAcceleratorTable* GetDefaultAccelerator() override;
+
+    /// What commands hold, which may outlive the editor: empty once that ends.
+    const std::shared_ptr<CBaseEditor>& GetHandle() const { return m_Handle; }
 
     /// Null after the factory's end.
     CNetlistFactory* GetNetlistFactory() const { return m_Factory; }
@@ -71,5 +76,6 @@ private:
 
     CNetlistFactory* m_Factory;
     CSimEditView* m_ActiveView = nullptr;
+    std::shared_ptr<CBaseEditor> m_Handle;             ///< doesn't own the editor
     std::shared_ptr<const CSyntaxDscr> m_SharedSyntax; ///< keeps what the document has borrowed
 };

@@ -27,6 +27,10 @@ public:
     void RunEditCommand(IQuorelCommand* command) override = 0;
     ICommandContext* GetCommandContext() override = 0;
 
+    void TellTextChanged(IQuorelCommand* command) override {
+        TellExtenders(&IEditorExtender::TextChanged, command);
+    }
+
     // IViewDoc
     bool WriteEditor(io::CBlock*) override { return true; }
     // The placements of views are kept nowhere yet.

@@ -1,29 +1,28 @@
 /// NetlistEditCmd: the command of one keystroke.
 #pragma once
 
-#include "iquorel_command.h"
-#include "quorel_export.h"
+#include <memory>
 
-class ICommandContext;
-class IEditor;
-class IViewKey;
+#include "quorel_command.h"
+
+class CBaseEditor;
 
 /// A place for the keystroke on the desktop's stack of commands; the edit itself stands in the
-/// journal of the editor's text.
-class QUOREL_API NetlistEditCmd final : public IQuorelCommand {
+/// journal of the editor's text. Undoing and redoing have the editor's active view replay one
+/// action of the journal; without such a view, or when the editor is gone, nothing more happens.
+class NetlistEditCmd final : public QuorelCommand {
 public:
-    /// Nothing of it is owned. Context and key may be null.
-    NetlistEditCmd(ICommandContext* context, IViewKey* viewKey, IEditor* editor)
-        : m_Context(context), m_ViewKey(viewKey), m_Editor(editor) {}
+    /// Nothing is owned; each may be null.
+    NetlistEditCmd(ICommandContext* context, IViewKey* viewKey, IEditor* editor);
     ~NetlistEditCmd() override;
 
-    ICommandContext* GetContext() const { return m_Context; }
-    /// Of the instance in whose view the key was pressed.
-    IViewKey* GetViewKey() const { return m_ViewKey; }
-    IEditor* GetEditor() const { return m_Editor; }
+    /// Tells the editor's extenders that the text has changed. @return true
+    bool Execute() override;
+    void Undo() override;
+    void Redo() override;
+    void GetSecondDescription(AString& description) const override { description.clear(); }
+    void Reserved19() override {}
 
 private:
-    ICommandContext* m_Context;
-    IViewKey* m_ViewKey;
-    IEditor* m_Editor;
+    std::weak_ptr<CBaseEditor> m_Editor;
 };

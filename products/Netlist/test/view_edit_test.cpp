@@ -1,9 +1,7 @@
 /// What edits do to text, caret and journal; clipboard, bookmarks and commands.
 #include "breaking_desk.h"
-#include "combo_box.h"
 #include "frame.h"
-#include "ifactory_tools.h"
-#include "netlist_edit_cmd.h"
+#include "quorel_command.h"
 #include "view_script.h"
 
 namespace {
@@ -171,7 +169,7 @@ TEST_F(ViewEdit, TheFindBoxTakesItsOwnEditCommands) {
     } peer;
     Start("a|b");
     Play("clip:x S-Right");
-    CComboBox& box = *dynamic_cast<IFactoryTools&>(Factory()).GetToolBarBox(42014);
+    CComboBox& box = FindBox();
     box.SetPeer(&peer);
     box.SetFocus();
     Play("57634 57635 57637");
@@ -225,9 +223,9 @@ TEST_F(ViewEdit, AKeystrokeMakesACommand) {
     struct Design : HostDesign {
         using HostDesign::HostDesign;
         void RunCommand(IQuorelCommand* command) override {
-            m_Commands.emplace_back(dynamic_cast<NetlistEditCmd*>(command));
+            m_Commands.emplace_back(dynamic_cast<QuorelCommand*>(command));
         }
-        std::vector<std::unique_ptr<NetlistEditCmd>> m_Commands;
+        std::vector<std::unique_ptr<QuorelCommand>> m_Commands;
     } design(u"filter", m_Desktop);
     m_Component = &design;
     const struct {
@@ -245,9 +243,10 @@ TEST_F(ViewEdit, AKeystrokeMakesACommand) {
         ASSERT_EQ(design.m_Commands.size(), row.m_Commands) << row.m_Script;
         EXPECT_EQ(Editor().m_Inspector->IsModified(), row.m_Modified) << row.m_Script;
         for (const auto& command : design.m_Commands) {
-            EXPECT_EQ(command->GetContext(), design.GetProject()->GetCommandContext());
-            EXPECT_EQ(command->GetViewKey(), m_Instance.GetViewKey());
-            EXPECT_EQ(command->GetEditor(), Editor().m_Editor.get());
+            const QuorelCommandContext& context = command->GetContext();
+            EXPECT_EQ(context.mContextObject, design.GetProject()->GetCommandContext());
+            EXPECT_EQ(context.mViewKey, m_Instance.GetViewKey());
+            EXPECT_EQ(context.mEditor, Editor().m_Editor.get());
         }
         m_Open.reset();
     }

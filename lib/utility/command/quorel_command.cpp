@@ -1,0 +1,164 @@
+#include "quorel_command.h"
+
+#include <algorithm>
+#include <functional>
+#include <ranges>
+
+#include "assertion.h"
+#include "idesign.h"
+#include "idesktop.h"
+#include "quorel_command_info.h"
+#include "quorel_delta_state.h"
+#include "undo_manager.h"
+
+namespace {
+
+IDesktop* DesktopOf(const QuorelCommandContext& context) {
+    return context.mContextObject ? context.mContextObject->GetOwner() : nullptr;
+}
+
+const std::vector<IChange*>* ChangesOf(const QuorelCommand::Changes& changes,
+                                       IChangeTarget* target) {
+    const auto found = changes.find(target);
+    return found == changes.end() ? nullptr : &found->second;
+}
+
+void DeleteChanges(const QuorelCommand::Changes& changes) {
+    for (const auto& [target, list] : changes)
+        for (const IChange* change : list)
+            delete change;
+}
+
+} // namespace
+
+QuorelCommand::QuorelCommand(ICommandContext* contextObject, IViewKey* viewKey, IEditor* editor)
+    : mContext(contextObject, viewKey, editor) {}
+
+QuorelCommand::~QuorelCommand() {
+    if (mIsUndoable) {
+        if (!IsUndone())
+            std::ranges::reverse(mDeltaStates);
+        for (const QuorelDeltaState* state : mDeltaStates)
+            delete state;
+    }
+    for (const auto& [key, info] : mInfos)
+        delete info;
+    DeleteChanges(mUndoChanges);
+    DeleteChanges(mRedoChanges);
+    DeleteChanges(mCommonChanges);
+}
+
+void QuorelCommand::AddUndoable(Undoable* obj) {
+    const bool isSound = mUndoMgr && obj && GetIsUndoable();
+    USE_ASSERT_TEXT(isSound, "this && mUndoMgr && obj && GetIsUndoable()");
+    if (isSound)
+        mUndoMgr->Record(obj);
+}
+
+QuorelCommandInfo* QuorelCommand::GetCommandInfo(std::int32_t key) {
+    const auto found = mInfos.find(key);
+    return found == mInfos.end() ? nullptr : found->second;
+}
+
+IPrompt* QuorelCommand::FindMessageHolder() const {
+    IDesktop* const desktop = DesktopOf(mContext);
+    return desktop ? desktop->GetPrompt() : nullptr;
+}
+
+void QuorelCommand::CheckMessages() {
+    IPrompt* const holder = FindMessageHolder();
+    const int numMessages = holder ? holder->GetMessageCount() : 0;
+    USE_ASSERT(numMessages == 0);
+    if (numMessages > 0)
+        holder->ShowMessages(mContext);
+}
+
+void QuorelCommand::CommandExecuted() {
+    TellAll();
+    if (IPrompt* holder = FindMessageHolder())
+        holder->ShowMessages(mContext);
+}
+
+void QuorelCommand::UndoDeltaStates() {
+    for (QuorelDeltaState* state : mDeltaStates | std::views::reverse)
+        if (state->IsChangeDone())
+            state->Undo();
+}
+
+void QuorelCommand::RedoDeltaStates() {
+    for (QuorelDeltaState* state : mDeltaStates)
+        if (!state->IsChangeDone())
+            state->Redo();
+}
+
+void QuorelCommand::Undo() {
+    const bool isSound = mUndoMgr && GetIsUndoable();
+    USE_ASSERT_TEXT(isSound, "this && mUndoMgr && GetIsUndoable()");
+    if (!isSound)
+        return;
+    mUndoMgr->Undo();
+    for (QuorelDeltaState* state : mDeltaStates | std::views::reverse)
+        state->Undo();
+    TellAll();
+}
+
+void QuorelCommand::Redo() {
+    const bool isSound = mUndoMgr && GetIsUndoable();
+    USE_ASSERT_TEXT(isSound, "this && mUndoMgr && GetIsUndoable()");
+    if (!isSound)
+        return;
+    for (QuorelDeltaState* state : mDeltaStates)
+        state->Redo();
+    mUndoMgr->Redo();
+    TellAll();
+}
+
+void QuorelCommand::TellAll() {
+    if (mNotifyContext)
+        TellContext();
+    TellListeners();
+    ReportChanges();
+}
+
+void QuorelCommand::TellContext() {
+    if (!mContext.mContextObject)
+        return;
+    if (IsUndone())
+        mContext.mContextObject->CommandUndone(this);
+    else
+        mContext.mContextObject->CommandDone(this);
+}
+
+void QuorelCommand::TellListeners() {
+    if (mContext.mContextObject)
+        mContext.mContextObject->CommandFinished(this);
+    IDesignInstance* const instance =
+        mContext.mViewKey ? mContext.mViewKey->GetInstance() : nullptr;
+    if (ICommandListener* listener = instance ? instance->GetCommandListener() : nullptr)
+        listener->CommandFinished(this);
+}
+
+/// Tells each object of its changes, in the order of the objects' addresses, backwards when undone.
+void QuorelCommand::ReportChanges() {
+    std::vector<IChangeTarget*> targets;
+    for (const Changes* changes : {&mUndoChanges, &mRedoChanges, &mCommonChanges})
+        for (const auto& [target, list] : *changes)
+            targets.push_back(target);
+    std::ranges::sort(targets, std::less<>());
+    const auto repeated = std::ranges::unique(targets);
+    targets.erase(repeated.begin(), repeated.end());
+    if (IsUndone())
+        std::ranges::reverse(targets);
+    const Changes& directed = IsUndone() ? mUndoChanges : mRedoChanges;
+    for (IChangeTarget* target : targets)
+        target->ChangesApplied(ChangesOf(directed, target), ChangesOf(mCommonChanges, target),
+                               this);
+    if (mNotifyContext)
+        RefreshDesktop();
+}
+
+void QuorelCommand::RefreshDesktop() const {
+    IDesktop* const desktop = DesktopOf(mContext);
+    if (IUserInterface* userInterface = desktop ? desktop->GetUserInterface() : nullptr)
+        userInterface->Refresh();
+}

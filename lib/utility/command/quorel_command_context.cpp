@@ -1,0 +1,3 @@
+#include "quorel_command_context.h"
+
+QuorelCommandContext::~QuorelCommandContext() = default;

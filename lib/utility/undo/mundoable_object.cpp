@@ -1,0 +1,3 @@
+#include "mundoable_object.h"
+
+MUndoableObject::~MUndoableObject() = default;

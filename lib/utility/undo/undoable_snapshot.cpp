@@ -1,0 +1,3 @@
+#include "undoable_snapshot.h"
+
+UndoableSnapshot::~UndoableSnapshot() = default;
