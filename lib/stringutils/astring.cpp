@@ -119,6 +119,11 @@ AString& AString::operator=(std::initializer_list<char16_t> text) {
     return *this;
 }
 
+AString& AString::operator=(char16_t ch) {
+    assign(1, ch);
+    return *this;
+}
+
 void AString::ThrowTooLong() {
     throw std::length_error("AString: more than 7FFFFFFD characters");
 }

@@ -1,9 +1,11 @@
 /// The text type of all libraries.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <functional>
 #include <initializer_list>
+#include <iterator>
 #include <span>
 #include <string>
 #include <string_view>
@@ -47,6 +49,10 @@ public:
     /// Exactly `length` units.
     AString(const char16_t* a_string, size_type length);
     AString(size_type count, char16_t ch) { Assign(count, ch); }
+    template <std::input_iterator It>
+    requires std::same_as < std::iter_value_t<It>,
+    char16_t > AString(It first, It last) : std::u16string(first, last) {}
+    AString(std::initializer_list<char16_t> text) : std::u16string(Checked(text)) {}
     AString(const std::u16string& text) : std::u16string(Checked(text)) {}
     AString(std::u16string&& text) noexcept : std::u16string(std::move(text)) {}
     AString(std::u16string_view text) : std::u16string(Checked(text)) {}
@@ -64,6 +70,7 @@ public:
     AString& operator=(std::u16string_view text);
     AString& operator=(const std::string& text);
     AString& operator=(std::initializer_list<char16_t> text);
+    AString& operator=(char16_t ch);
 
     void Assign(size_type count, char16_t ch);
     /// Converts `length` bytes, or up to the terminator for a negative length. One zero at the very

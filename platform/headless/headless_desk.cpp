@@ -19,7 +19,7 @@ std::optional<T> Take(std::deque<T>& answers) {
 
 /// The last button that a message box's style asks for.
 int LastButton(int style) {
-    constexpr int kLast[] = {kIdOk, kIdCancel, kIdCancel, kIdCancel, kIdNo};
+    constexpr int kLast[] = {kIdOk, kIdCancel, kIdIgnore, kIdCancel, kIdNo};
     const int buttons = style & 0xF;
     return buttons < static_cast<int>(std::size(kLast)) ? kLast[buttons] : kIdCancel;
 }

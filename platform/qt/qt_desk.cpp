@@ -172,7 +172,9 @@ std::unique_ptr<IBackendPrinter> QtDesk::AskPrinter(PrintRequest& request) {
 
 void QtDesk::ShowPreview(const PrintFunction& print) {
     ShowPrintPreview(DialogParent(), [&](QPrinter& printer) {
-        print(std::make_unique<PrintJob>(MakeTargetDevice(printer), m_Seat->m_DefaultFont));
+        constexpr bool kIsWatched = true;
+        print(std::make_unique<PrintJob>(MakeTargetDevice(printer), m_Seat->m_DefaultFont,
+                                         kIsWatched));
     });
 }
 

@@ -1,6 +1,7 @@
 /// DesktopCore: the parts behind the window: options, host, backend, module, recovery.
 #pragma once
 
+#include "assert_box.h"
 #include "desktop_settings.h"
 #include "host_desktop.h"
 #include "module_host.h"
@@ -41,6 +42,7 @@ public:
     DesktopSettings m_Settings{m_Options};
     HostDesktop m_Desktop;
     QtDesk m_Desk;
+    AssertBox m_AssertBox{m_Desk};
     ModuleHost m_Module;
     RecoveryStore m_Recovery;
 

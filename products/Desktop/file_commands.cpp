@@ -1,5 +1,6 @@
 #include "file_commands.h"
 
+#include <cerrno>
 #include <filesystem>
 
 #include <QDir>
@@ -83,6 +84,8 @@ OpenDocument* FileCommands::Open(const FileTarget& file, bool mayBeNew) {
         const sys::Status status = isNew ? sys::Status{} : document->Load(path, true);
         if (!status) {
             m_Documents.Remove(*document);
+            if (status.code == ECANCELED) // by the user, who knows
+                return nullptr;
             Fail(QStringLiteral("The file %1 can't be opened.").arg(Quoted(name)), status);
             return nullptr;
         }
@@ -173,7 +176,9 @@ bool FileCommands::SaveAll() {
 }
 
 bool FileCommands::SaveTo(OpenDocument& document, const std::string& path) {
-    if (document.IsModified() && document.GetFile().HasMixedLineEnds() && !AskLineEnds(document))
+    const FileSession& file = document.GetFile();
+    if (file.HasMixedLineEnds() && !file.KeepsBytes(document.IsModified()) &&
+        !AskLineEnds(document))
         return false;
     return Write(document, path);
 }
@@ -224,8 +229,14 @@ bool FileCommands::MayOverwrite(OpenDocument& document) {
          QStringLiteral("Saving replaces what that program wrote by the text in this window."),
          {QStringLiteral("&Overwrite"), QStringLiteral("Cancel")}});
     if (answer == 0)
-        document.GetFile().AcceptDisk();
+        KeepText(document);
     return answer == 0;
+}
+
+/// The text is to replace what the disk holds now, even if nobody has edited it.
+void FileCommands::KeepText(OpenDocument& document) {
+    document.GetFile().AcceptDisk();
+    document.MarkUnsaved();
 }
 
 void FileCommands::Revert(OpenDocument& document) {
@@ -284,13 +295,11 @@ void FileCommands::CheckDisk(OpenDocument& document) {
         NoticeBar::Kind::warning,
         isGone ? QStringLiteral("The file has been removed or renamed. The text is still here.")
                : QStringLiteral("Another program has changed this file."));
-    const auto accept = [this, id] {
-        WithDocument(id, [](OpenDocument& it) { it.GetFile().AcceptDisk(); });
-    };
+    const auto accept = [this, id] { WithDocument(id, [](OpenDocument& it) { KeepText(it); }); };
     if (isGone) {
         bar->AddButton(QStringLiteral("&Save"),
                        [this, id] { WithDocument(id, [this](auto& it) { Save(it); }); });
-        document.GetEditor().m_Driver->SetModified(true); // it is no longer anywhere else
+        document.MarkUnsaved();
     } else {
         bar->AddButton(QStringLiteral("&Reload"),
                        [this, id] { WithDocument(id, [this](auto& it) { Revert(it); }); });
@@ -323,12 +332,15 @@ void FileCommands::OfferRecovered() {
 }
 
 void FileCommands::Recover(const RecoveredText& text) {
-    OpenDocument* const document =
-        DocumentFor(EditorSortNamed(text.m_Editor), QString::fromStdString(text.m_Title));
+    // A file that a start has opened again already gets its lost changes.
+    OpenDocument* document = text.m_Path.empty() ? nullptr : m_Documents.FindPath(text.m_Path);
+    if (!document || document->IsModified())
+        document =
+            DocumentFor(EditorSortNamed(text.m_Editor), QString::fromStdString(text.m_Title));
     if (!document)
         return;
     document->SetId(text.m_Id);
-    document->GetFile().Adopt(text.m_Path, text.m_Form);
+    document->GetFile().Adopt(text.m_Path, text.m_Form, text.m_KnownFile);
     document->GetEditor().m_Driver->LoadArchive(text.m_Archive);
     document->GetEditor().m_Driver->SetModified(true);
     document->m_KeptChange = document->GetEditor().m_Inspector->GetChangeCount();

@@ -32,7 +32,8 @@ public:
     OpenDocument* New(EditorSort sort);
     /// Opens a file, or brings its window to the front, and puts the caret.
     /// @param mayBeNew a file that isn't there gives an empty text of that name
-    /// @return null when it can't be opened; the user has been told
+    /// @return null when it can't be opened, of which the user has been told, or the user stopped
+    /// it
     OpenDocument* Open(const FileTarget& file, bool mayBeNew = false);
     void AskAndOpen();
 
@@ -61,6 +62,7 @@ private:
     bool Write(OpenDocument& document, const std::string& path);
     bool AskLineEnds(OpenDocument& document);
     bool MayOverwrite(OpenDocument& document);
+    static void KeepText(OpenDocument& document);
     bool MayClose(OpenDocument& document);
     void Saved(OpenDocument& document);
     void Recover(const RecoveredText& text);

@@ -1,11 +1,14 @@
 #include "file_session.h"
 
 #include <algorithm>
+#include <sstream>
 
 #include "atomic_file.h"
 #include "file_io.h"
 
 namespace {
+
+using FileTime = std::filesystem::file_time_type;
 
 std::size_t HashOf(std::string_view bytes) {
     return std::hash<std::string_view>()(bytes);
@@ -39,11 +42,19 @@ sys::Status FileSession::Load(const std::string& path, std::string& archive) {
     return {};
 }
 
+bool FileSession::ReadKnown(bool modified, std::string& bytes) const {
+    return !modified && !m_FormChanged && m_Stamp &&
+           sys::ReadWholeFile(m_Path, kMostBytes, bytes) && HashOf(bytes) == m_Hash;
+}
+
+bool FileSession::KeepsBytes(bool modified) const {
+    std::string bytes;
+    return ReadKnown(modified, bytes);
+}
+
 sys::Status FileSession::Save(const std::string& path, std::string archive, bool modified) {
     std::string bytes;
-    const bool isAsLoaded = !modified && !m_FormChanged && m_Stamp &&
-                            sys::ReadWholeFile(m_Path, kMostBytes, bytes) &&
-                            HashOf(bytes) == m_Hash;
+    const bool isAsLoaded = ReadKnown(modified, bytes);
     if (isAsLoaded && path == m_Path)
         return {};
     if (!isAsLoaded) {
@@ -88,11 +99,26 @@ void FileSession::AcceptDisk() {
     m_Hash = HashOf(bytes);
 }
 
-void FileSession::Adopt(const std::string& path, const FileForm& form) {
+void FileSession::Adopt(const std::string& path, const FileForm& form,
+                        const std::string& knownDisk) {
     m_Path = path;
     m_Form = form;
-    if (!path.empty())
-        AcceptDisk();
+    m_Stamp.reset();
+    std::istringstream words(knownDisk);
+    Stamp stamp;
+    std::int64_t time = 0;
+    if (words >> stamp.m_Size >> time >> m_Hash) {
+        stamp.m_Time = FileTime(FileTime::duration(time));
+        m_Stamp = stamp;
+    }
+}
+
+std::string FileSession::GetKnownDisk() const {
+    if (!m_Stamp)
+        return {};
+    const std::int64_t time = m_Stamp->m_Time.time_since_epoch().count();
+    return std::to_string(m_Stamp->m_Size) + ' ' + std::to_string(time) + ' ' +
+           std::to_string(m_Hash);
 }
 
 void FileSession::SetLineEnds(LineEnds ends) {

@@ -32,13 +32,18 @@ public:
     void AcceptDisk();
 
     /// A text from elsewhere, such as one recovered: its file, if any, differs from it.
-    void Adopt(const std::string& path, const FileForm& form);
+    /// @param knownDisk what GetKnownDisk gave; without it a file that is there counts as changed
+    void Adopt(const std::string& path, const FileForm& form, const std::string& knownDisk = {});
+    /// The file as it is known, in words for a later Adopt; empty if none was there.
+    std::string GetKnownDisk() const;
 
     /// Empty for a text that has no file yet.
     const std::string& GetPath() const { return m_Path; }
     const FileForm& GetForm() const { return m_Form; }
-    /// Whether a save has to ask first which line ends all lines shall have.
     bool HasMixedLineEnds() const { return m_Form.m_LineEnds == LineEnds::mixed; }
+    /// Whether a save would write the file's own bytes rather than the text.
+    /// @param modified as for Save
+    bool KeepsBytes(bool modified) const;
     /// The ends that all lines get at the next save, which writes the text even if it is as loaded.
     void SetLineEnds(LineEnds ends);
     /// The ends that a save writes: those of a file without any are LF.
@@ -52,6 +57,8 @@ private:
         bool operator==(const Stamp&) const = default;
     };
     static std::optional<Stamp> StampOf(const std::string& path);
+    /// Reads the known file. @return false: the text has to be written
+    bool ReadKnown(bool modified, std::string& bytes) const;
     void Know(const std::string& path, std::string_view bytes);
     void NoteForm(const std::string& archive);
 

@@ -45,7 +45,7 @@ int RunWindow(const CommandLine& line, SingleInstance& instance) {
     const SessionSignals signals([&window] { window.EndSession(); });
     window.show();
     if (!line.m_NewWindow)
-        instance.Listen([&window](const auto& files) { window.OpenFiles(files); });
+        instance.Listen([&window](const auto& files) { window.OpenFilesLater(files); });
     window.OpenFiles(line.m_Files);
     window.Begin();
     return QApplication::exec();

@@ -1,5 +1,7 @@
 #include "main_window.h"
 
+#include <utility>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -21,6 +23,7 @@ namespace {
 
 constexpr int kShownMilliseconds = 8000;
 constexpr int kSavingMilliseconds = 1000;
+constexpr int kOpeningMilliseconds = 50;
 constexpr QSize kFirstSize{1080, 720};
 
 const QString kOpenFilter = QStringLiteral(
@@ -77,6 +80,8 @@ void MainWindow::PrepareTimers() {
     m_Idle.setSingleShot(true);
     m_Idle.setInterval(0);
     connect(&m_Idle, &QTimer::timeout, this, &MainWindow::Refresh);
+    m_Opening.setInterval(kOpeningMilliseconds);
+    connect(&m_Opening, &QTimer::timeout, this, &MainWindow::OpenWaiting);
     m_Saving.setSingleShot(true);
     m_Saving.setInterval(kSavingMilliseconds);
     connect(&m_Saving, &QTimer::timeout, this, &MainWindow::SaveOptions);
@@ -143,6 +148,18 @@ void MainWindow::OpenFiles(const std::vector<FileTarget>& files) {
     RefreshSoon();
 }
 
+void MainWindow::OpenFilesLater(const std::vector<FileTarget>& files) {
+    m_FilesToOpen.insert(m_FilesToOpen.end(), files.begin(), files.end());
+    m_Opening.start();
+}
+
+void MainWindow::OpenWaiting() {
+    if (!QApplication::activeModalWidget() && !QApplication::activePopupWidget()) {
+        m_Opening.stop();
+        OpenFiles(std::exchange(m_FilesToOpen, {}));
+    }
+}
+
 void MainWindow::Begin() {
     m_Files->OfferRecovered();
     if (m_Documents->GetAll().empty())
@@ -182,6 +199,9 @@ void MainWindow::Refresh() {
     m_Status->Show(document);
     RefreshActions(document);
     m_Recovery->Look();
+    const std::string id = document ? document->GetId() : std::string();
+    if (std::exchange(m_CheckedId, id) != id && document)
+        m_Files->CheckDisk(*document);
     if (document)
         TellReplacedInput(*document);
 }

@@ -28,6 +28,8 @@ public:
 
     /// Opens files and comes to the front. A file that isn't there is a new text of that name.
     void OpenFiles(const std::vector<FileTarget>& files);
+    /// The same for files from elsewhere, once no box or menu is open: what it is about must stay.
+    void OpenFilesLater(const std::vector<FileTarget>& files);
     /// Offers recovered texts; a new text when nothing is open then.
     void Begin();
     /// The session ends without asking: what is unsaved is kept for the next start.
@@ -67,6 +69,7 @@ private:
     void WithActive(const std::function<void(OpenDocument&)>& act);
     void RefreshSoon() { m_Idle.start(); }
     void Refresh();
+    void OpenWaiting();
     void RefreshActions(OpenDocument* document);
     void PrepareTimers();
     void TellReplacedInput(OpenDocument& document);
@@ -123,8 +126,11 @@ private:
         const Command* m_Command;
     };
     std::vector<BoundAction> m_Actions;
-    QTimer m_Saving; ///< of options that change many times in a row
-    QTimer m_Idle;   ///< fires when the events at hand are done
+    std::vector<FileTarget> m_FilesToOpen;
+    QTimer m_Opening;        ///< looks whether they may be opened
+    std::string m_CheckedId; ///< of the active text, when its file was last looked at
+    QTimer m_Saving;         ///< of options that change many times in a row
+    QTimer m_Idle;           ///< fires when the events at hand are done
     int m_ReplacedInputs = 0;
     bool m_SessionEnds = false;
 };

@@ -82,6 +82,11 @@ sys::Status OpenDocument::Save(const std::string& path) {
     return {};
 }
 
+void OpenDocument::MarkUnsaved() {
+    m_Editor.m_Driver->SetModified(true);
+    m_KeptChange = kNothingKept;
+}
+
 std::string OpenDocument::GetArchive() {
     std::string archive;
     m_Editor.m_Inspector->GetArchive(archive);

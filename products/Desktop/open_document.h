@@ -44,6 +44,9 @@ public:
     sys::Status Save(const std::string& path);
     std::string GetArchive();
     bool IsModified() const { return m_Editor.m_Inspector->IsModified(); }
+    /// The text is nowhere else, whether it was edited or not: it is to be saved, and kept for
+    /// recovery.
+    void MarkUnsaved();
     /// A document as new: no file, no text, nothing done to it. It may give way to a file.
     bool IsPristine() const;
     FileSession& GetFile() { return m_File; }
@@ -75,6 +78,7 @@ public:
 
     /// The change count that was kept for recovery last; before that the new editor's.
     std::uint64_t m_KeptChange = 0;
+    static constexpr std::uint64_t kNothingKept = ~std::uint64_t{0};
 
 private:
     QVBoxLayout* GetBody() const;

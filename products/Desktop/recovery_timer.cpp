@@ -21,6 +21,7 @@ RecoveredText Describe(OpenDocument& document) {
             .m_Path = document.GetFile().GetPath(),
             .m_Title = document.GetTitle().toStdString(),
             .m_Editor = NameOf(document.GetSort()),
+            .m_KnownFile = document.GetFile().GetKnownDisk(),
             .m_Form = document.GetFile().GetForm(),
             .m_Caret = caret ? caret->m_Caret : TextPosition{0, 0},
             .m_Archive = document.GetArchive()};

@@ -64,9 +64,8 @@ constexpr struct {
     std::string_view m_Name;
     std::string RecoveredText::*m_Field;
 } kTextFields[] = {
-    {"path", &RecoveredText::m_Path},
-    {"title", &RecoveredText::m_Title},
-    {"editor", &RecoveredText::m_Editor},
+    {"path", &RecoveredText::m_Path},     {"title", &RecoveredText::m_Title},
+    {"editor", &RecoveredText::m_Editor}, {"file", &RecoveredText::m_KnownFile},
     {"text", &RecoveredText::m_Archive},
 };
 constexpr std::string_view kNumbersName = "numbers";
@@ -138,8 +137,9 @@ sys::Status RecoveryStore::Open(const std::string& sharedFolder) {
     for (int i = 0; status && i < 1000; ++i) {
         m_Folder = stem + std::to_string(i) + '/';
         status = sys::MakeDirectory(m_Folder);
-        if (status)
-            return m_Lock.TryLock(m_Folder + std::string(kLockName));
+        // Another process may take a new folder for one that was left, before it is locked.
+        if (status && m_Lock.TryLock(m_Folder + std::string(kLockName)))
+            return {};
         if (status.code == EEXIST)
             status = {};
     }

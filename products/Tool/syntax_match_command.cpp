@@ -82,7 +82,8 @@ void AddSyntaxMatch(CLI::App& parent, Choice& choice) {
         AddCommand(parent, "match",
                    "Tries an expression on a text and prints the start and the length of its match",
                    "quorel syntax match --json '[0-9]+(meg|k)?' 'R1 in out 10k'\n\n"
-                   "A -- goes before a PATTERN that begins with a hyphen. A line of a batch is\n"
+                   "A -- goes before a PATTERN that begins with a hyphen, and before a ++.\n"
+                   "A line of a batch is\n"
                    "  {\"pattern\": \"...\", \"text\": \"...\", \"ignoreCase\": false}");
     AddArgument(command, kPattern, options->m_Pattern, "The expression");
     AddArgument(command, kText, options->m_Text, "What it is tried on");

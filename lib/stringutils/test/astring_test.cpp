@@ -13,15 +13,19 @@
 namespace {
 
 TEST(AStringTest, ConstructionAndAssignment) {
+    const std::vector<char16_t> source{u'a', u'b', u'c'};
     const AString made[] = {u"abc",
                             "abc",
                             std::u16string(u"abc"),
                             std::u16string_view(u"abcd", 3),
                             std::string("abc"),
                             AString(u"abcd", 3),
-                            AString(u"ab") + u'c'};
+                            AString(u"ab") + u'c',
+                            AString{u'a', u'b', u'c'},
+                            AString(source.begin(), source.end())};
     for (const AString& text : made)
         EXPECT_EQ(text, u"abc");
+    EXPECT_EQ(AString() = u'x', u"x");
     EXPECT_EQ(AString(2, u'x'), u"xx");
     EXPECT_EQ(AString(), AString(0, u'x'));
     EXPECT_EQ(AString("\x80\x81"), u"\u20AC\u0081");

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QColorDialog>
+#include <QDir>
 #include <QFileDialog>
 #include <QMenu>
 #include <QMessageBox>
@@ -13,6 +14,7 @@
 #include <QPrinterInfo>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QRegularExpression>
 
 #include "cmd_target.h"
 #include "menu.h"
@@ -26,7 +28,6 @@ namespace {
 constexpr int kSilence = 1000;
 
 /// A message box's buttons by the low nibble of its style, with what the framework calls them.
-/// Abort, retry and ignore have no DialogResult of their own.
 struct ButtonRow {
     int m_Style;
     QMessageBox::StandardButton m_Button;
@@ -34,11 +35,11 @@ struct ButtonRow {
 };
 constexpr ButtonRow kButtons[] = {
     {0, QMessageBox::Ok, kIdOk},         {1, QMessageBox::Ok, kIdOk},
-    {1, QMessageBox::Cancel, kIdCancel}, {2, QMessageBox::Abort, 3},
-    {2, QMessageBox::Retry, 4},          {2, QMessageBox::Ignore, 5},
+    {1, QMessageBox::Cancel, kIdCancel}, {2, QMessageBox::Abort, kIdAbort},
+    {2, QMessageBox::Retry, kIdRetry},   {2, QMessageBox::Ignore, kIdIgnore},
     {3, QMessageBox::Yes, kIdYes},       {3, QMessageBox::No, kIdNo},
     {3, QMessageBox::Cancel, kIdCancel}, {4, QMessageBox::Yes, kIdYes},
-    {4, QMessageBox::No, kIdNo},         {5, QMessageBox::Retry, 4},
+    {4, QMessageBox::No, kIdNo},         {5, QMessageBox::Retry, kIdRetry},
     {5, QMessageBox::Cancel, kIdCancel},
 };
 /// Its icon by the second nibble.
@@ -129,6 +130,21 @@ QStringList FiltersOf(const AString& filter) {
     return filters;
 }
 
+namespace {
+
+/// Why a chosen file is none that the request means; empty for a good one.
+QString FaultOf(const QString& path, const FileRequest& request) {
+    const QFileInfo file(path);
+    static const QRegularExpression sWildcards(QStringLiteral("[*?]"));
+    if (!request.m_Open && file.fileName().contains(sWildcards))
+        return QStringLiteral("Give the file a name without * and ?.");
+    if (request.m_PathMustExist && !file.dir().exists())
+        return QStringLiteral("The folder %1 isn't there.").arg(file.path());
+    return {};
+}
+
+} // namespace
+
 std::optional<AString> AskForFile(QWidget* parent, const FileRequest& request) {
     QFileDialog dialog(parent);
     dialog.setAcceptMode(request.m_Open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
@@ -144,9 +160,14 @@ std::optional<AString> AskForFile(QWidget* parent, const FileRequest& request) {
             dialog.setDirectory(preset.path());
         dialog.selectFile(preset.fileName());
     }
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
-        return std::nullopt;
-    return FromQt(dialog.selectedFiles().front());
+    while (dialog.exec() == QDialog::Accepted && !dialog.selectedFiles().isEmpty()) {
+        const QString file = dialog.selectedFiles().front();
+        const QString fault = FaultOf(file, request);
+        if (fault.isEmpty())
+            return FromQt(file);
+        QMessageBox::warning(parent, dialog.windowTitle(), fault);
+    }
+    return std::nullopt;
 }
 
 std::optional<ColorRef> AskForColor(QWidget* parent, ColorRef preset,

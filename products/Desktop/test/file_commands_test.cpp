@@ -1,7 +1,9 @@
 #include <filesystem>
 
+#include <QApplication>
 #include <QFileInfo>
 #include <QMdiSubWindow>
+#include <QPushButton>
 
 #include "desk_stage.h"
 #include "notice_bar.h"
@@ -112,6 +114,31 @@ TEST_F(Files, ChangedByOthersAreNoticed) {
     EXPECT_TRUE(m_Files.Save(document));
     EXPECT_EQ(ReadBytes(PathOf("a.cir")), "xmine\n");
     EXPECT_FALSE(document.HasNotice(topic));
+}
+
+/// What is kept over another program's file is unsaved, though nobody has edited it.
+TEST_F(Files, KeptOverOthersAreWrittenOrAskedAbout) {
+    OpenDocument& document = OpenBytes("a.cir", "mine\n");
+    const auto change = [&] {
+        WriteBytes(PathOf("a.cir"), "theirs\n");
+        Touch(PathOf("a.cir"));
+    };
+    change();
+    m_Answers = {0};
+    EXPECT_TRUE(m_Files.Save(document));
+    EXPECT_EQ(ReadBytes(PathOf("a.cir")), "mine\n");
+    change();
+    m_Files.CheckDisk(document);
+    QPushButton* const keep = document.GetShell()->findChildren<QPushButton*>().back();
+    EXPECT_EQ(keep->text(), QStringLiteral("&Keep This Text"));
+    keep->click();
+    QApplication::processEvents(); // the button acts in a turn of its own
+    EXPECT_TRUE(document.IsModified());
+    EXPECT_EQ(document.m_KeptChange, OpenDocument::kNothingKept);
+    m_SaveName = QString::fromStdString(PathOf("b.cir"));
+    EXPECT_TRUE(m_Files.SaveAs(document));
+    EXPECT_EQ(ReadBytes(PathOf("b.cir")), "mine\n");
+    EXPECT_EQ(ReadBytes(PathOf("a.cir")), "theirs\n");
 }
 
 TEST_F(Files, RemovedByOthersStayInTheWindow) {

@@ -106,6 +106,9 @@ TEST_F(DeskTest, WhatIsSavedOrClosedIsNotOfferedAgain) {
 
 TEST_F(DeskTest, RecoveredTextsComeBackUnsavedWithFormAndCaret) {
     WriteBytes(PathOf("a.vbs"), "on disk\n");
+    FileSession known;
+    std::string archive;
+    ASSERT_TRUE(known.Load(PathOf("a.vbs"), archive));
     {
         RecoveryStore dead;
         ASSERT_TRUE(dead.Open(Core().GetRecoveryFolder()));
@@ -113,6 +116,7 @@ TEST_F(DeskTest, RecoveredTextsComeBackUnsavedWithFormAndCaret) {
                                .m_Path = PathOf("a.vbs"),
                                .m_Title = "a.vbs",
                                .m_Editor = "vbscript",
+                               .m_KnownFile = known.GetKnownDisk(),
                                .m_Form = {FileEncoding::utf8, true, LineEnds::crLf},
                                .m_Caret = {1, 2},
                                .m_Archive = "one\r\ntwo \xB5\r\n"}));
@@ -124,7 +128,12 @@ TEST_F(DeskTest, RecoveredTextsComeBackUnsavedWithFormAndCaret) {
     EXPECT_TRUE(all[0]->IsModified());
     EXPECT_EQ(all[0]->GetSort(), EditorSort::vbScript);
     EXPECT_EQ(all[0]->GetEditor().m_Inspector->GetCaret()->m_Caret, (TextPosition{1, 2}));
+    WriteBytes(PathOf("a.vbs"), "by others\n");
+    m_Answers = {1};
+    EXPECT_FALSE(m_Files.Save(*all[0])) << "the file isn't the one that was known";
+    WriteBytes(PathOf("a.vbs"), "on disk\n");
     EXPECT_TRUE(m_Files.Save(*all[0]));
+    EXPECT_EQ(m_Asked.size(), 2u);
     EXPECT_EQ(ReadBytes(PathOf("a.vbs")), "\xEF\xBB\xBFone\r\ntwo \xC2\xB5\r\n");
 }
 

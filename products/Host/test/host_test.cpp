@@ -3,11 +3,13 @@
 
 #include <gtest/gtest.h>
 
+#include "assert_box.h"
 #include "assert_log.h"
 #include "assertion.h"
 #include "backend.h"
 #include "headless_desk.h"
 #include "host_desktop.h"
+#include "messages.h"
 
 namespace {
 
@@ -170,6 +172,31 @@ TEST(Asserts, ArePrintedCountedAndPassedOver) {
     EXPECT_EQ(outer, 1);
     SetAssertHandler(before);
     gIgnoreAllAsserts = ignored;
+}
+
+TEST(Asserts, AreAskedInBoxesButNotWhileOneIsOpen) {
+    struct Desk : HeadlessDesk {
+        int ShowMessage(const AString& text, int style) override {
+            USE_ASSERT_TEXT(false, "fails while the box is open");
+            return HeadlessDesk::ShowMessage(text, style);
+        }
+    } desk;
+    desk.m_MessageAnswers = {kIdIgnore, kIdYes, kIdNo, kIdRetry};
+    const bool ignored = std::exchange(gIgnoreAllAsserts, false);
+    testing::internal::CaptureStderr();
+    {
+        const AssertBox box(desk);
+        for (int i = 0; i < 2; ++i)
+            USE_ASSERT_TEXT(i < 0, "asked once");
+        USE_ASSERT_TEXT(false, "asked too");
+    }
+    gIgnoreAllAsserts = ignored;
+    const std::string printed = testing::internal::GetCapturedStderr();
+    EXPECT_NE(printed.find("fails while the box is open"), std::string::npos);
+    EXPECT_EQ(printed.find("asked"), std::string::npos);
+    ASSERT_EQ(desk.m_Messages.size(), 4u);
+    EXPECT_EQ(desk.m_Messages[0].m_Style, 0x2012);
+    EXPECT_NE(desk.m_Messages[3].m_Text.find(u"asked too"), AString::npos);
 }
 
 } // namespace

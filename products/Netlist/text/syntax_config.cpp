@@ -122,10 +122,9 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
             report.file = DescriptionPath(value, sourcePath);
             const auto [known, isNew] = files.try_emplace(NameOfFile(report.file));
             DescriptionFile& file = known->second;
-            if (isNew) {
+            if (isNew)
                 static_cast<void>(OpenByCopy(file.profile, report.file));
-                allowance.Allow(file.profile);
-            }
+            allowance.Allow(file.profile);
             report.unreadable = !file.profile.HasFile();
             ReadDescription(file.profile, file.numbers, *syntax, allowance,
                             reports ? &report.dropped : nullptr);

@@ -14,13 +14,13 @@
 #include <vector>
 
 /// What the descriptions of one configuration may take together, however often they name each
-/// other's sections: what their files hold, and somewhat more.
+/// other's sections: what the file of each holds, and somewhat more.
 class EntryAllowance {
 public:
     /// Reports of dropped expressions that are left.
     std::size_t faults = 10'000;
 
-    /// Allows for the entries that a file holds.
+    /// Allows for the entries that a file holds, for a description that names it.
     void Allow(const sys::ProfileFile& file);
 
     /// Takes an entry. @return false when there is none left
