@@ -14,7 +14,7 @@ struct RecoveredText {
     std::string m_Id{};   ///< chosen by whoever keeps it; a file name
     std::string m_Path{}; ///< the file that it is the text of; empty for an untitled one
     std::string m_Title{};
-    std::string m_Editor{}; ///< the sort of editor, in the host's own words
+    std::string m_Editor{};    ///< the sort of editor, in the host's own words
     std::string m_KnownFile{}; ///< what its file was like when last seen, in the host's own words
     FileForm m_Form{};
     TextPosition m_Caret{0, 0};
