@@ -2,16 +2,35 @@
 
 #include "line_store.h"
 #include "sim_edit_line.h"
+#include "syntax_dscr.h"
 
 #include <algorithm>
 
 std::size_t ColourFront::s_rowsAtOnce = 500;
 
+namespace {
+
+bool CanCarry(const CSyntaxDscr* syntax) {
+    return syntax != nullptr && syntax->CanCarry();
+}
+
+} // namespace
+
 std::int32_t ColourFront::RangeBefore(std::size_t row) const {
     return row == 0 ? -1 : m_lines[row - 1].RangeOut();
 }
 
-void ColourFront::Restart(bool colouring) {
+bool ColourFront::HasNoRanges() const {
+    for (std::size_t row = 0; row < m_lines.Size(); ++row)
+        if (m_lines[row].RangeIn() != -1 || m_lines[row].RangeOut() != -1)
+            return false;
+    return true;
+}
+
+void ColourFront::Restart(bool colouring, const CSyntaxDscr* syntax) {
+    m_apart = !CanCarry(syntax);
+    for (std::size_t row = 0; m_apart && !colouring && row < m_lines.Size(); ++row)
+        m_lines[row].KeepColours();
     m_front = colouring ? 0 : m_lines.Size();
     m_carried = -1;
     m_staleBegin = 0;
@@ -19,28 +38,61 @@ void ColourFront::Restart(bool colouring) {
 }
 
 void ColourFront::Ensure(std::size_t row, const CSyntaxDscr* syntax) {
-    const std::size_t end = std::min(row + 1, m_lines.Size());
-    for (; m_front < end; ++m_front) {
+    if (m_apart) {
+        if (m_lines[row].IsPending())
+            m_lines[row].ColourLine(-1, syntax);
+        return;
+    }
+    for (; m_front <= row; ++m_front) {
         m_lines[m_front].ColourLine(m_carried, syntax);
         m_carried = m_lines[m_front].RangeOut();
     }
 }
 
+void ColourFront::EnsureAll(const CSyntaxDscr* syntax) {
+    for (std::size_t row = 0; row < m_lines.Size(); ++row)
+        Ensure(row, syntax);
+}
+
+std::int32_t ColourFront::RangeOut(std::size_t row, const CSyntaxDscr* syntax) {
+    if (m_apart)
+        return -1;
+    Ensure(row, syntax);
+    return m_lines[row].RangeOut();
+}
+
 void ColourFront::KeepStale(std::size_t row, const CSyntaxDscr* syntax) {
     Ensure(row, syntax);
+    if (m_apart)
+        return;
     if (m_staleBegin == m_staleEnd)
         m_staleBegin = m_staleEnd = row;
     m_staleBegin = std::min(m_staleBegin, row);
     m_staleEnd = std::max(m_staleEnd, row + 1);
 }
 
-void ColourFront::KeepAll(const CSyntaxDscr* syntax) {
-    Ensure(m_lines.Size(), syntax);
+void ColourFront::KeepAll(const CSyntaxDscr* syntax, const CSyntaxDscr* next) {
+    EnsureAll(syntax);
+    m_apart = !CanCarry(next) && HasNoRanges();
+    for (std::size_t row = 0; m_apart && row < m_lines.Size(); ++row)
+        m_lines[row].KeepColours();
+    m_front = m_lines.Size();
+    m_carried = RangeBefore(m_front);
     m_staleBegin = 0;
-    m_staleEnd = m_lines.Size();
+    m_staleEnd = m_front;
+}
+
+void ColourFront::Inserting(std::size_t row, bool colouring, const CSyntaxDscr* syntax) {
+    if (!m_apart && !colouring && row > 0)
+        Ensure(row - 1, syntax);
 }
 
 void ColourFront::Inserted(std::size_t row, bool colouring) {
+    if (m_apart) {
+        if (!colouring)
+            m_lines[row].KeepColours();
+        return;
+    }
     if (row < m_front || (row == m_front && !colouring))
         ++m_front;
     if (row < m_staleBegin)
@@ -52,6 +104,8 @@ void ColourFront::Inserted(std::size_t row, bool colouring) {
 }
 
 void ColourFront::Removed(std::size_t row) {
+    if (m_apart)
+        return;
     if (row < m_front)
         --m_front;
     if (row < m_staleBegin)
@@ -66,7 +120,7 @@ void ColourFront::MakePending(std::size_t row) {
 }
 
 void ColourFront::PutOff(std::size_t row) {
-    if (m_staleBegin == m_staleEnd && row < m_front)
+    if (!m_apart && m_staleBegin == m_staleEnd && row < m_front)
         MakePending(row);
 }
 
@@ -76,6 +130,12 @@ void ColourFront::ForgetStaleFrom(std::size_t row) {
 }
 
 void ColourFront::Recolour(std::size_t row, bool stopEarly, const CSyntaxDscr* syntax) {
+    if (m_apart) {
+        const std::size_t end = stopEarly ? std::min(row + 1, m_lines.Size()) : m_lines.Size();
+        for (; row < end; ++row)
+            m_lines[row].SetPending();
+        return;
+    }
     if (!stopEarly && row < m_front) {
         ForgetStaleFrom(row);
         MakePending(row);

@@ -19,6 +19,7 @@ struct RegFacts {
     bool hasBol = false;           ///< "^" occurs: the result depends on where the tail begins
     bool hasWordStart = false;     ///< `\<` occurs: so it does for a match at the tail's beginning
     bool looksBehindMatch = false; ///< the result may depend on the character behind the match
+    bool matchesAnyEnd = false;    ///< matches, with nothing, at the end of every subject
 
     /// If every match is one character from each of these sets in turn and there is no other
     /// condition: those sets. Empty otherwise. The expression matches where, and only where, the

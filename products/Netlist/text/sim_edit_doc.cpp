@@ -39,7 +39,7 @@ CSimEditDoc::~CSimEditDoc() {
 
 const CSyntaxDscr* CSimEditDoc::SetSyntaxDscr(const CSyntaxDscr* syntax) {
     if (syntax != m_syntax)
-        m_front.KeepAll(m_syntax);
+        m_front.KeepAll(m_syntax, syntax);
     m_syntax = syntax;
     return m_syntax;
 }
@@ -47,6 +47,10 @@ const CSyntaxDscr* CSimEditDoc::SetSyntaxDscr(const CSyntaxDscr* syntax) {
 const CSimEditLine& CSimEditDoc::ColouredLine(std::int32_t row) {
     m_front.Ensure(Index(row), m_syntax);
     return At(row);
+}
+
+std::int32_t CSimEditDoc::RangeOut(std::int32_t row) {
+    return m_front.RangeOut(Index(row), m_syntax);
 }
 
 void CSimEditDoc::SetBookmark(std::int32_t row, std::int32_t bookmark) {
@@ -58,8 +62,7 @@ void CSimEditDoc::SetBookmark(std::int32_t row, std::int32_t bookmark) {
 }
 
 void CSimEditDoc::PutLine(std::int32_t row, std::unique_ptr<CSimEditLine> line) {
-    if (m_colouring == 0 && row > 0)
-        m_front.Ensure(Index(row - 1), m_syntax);
+    m_front.Inserting(Index(row), m_colouring != 0, m_syntax);
     m_lines.Insert(Index(row), std::move(line));
     m_front.Inserted(Index(row), m_colouring != 0);
 }

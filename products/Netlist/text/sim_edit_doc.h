@@ -38,14 +38,18 @@ public:
     /// Sets the description, borrowed, null for none. Nothing is recoloured by it: rows keep the
     /// colours of the description that was, and those that nobody has asked for yet are worked out
     /// by it now. So it must still be there; and it costs what colouring those rows costs.
+    /// A description with lines to colour doesn't get further ranges.
     virtual const CSyntaxDscr* SetSyntaxDscr(const CSyntaxDscr* syntax);
     const CSyntaxDscr* SyntaxDscr() const { return m_syntax; }
 
     std::int32_t LineCount() const { return static_cast<std::int32_t>(m_lines.Size()); }
     /// A line's text, tabs and bookmark. Its colours are good only after ColouredLine.
     const CSimEditLine& Line(std::int32_t row) const { return m_lines[Index(row)]; }
-    /// The line with its colours. Cost: the lines down to row that have none yet.
+    /// The line with its colours. Cost: the line, or those down to row that have none yet where the
+    /// description lets lines depend on each other.
     const CSimEditLine& ColouredLine(std::int32_t row);
+    /// The range open at the line's end, -1 if none. Costs no colouring where none can be open.
+    std::int32_t RangeOut(std::int32_t row);
     /// Sets or clears a line's bookmark and keeps BookmarkCount.
     void SetBookmark(std::int32_t row, std::int32_t bookmark);
     std::int32_t BookmarkCount() const { return m_bookmarkCount; }

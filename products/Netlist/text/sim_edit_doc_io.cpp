@@ -58,7 +58,7 @@ public:
             lines.Insert(0, std::move(m_spare)); // takes no memory: there is room for some rows
         m_document.m_lineEnds = m_splitter.MetLineEnds();
         m_document.ClearJournal(); // before m_oldBlocks goes, from which records may borrow
-        m_document.m_front.Restart(m_document.m_colouring != 0);
+        m_document.m_front.Restart(m_document.m_colouring != 0, m_document.m_syntax);
     }
 
     void Add(std::string_view piece) { m_splitter.Add(piece); }

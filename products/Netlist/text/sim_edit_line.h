@@ -8,6 +8,7 @@
 #include "quorel_export.h"
 #include "tab_table.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -66,7 +67,7 @@ public:
     void SetBookmark(std::int32_t bookmark);
     const ColorSpans& Colors() const { return m_colors; }
     /// Index of the syntax range open when the line begins, -1 if none.
-    std::int32_t RangeIn() const { return m_rangeIn; }
+    std::int32_t RangeIn() const { return std::max(m_rangeIn, -1); }
     /// Index of the syntax range still open at the line's end, -1 if none.
     std::int32_t RangeOut() const { return m_rangeOut; }
     /// The journal fields; all zero in a line that isn't a record.
@@ -107,6 +108,12 @@ public:
     /// The same where the range open at the line's begin is known.
     void ColourLine(std::int32_t carried, const CSyntaxDscr* syntax);
 
+    /// Whether the colours are still to be worked out, which is so at first. Colouring the line
+    /// ends it; a line that isn't to be coloured keeps what it has.
+    bool IsPending() const { return m_rangeIn == kPending; }
+    void SetPending() { m_rangeIn = kPending; }
+    void KeepColours() { m_rangeIn = RangeIn(); }
+
     /// Checks the rules of the tab table. @return empty, or the broken rule in words
     std::string Check() const;
 
@@ -116,6 +123,8 @@ private:
         std::int32_t bookmark = 0;
         std::unique_ptr<JournalFields> record;
     };
+    static constexpr std::int32_t kPending = -2; ///< in the place of a range
+
     TabTable& MutableTabs();
     void DropTabAround(std::int32_t column);
     void ExpandTabs(std::string_view text);
@@ -123,6 +132,6 @@ private:
     LineText m_text;
     ColorSpans m_colors;
     std::unique_ptr<Extra> m_extra;
-    std::int32_t m_rangeIn = -1;
+    std::int32_t m_rangeIn = kPending;
     std::int32_t m_rangeOut = -1;
 };

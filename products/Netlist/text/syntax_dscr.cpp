@@ -11,6 +11,7 @@ void CSyntaxDscr::AddRange(std::unique_ptr<CColorRange> range) {
     USE_ASSERT(valid);
     if (!valid)
         return;
+    m_canCarry = m_canCarry || !range->Close.Facts().matchesAnyEnd;
     m_ranges.push_back(std::move(range));
     m_scanner.reset();
 }

@@ -55,6 +55,10 @@ public:
     void AddRange(std::unique_ptr<CColorRange> range);
     void AddToken(std::unique_ptr<CColorToken> token);
 
+    /// Whether some line may leave a range open. If not, each line's end closes every range that is
+    /// open there, and lines to which none is carried don't depend on each other.
+    bool CanCarry() const { return m_canCarry; }
+
     /// The colours of a line's expanded text when the range with the index carried was open before
     /// it; -1, or an index that isn't in Ranges, means none. Ranges win over tokens, tokens earlier
     /// in Tokens over later ones; a token that overlaps a span is dropped. Cost: linear in the
@@ -65,4 +69,5 @@ private:
     std::vector<std::unique_ptr<CColorToken>> m_tokens;
     std::vector<std::unique_ptr<CColorRange>> m_ranges;
     mutable std::unique_ptr<LineScanner> m_scanner; ///< made when first needed
+    bool m_canCarry = false;
 };

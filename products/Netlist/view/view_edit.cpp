@@ -46,17 +46,17 @@ void CSimEditView::TextChanged(std::int32_t row) {
 }
 
 CSimEditView::RowState CSimEditView::StateOfRow(std::int32_t row) const {
-    const CSimEditLine& line = GetTextDocument()->ColouredLine(row);
-    return {line.Length(), line.RangeOut()};
+    CSimEditDoc& document = *GetTextDocument();
+    return {document.Line(row).Length(), document.RangeOut(row)};
 }
 
 /// The caret's row has changed: only this row is painted when those below look as before.
 void CSimEditView::ShowEditedRow(const RowState& before) {
     CSimEditDoc& document = *GetTextDocument();
     const std::int32_t row = m_Caret.Row;
-    const CSimEditLine& line = document.ColouredLine(row);
-    if (line.RangeOut() != before.RangeOut)
+    if (document.RangeOut(row) != before.RangeOut)
         return document.UpdateAllViews(nullptr, row);
+    const CSimEditLine& line = CanPaint() ? document.ColouredLine(row) : document.Line(row);
     PaintLine(line, row, nullptr, line.Length() < before.Length, line.Bookmark() != 0, false);
     document.UpdateAllViews(this, row);
 }

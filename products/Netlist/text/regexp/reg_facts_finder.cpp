@@ -63,6 +63,28 @@ private:
     bool m_toEnd = false;
 };
 
+/// Whether some way to the end takes no character and asks for nothing but the subject's end.
+bool MatchesAnyEnd(const RegCode& code) {
+    std::vector<std::uint8_t> seen(code.Nodes().size());
+    std::vector<std::uint16_t> stack{code.Entry()};
+    while (!stack.empty()) {
+        const std::uint16_t place = stack.back();
+        stack.pop_back();
+        if (place == kNoWay || seen[place] != 0)
+            continue;
+        seen[place] = 1;
+        const RegNode& node = code.Node(place);
+        if (node.op == RegOp::End)
+            return true;
+        if (RegPlaces::IsBarrier(node) || node.op == RegOp::Bol || node.op == RegOp::WordA ||
+            node.op == RegOp::WordZ)
+            continue;
+        stack.push_back(node.other);
+        stack.push_back(node.go);
+    }
+    return false;
+}
+
 void FindSequence(const RegPlaces& places, RegFacts& facts) {
     const RegCode& code = places.Code();
     std::vector<ByteSet> sequence;
@@ -109,6 +131,7 @@ RegFacts FindRegFacts(const RegCode& code) {
         facts.looksBehindMatch =
             facts.looksBehindMatch || op == RegOp::Eol || op == RegOp::WordA || op == RegOp::WordZ;
     }
+    facts.matchesAnyEnd = MatchesAnyEnd(code);
     FindSequence(places, facts);
     return facts;
 }

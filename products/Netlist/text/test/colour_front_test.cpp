@@ -166,7 +166,7 @@ void ColourFrontTest::Step() {
 TEST_F(ColourFrontTest, PutOffColoursEqualThoseGivenAtOnce) {
     for (std::size_t round = 0; round < 200; ++round) {
         ColourFront::s_rowsAtOnce = round % 4;
-        Describe(round % 4);
+        Describe(round % std::size(m_syntaxes));
         SetColouring(true);
         LoadRandom();
         for (int step = 0; step < 60; ++step)

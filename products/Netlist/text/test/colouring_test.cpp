@@ -41,6 +41,21 @@ TEST(Colouring, EqualsOneSearchAfterTheOther) {
             Compared(description.ranges, description.tokens).CheckLines(3000, 12));
 }
 
+TEST(Colouring, KnowsWhetherARangeCanStayOpen) {
+    const struct {
+        const char* close;
+        bool canCarry;
+    } rows[] = {{"$", false},         {"'|$", false},     {"(a+|b*)$", false}, {"", false},
+                {"a*", false},        {"(a|b$)?", false}, {"'", true},         {"a$", true},
+                {"a+|.", true},       {"^$", true},       {"'|^", true},       {"\\>|\\<", true},
+                {"(a|b|\\>)$", true}, {"(a|^|b$)", true}};
+    for (const auto& row : rows) {
+        CSyntaxDscr syntax;
+        Fill(syntax, {{"'", row.close}, {"#", "$"}}, {});
+        EXPECT_EQ(syntax.CanCarry(), row.canCarry) << row.close;
+    }
+}
+
 /// With less memory than a line's states take, whatever was found so far is of no use; with a
 /// little more, states are forgotten from run to run.
 TEST(Colouring, IsTheSameInLittleMemory) {

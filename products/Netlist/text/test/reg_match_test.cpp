@@ -106,12 +106,14 @@ public:
             m_ours.back().SetLimits(limits);
         }
         EXPECT_EQ(m_ours[0].LastErrorCode(), m_twin.Error()) << text;
+        m_matchesAnyEnd = m_ours[0].Facts().matchesAnyEnd;
     }
 
     bool IsValid() const { return m_ours[0].IsValid() && m_twin.Error() == 0; }
 
     void Check(const std::string& subject) {
         const RegTwin::Result expected = m_twin.Match(subject);
+        ASSERT_TRUE(expected.start >= 0 || !m_matchesAnyEnd) << m_text << " on " << subject;
         std::string shown;
         for (std::size_t i = 0; expected.start >= 0 && i < 10; ++i) {
             const int start = i == 0 ? expected.start : expected.starts[i];
@@ -151,6 +153,7 @@ private:
     std::string m_text;
     RegTwin m_twin;
     std::vector<CRegExp> m_ours;
+    bool m_matchesAnyEnd = false;
 };
 
 /// All texts of at most `length` of these pieces, but for those that begin with another one behind
