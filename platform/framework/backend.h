@@ -86,6 +86,8 @@ public:
     virtual int GetCaretOffset() = 0;
     /// Empty when nothing is selected.
     virtual Range GetSelection() = 0;
+    /// The selected text as a copy gives it, tabs and columns of a block included.
+    virtual AString GetSelectedText() = 0;
     /// The line of an offset, without its line end.
     virtual Range GetLineAt(int offset) = 0;
 

@@ -67,7 +67,10 @@ std::unique_ptr<IBackendFont> BreakingDesk::CreateFont(const LogFont& font) {
 }
 
 std::optional<AString> BreakingDesk::AskFile(const FileRequest& request) {
-    return Refuses(kBreakFile) ? std::nullopt : m_Desk.AskFile(request);
+    if (Refuses(kBreakFile))
+        return std::nullopt;
+    std::optional<AString> chosen = m_Desk.AskFile(request);
+    return chosen && Refuses(kBreakFileWrite) ? u"/dev/full" : chosen;
 }
 
 std::optional<ColorRef> BreakingDesk::AskColor(ColorRef preset, std::span<const ColorRef> custom) {
@@ -84,6 +87,8 @@ unsigned BreakingDesk::TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& targe
 }
 
 DropEffect BreakingDesk::DragText(const AString& text) {
+    if (Refuses(kBreakDragMemory))
+        throw std::bad_alloc();
     return Refuses(kBreakDrag) ? DropEffect::none : m_Desk.DragText(text);
 }
 

@@ -19,6 +19,8 @@ enum BreakableOperation : unsigned {
     kBreakDialog = 1u << 11,        ///< dialogs give kIdCancel without having been shown
     kBreakMenu = 1u << 12,          ///< popup menus give no command
     kBreakDrag = 1u << 13,          ///< drags end without effect
+    kBreakDragMemory = 1u << 14,    ///< a drag throws std::bad_alloc
+    kBreakFileWrite = 1u << 15,     ///< the file chosen is on a device that is full
 };
 
 /// The forwarding desk. Windows, fonts and surfaces are the other desk's own.

@@ -240,6 +240,7 @@ public:
     }
     int GetCaretOffset() override { return 8; }
     Range GetSelection() override { return {3, 8}; }
+    AString GetSelectedText() override { return u"as copied"; }
     Range GetLineAt(int offset) override { return offset < 7 ? Range{0, 6} : Range{7, 12}; }
     AString m_Text = u"R1 1 0\nC2 10";
 };

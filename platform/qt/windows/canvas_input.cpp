@@ -75,11 +75,14 @@ void Canvas::SendText(const QString& text, Qt::KeyboardModifiers modifiers) {
 }
 
 void Canvas::keyReleaseEvent(QKeyEvent* event) {
+    const QPointer<Canvas> guard(this);
     const unsigned key = KeyCodeOf(event->key());
     if (m_Window)
         m_Window->GetSeat().NoteModifiers(event->modifiers());
     if (key != 0 && !event->isAutoRepeat())
         Send(kMsgKeyUp, key, kOnce);
+    if (guard && event->key() == Qt::Key_Shift) // the end of a selection by keys
+        OfferSelection();
 }
 
 void Canvas::SendPointer(unsigned message, QPointF place, Qt::KeyboardModifiers modifiers) {
@@ -147,9 +150,8 @@ void Canvas::OfferSelection() {
     IAccessibleText* text = m_Window ? m_Window->GetSink().GetAccessibleText() : nullptr;
     if (!text || !clipboard.supportsSelection())
         return;
-    const IAccessibleText::Range selection = text->GetSelection();
-    if (selection.m_From < selection.m_To)
-        clipboard.setText(ToQt(text->GetText(selection)), QClipboard::Selection);
+    if (const AString selected = text->GetSelectedText(); !selected.empty())
+        clipboard.setText(ToQt(selected), QClipboard::Selection);
 }
 
 void Canvas::wheelEvent(QWheelEvent* event) {

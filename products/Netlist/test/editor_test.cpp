@@ -2,6 +2,7 @@
 #include <limits>
 #include <unistd.h>
 
+#include "breaking_desk.h"
 #include "ivariable_server.h"
 #include "menu.h"
 #include "module_fixture.h"
@@ -145,11 +146,20 @@ TEST_F(ModuleTest, ExportWritesCrLfAndMakesOneDirectory) {
         EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand));
     }
     EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand)); // cancelled
+    {
+        BreakingDesk breaking(m_Desk);
+        breaking.m_Broken = kBreakFileWrite;
+        SetBackend(&breaking);
+        m_Desk.m_FileAnswers.push_back(inNewFolder.u16string());
+        EXPECT_TRUE(editor.m_Driver->RunCommand(kExportTextCommand));
+        EXPECT_EQ(breaking.m_Refusals, 1);
+        SetBackend(&m_Desk);
+    }
     EXPECT_EQ(Contents(inNewFolder), "r1 1 0\tk\r\n\r\n\xE4");
     EXPECT_FALSE(fs::exists(m_Folder / "x"));
     EXPECT_EQ(FilesIn("tmp"), 0);
     EXPECT_EQ(m_Desk.m_Messages.size(), 1u); // of the missing configuration
-    ASSERT_EQ(m_Desk.m_FileRequests.size(), 4u);
+    ASSERT_EQ(m_Desk.m_FileRequests.size(), 5u);
     EXPECT_EQ(m_Desk.m_FileRequests[0].m_Title, u"Netlist Export");
     EXPECT_EQ(m_Desk.m_FileRequests[0].m_Filter, u"All Files (*.*)|*.*||");
 }

@@ -1,4 +1,5 @@
 /// Clicks, drags, words and the pointer's shape.
+#include "breaking_desk.h"
 #include "view_fixture.h"
 
 namespace {
@@ -134,6 +135,20 @@ TEST_F(ViewTest, PressInsideASelectionDragsItsText) {
     EXPECT_EQ(Caret(), (ScreenCell{0, 4}));
     EXPECT_FALSE(View().IsCaptured());
     EXPECT_EQ(Editor().Text(), u"first\tline\nsecond");
+}
+
+TEST_F(ViewTest, ADragWithoutMemoryEndsQuietly) {
+    BreakingDesk breaking(m_Desk);
+    breaking.m_Broken = kBreakDragMemory;
+    Open("first\tline\r\nsecond");
+    Drag({0, 2}, {1, 3});
+    SetBackend(&breaking);
+    Press({0, 4});
+    SetBackend(&m_Desk);
+    EXPECT_EQ(breaking.m_Refusals, 1);
+    EXPECT_EQ(Highlight(1), "xxx");
+    EXPECT_FALSE(View().IsCaptured());
+    ExpectTruePicture();
 }
 
 TEST_F(ViewTest, PointerIsAnArrowOverASelection) {

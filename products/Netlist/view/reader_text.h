@@ -18,6 +18,7 @@ public:
     /// A block gives all between its corners.
     Range GetSelection() override;
     Range GetLineAt(int offset) override;
+    AString GetSelectedText() override;
 
 private:
     std::int64_t OffsetOfRow(std::int32_t row) const;

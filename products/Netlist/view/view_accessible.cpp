@@ -85,6 +85,10 @@ IAccessibleText::Range CSimEditView::ReaderText::GetSelection() {
     return {OffsetOf(selected.From), OffsetOf(selected.To)};
 }
 
+AString CSimEditView::ReaderText::GetSelectedText() {
+    return AString::FromMultiByte(AString::kAnsi, m_View.GetSelectedText());
+}
+
 IAccessibleText::Range CSimEditView::ReaderText::GetLineAt(int offset) {
     const CSimEditDoc* const document = m_View.GetTextDocument();
     if (!document)

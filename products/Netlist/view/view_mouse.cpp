@@ -77,18 +77,17 @@ void CSimEditView::DragSelection(CPoint point) {
     IBackendDesk* const desk = GetBackend();
     if (!desk)
         return;
-    COleDataSource source;
+    const std::weak_ptr<bool> alive = m_Busy;
+    const CPoint before = desk->GetPointer();
     try {
-        AString text;
-        codepage::AppendDecoded(codepage::Page::kWindows1252, GetSelectedText(), text);
-        source.CacheText(std::move(text));
+        COleDataSource source;
+        source.CacheText(AString::FromMultiByte(AString::kAnsi, GetSelectedText()));
+        if (source.DoDragDrop() != DropEffect::none)
+            return;
     } catch (const std::bad_alloc&) {
         return;
     }
-    const std::weak_ptr<bool> alive = m_Busy;
-    const CPoint before = desk->GetPointer();
-    if (source.DoDragDrop() != DropEffect::none || alive.expired() ||
-        !IsSamePlace(desk->GetPointer(), before))
+    if (alive.expired() || !IsSamePlace(desk->GetPointer(), before))
         return;
     CancelSelection();
     SetCaretFromPoint(point, true, false, false);
