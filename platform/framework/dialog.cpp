@@ -6,9 +6,6 @@
 
 namespace {
 
-/// The icon of a message box that warns.
-constexpr int kWarning = 48;
-
 constexpr std::u16string_view kNoInteger = u"Please enter an integer.";
 constexpr std::u16string_view kNoNumber = u"Please enter a number.";
 
@@ -83,7 +80,7 @@ bool CDialog::UpdateData(bool toMembers) {
     if (exchange.GetRefusal().empty())
         return true;
     if (IBackendDesk* desk = GetBackend())
-        desk->ShowMessage(exchange.GetRefusal(), kWarning);
+        desk->ShowMessage(exchange.GetRefusal(), kWarningStyle);
     return false;
 }
 

@@ -4,8 +4,6 @@
 
 namespace {
 
-constexpr int kIconExclamation = 48;
-
 constexpr const char16_t* kFileTexts[] = {
     u"The file '%s' can't be used.", u"The file '%s' isn't there.", u"Access to '%s' was denied.",
     u"The disk is full: '%s'.",      u"'%s' is no valid path.",
@@ -27,7 +25,7 @@ const char* CException::what() const noexcept {
 
 void CException::ReportError() const {
     if (IBackendDesk* desk = GetBackend())
-        desk->ShowMessage(GetErrorMessage(), kIconExclamation);
+        desk->ShowMessage(GetErrorMessage(), kWarningStyle);
 }
 
 CFileException::CFileException(Cause cause, AString path)

@@ -109,6 +109,9 @@ enum ShowCommand : int {
     kShowRestore = 9,
 };
 
+/// The style of a message box that warns: one button, the exclamation mark.
+inline constexpr int kWarningStyle = 0x30;
+
 /// How a dialog or a message box ends.
 enum DialogResult : int {
     kIdOk = 1,

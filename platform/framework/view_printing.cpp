@@ -6,12 +6,6 @@
 #include "print_info.h"
 #include "view.h"
 
-namespace {
-
-constexpr int kIconExclamation = 48;
-
-} // namespace
-
 const CommandMap& CView::GetCommandMap() const {
     static constexpr CommandEntry kEntries[] = {
         Command<&CView::OnFilePrint>(kCommandPrint),
@@ -78,7 +72,7 @@ void CView::PrintJob(CPrintInfo& info) {
     }
     info.m_Printer.reset();
     if (IBackendDesk* const desk = GetBackend(); desk && !good)
-        desk->ShowMessage(u"The document could not be printed.", kIconExclamation);
+        desk->ShowMessage(u"The document could not be printed.", kWarningStyle);
 }
 
 /// @return false: the device has refused

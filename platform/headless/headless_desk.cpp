@@ -45,19 +45,7 @@ void HeadlessDesk::Leave(HeadlessWindow& window) {
     for (HeadlessWindow* other : m_Windows)
         if (other->m_Parent == &window)
             other->m_Parent = nullptr;
-    if (m_Focus == &window)
-        m_Focus = nullptr;
-}
-
-void HeadlessDesk::MoveFocus(HeadlessWindow* to) {
-    HeadlessWindow* const from = m_Focus;
-    if (from == to)
-        return;
-    m_Focus = to;
-    if (from)
-        from->Send(kMsgKillFocus);
-    if (to && m_Focus == to)
-        to->Send(kMsgSetFocus);
+    m_Focus.Forget(window);
 }
 
 int HeadlessDesk::Pump(int limit) {

@@ -7,6 +7,7 @@
 #include <set>
 #include <vector>
 
+#include "focus_holder.h"
 #include "headless_dialog.h"
 #include "headless_printer.h"
 #include "headless_window.h"
@@ -50,7 +51,7 @@ public:
     int Pump(int limit = 1000);
     /// The windows there are, in the order of their making.
     const std::vector<HeadlessWindow*>& GetWindows() const { return m_Windows; }
-    HeadlessWindow* GetFocus() const { return m_Focus; }
+    HeadlessWindow* GetFocus() const { return m_Focus.Get(); }
 
     /// @name How the desk stands and answers
     /// @{
@@ -101,11 +102,10 @@ private:
     void Enter(HeadlessWindow& window) { m_Windows.push_back(&window); }
     void Leave(HeadlessWindow& window);
     void Queue(const PostedMessage& message) { m_Posted.push_back(message); }
-    void MoveFocus(HeadlessWindow* to);
     void PaintInvalid();
 
     std::vector<HeadlessWindow*> m_Windows;
-    HeadlessWindow* m_Focus = nullptr;
+    FocusHolder<HeadlessWindow> m_Focus;
     std::deque<PostedMessage> m_Posted;
     CSize m_ScreenSize{1280, 1024};
     CellGrid m_Screen;

@@ -107,7 +107,7 @@ void HeadlessWindow::SetCaret(const CRect* caret) {
 }
 
 void HeadlessWindow::SetFocus() {
-    m_Desk.MoveFocus(this);
+    m_Desk.m_Focus.Move(this);
 }
 
 void HeadlessWindow::Post(unsigned message, std::uintptr_t first, std::intptr_t second) {

@@ -146,7 +146,7 @@ IBackendSurface& FrameWindow::GetSurface() {
 }
 
 void FrameWindow::SetFocus() {
-    m_Seat.MoveFocus(this);
+    m_Seat.m_Focus.Move(this);
 }
 
 void FrameWindow::SetTitle(const AString& title) {

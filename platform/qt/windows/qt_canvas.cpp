@@ -187,7 +187,7 @@ void Canvas::timerEvent(QTimerEvent* event) {
 void Canvas::focusInEvent(QFocusEvent*) {
     const QPointer<Canvas> guard(this);
     if (m_Window)
-        m_Window->GetSeat().MoveFocus(m_Window);
+        m_Window->GetSeat().m_Focus.Move(m_Window);
     if (!guard || !m_Window || !m_Window->GetCaret())
         return;
     RestartBlinking();
@@ -200,8 +200,8 @@ void Canvas::focusOutEvent(QFocusEvent* event) {
         ShowPart(*m_Window->GetCaret());
     // A menu borrows the keyboard; the window keeps the focus meanwhile.
     if (m_Window && event->reason() != Qt::PopupFocusReason &&
-        m_Window->GetSeat().GetFocus() == m_Window)
-        m_Window->GetSeat().MoveFocus(nullptr);
+        m_Window->GetSeat().m_Focus.Get() == m_Window)
+        m_Window->GetSeat().m_Focus.Move(nullptr);
 }
 
 void Canvas::inputMethodEvent(QInputMethodEvent* event) {

@@ -47,25 +47,13 @@ void QtSeat::Leave(QtWindow& window) {
     std::erase_if(m_Frames, [&](const FrameWindow* frame) { return frame == &window; });
     if (m_Showing == &window)
         m_Showing = nullptr;
-    if (m_Focus == &window)
-        m_Focus = nullptr;
+    m_Focus.Forget(window);
 }
 
 FrameWindow* QtSeat::GetFrameOf(const QWidget* shell) const {
     const auto place = std::ranges::find_if(
         m_Frames, [&](FrameWindow* frame) { return frame->GetWidget() == shell; });
     return place == m_Frames.end() ? nullptr : *place;
-}
-
-void QtSeat::MoveFocus(QtWindow* to) {
-    QtWindow* const from = m_Focus;
-    if (from == to)
-        return;
-    m_Focus = to;
-    if (from)
-        from->Send(kMsgKillFocus);
-    if (to && m_Focus == to)
-        to->Send(kMsgSetFocus);
 }
 
 void QtSeat::SetFrameArea(QMdiArea* area) {

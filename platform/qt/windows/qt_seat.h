@@ -8,6 +8,7 @@
 #include <QObject>
 #include <QPointer>
 
+#include "focus_holder.h"
 #include "image_surface.h"
 #include "qt_desk.h"
 
@@ -28,10 +29,6 @@ public:
     /// Forgets a window that ends.
     void Leave(QtWindow& window);
     FrameWindow* GetFrameOf(const QWidget* shell) const;
-
-    QtWindow* GetFocus() const { return m_Focus; }
-    /// Tells the windows concerned, first the one that loses the focus; null: nobody gets it.
-    void MoveFocus(QtWindow* to);
 
     void SetFrameArea(QMdiArea* area);
     QMdiArea* GetFrameArea() const { return m_Area; }
@@ -55,6 +52,7 @@ public:
     /// For measuring.
     IBackendSurface& GetScreen();
 
+    FocusHolder<QtWindow> m_Focus;
     FrameHooks m_Hooks;
     const QtFont m_DefaultFont;
     std::optional<PdfOutput> m_PdfOutput;
@@ -65,7 +63,6 @@ public:
 
 private:
     std::vector<FrameWindow*> m_Frames;
-    QtWindow* m_Focus = nullptr;
     QPointer<QMdiArea> m_Area;
     QMetaObject::Connection m_AreaActivates;
     Qt::KeyboardModifiers m_Modifiers;

@@ -136,8 +136,8 @@ void ViewWindow::SetCaret(const CRect* caret) {
 }
 
 void ViewWindow::SetFocus() {
-    m_Seat.MoveFocus(this);
-    if (m_Area && m_Seat.GetFocus() == this)
+    m_Seat.m_Focus.Move(this);
+    if (m_Area && m_Seat.m_Focus.Get() == this)
         m_Area->GetCanvas().setFocus();
 }
 
