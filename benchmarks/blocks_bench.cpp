@@ -1,5 +1,6 @@
-// Trees of blocks: text to tree and back, binary to tree and back, memory, look-ups and the index,
-// beside the libraries that a user would pick instead, on the same tree in each one's form.
+// Trees of blocks: text to tree and back, binary to tree and back, release, memory, look-ups and
+// the index, beside the libraries that a user would pick instead, on the same tree in each one's
+// form.
 
 #include <malloc.h>
 
@@ -15,6 +16,7 @@
 #include "block_named_value.h"
 #include "block_peers.h"
 #include "block_text.h"
+#include "block_turns.h"
 #include "peer_bench.h"
 #include "raw_streambufs.h"
 #include "token_istream.h"
@@ -24,8 +26,7 @@ namespace {
 
 using namespace io;
 
-constexpr int kRounds = 9;
-constexpr const char* kUnit = "ns/item";
+constexpr int kRounds = 15;
 
 void Check(bool isGood, const char* what) {
     if (isGood)
@@ -87,54 +88,62 @@ std::size_t UsedBytes() {
     return info.uordblks + info.hblkhd;
 }
 
-/// Rows for reading into a fresh T: the time, one round untimed, and the memory that it then holds.
+const std::string kReadText = "blocks: text to tree";
+const std::string kWriteText = "blocks: tree to text";
+const std::string kReadBinary = "blocks: binary to tree";
+const std::string kWriteBinary = "blocks: tree to binary";
+
+/// Reading into a fresh T, which is released before anybody else's turn.
 template <class T, class Parse>
-void Read(const std::string& work, const std::string& who, int rounds, Parse parse) {
-    auto tree = std::make_unique<T>();
+void Read(work::Turns& turns, const std::string& work, const std::string& who, int rounds,
+          Parse parse) {
+    const auto tree = std::make_shared<std::unique_ptr<T>>();
+    const auto make = [tree] { *tree = std::make_unique<T>(); };
+    const auto read = [tree, parse] { parse(**tree); };
+    const auto release = [tree] { tree->reset(); };
+    if (work != kReadText) {
+        turns.Add(work, who, rounds, {make, read, release});
+        return;
+    }
+    turns.Add(work, who, rounds, {make, read, {}});
+    turns.Add("blocks: release of the tree", who, rounds, {{}, release, {}});
+    make();
     const std::size_t before = UsedBytes();
-    parse(*tree);
-    const std::size_t after = UsedBytes();
-    if (work == "blocks: text to tree")
-        bench::Row("blocks: memory held by the tree", who, "MB",
-                   static_cast<double>(after - before) / 1e6);
-    const double time = bench::TimeOf(
-        rounds, [&] { tree = std::make_unique<T>(); }, [&] { parse(*tree); });
-    bench::Row(work, who, kUnit, time / work::kLeafItems);
+    read();
+    bench::Row("blocks: memory held by the tree", who, "MB",
+               static_cast<double>(UsedBytes() - before) / 1e6);
+    release();
 }
 
 template <class Write>
-void WriteTree(const std::string& work, const std::string& who, Write write) {
-    write();
-    bench::Row(work, who, kUnit, bench::TimeOf(kRounds, write) / work::kLeafItems);
+void WriteTree(work::Turns& turns, const std::string& work, const std::string& who, Write write) {
+    turns.Add(work, who, kRounds, {{}, write, {}});
 }
 
-void Ours(std::string& text) {
-    Read<CBlock>("blocks: text to tree", "quorel", kRounds,
-                 [&](CBlock& tree) { ReadBytes(text, tree); });
-    CBlock tree;
-    ReadBytes(text, tree);
+void Ours(work::Turns& turns, std::string& text, const CBlock& tree) {
     Check(!tree.HasErrors(true) && WriteBytes(tree, 0) == text, "the text does not come back");
-    WriteTree("blocks: tree to text", "quorel", [&] { bench::Keep(WriteBytes(tree, 0)); });
-    WriteTree("blocks: tree to binary", "quorel", [&] { bench::Keep(WriteBytes(tree, kBinary)); });
-    std::string binary = WriteBytes(tree, kBinary);
-    Read<CBlock>("blocks: binary to tree", "quorel", kRounds,
-                 [&](CBlock& read) { ReadBytes(binary, read); });
+    Read<CBlock>(turns, kReadText, "quorel", kRounds, [&](CBlock& read) { ReadBytes(text, read); });
+    WriteTree(turns, kWriteText, "quorel", [&] { bench::Keep(WriteBytes(tree, 0)); });
+    WriteTree(turns, kWriteBinary, "quorel", [&] { bench::Keep(WriteBytes(tree, kBinary)); });
+    const auto binary = std::make_shared<std::string>(WriteBytes(tree, kBinary));
+    Read<CBlock>(turns, kReadBinary, "quorel", kRounds,
+                 [binary](CBlock& read) { ReadBytes(*binary, read); });
 }
 
-void RapidJson(const std::string& json) {
+void RapidJson(work::Turns& turns, const std::string& json) {
     using Document = rapidjson::Document;
     const auto parse = [&](Document& document) {
         document.Parse<rapidjson::kParseFullPrecisionFlag>(json.data(), json.size());
         Check(!document.HasParseError(), "JSON does not parse");
     };
-    Read<Document>("blocks: text to tree", "RapidJSON", kRounds, parse);
-    Document document;
-    parse(document);
-    WriteTree("blocks: tree to text", "RapidJSON", [&] {
+    Read<Document>(turns, kReadText, "RapidJSON", kRounds, parse);
+    const auto document = std::make_shared<Document>();
+    parse(*document);
+    WriteTree(turns, kWriteText, "RapidJSON", [document] {
         rapidjson::StringBuffer buffer;
         rapidjson::PrettyWriter<rapidjson::StringBuffer> writer(buffer);
         writer.SetIndent('\t', 1);
-        document.Accept(writer);
+        document->Accept(writer);
         bench::Keep(buffer.GetSize());
     });
 }
@@ -151,60 +160,59 @@ struct Number_walk : pugi::xml_tree_walker {
     double sum = 0;
 };
 
-void PugiXml(const std::string& xml) {
+void PugiXml(work::Turns& turns, const std::string& xml) {
     const auto parse = [&](pugi::xml_document& document) {
         Check(document.load_buffer(xml.data(), xml.size()), "XML does not parse");
         Number_walk walk;
         document.traverse(walk);
         bench::Keep(walk.sum);
     };
-    Read<pugi::xml_document>("blocks: text to tree", "pugixml", kRounds, parse);
-    pugi::xml_document document;
-    parse(document);
+    Read<pugi::xml_document>(turns, kReadText, "pugixml", kRounds, parse);
+    const auto document = std::make_shared<pugi::xml_document>();
+    parse(*document);
     struct Writer : pugi::xml_writer {
         std::string bytes;
         void write(const void* data, std::size_t size) override {
             bytes.append(static_cast<const char*>(data), size);
         }
     };
-    WriteTree("blocks: tree to text", "pugixml", [&] {
+    WriteTree(turns, kWriteText, "pugixml", [document] {
         Writer writer;
-        document.save(writer, "\t");
+        document->save(writer, "\t");
         bench::Keep(writer.bytes);
     });
 }
 
-void NlohmannJson(const std::string& json) {
+void NlohmannJson(work::Turns& turns, const std::string& json) {
     using Json = nlohmann::json;
-    Read<Json>("blocks: text to tree", "nlohmann-json", kRounds,
+    Read<Json>(turns, kReadText, "nlohmann-json", kRounds,
                [&](Json& tree) { tree = Json::parse(json); });
-    const Json tree = Json::parse(json);
-    WriteTree("blocks: tree to text", "nlohmann-json", [&] { bench::Keep(tree.dump(1, '\t')); });
-    WriteTree("blocks: tree to binary", "MessagePack, nlohmann-json",
-              [&] { bench::Keep(Json::to_msgpack(tree)); });
-    const std::vector<std::uint8_t> bytes = Json::to_msgpack(tree);
-    Read<Json>("blocks: binary to tree", "MessagePack, nlohmann-json", kRounds,
-               [&](Json& read) { read = Json::from_msgpack(bytes); });
+    const auto tree = std::make_shared<const Json>(Json::parse(json));
+    WriteTree(turns, kWriteText, "nlohmann-json", [tree] { bench::Keep(tree->dump(1, '\t')); });
+    const char* const who = "MessagePack, nlohmann-json";
+    WriteTree(turns, kWriteBinary, who, [tree] { bench::Keep(Json::to_msgpack(*tree)); });
+    Read<Json>(turns, kReadBinary, who, kRounds,
+               [bytes = Json::to_msgpack(*tree)](Json& read) { read = Json::from_msgpack(bytes); });
 }
 
-void Protobuf(const peers::Block& tree) {
+void Protobuf(work::Turns& turns, const peers::Block& tree) {
     using google::protobuf::TextFormat;
     std::string text, binary;
     TextFormat::PrintToString(tree, &text);
     Check(tree.SerializeToString(&binary), "protobuf does not write");
-    Read<peers::Block>("blocks: text to tree", "protobuf text", 3,
-                       [&](peers::Block& read) { TextFormat::ParseFromString(text, &read); });
-    Read<peers::Block>("blocks: binary to tree", "protobuf", kRounds,
-                       [&](peers::Block& read) { read.ParseFromString(binary); });
-    WriteTree("blocks: tree to binary", "protobuf", [&] {
+    Read<peers::Block>(turns, kReadText, "protobuf text", 3,
+                       [text](peers::Block& read) { TextFormat::ParseFromString(text, &read); });
+    Read<peers::Block>(turns, kReadBinary, "protobuf", kRounds,
+                       [binary](peers::Block& read) { read.ParseFromString(binary); });
+    WriteTree(turns, kWriteBinary, "protobuf", [&tree] {
         std::string bytes;
         tree.SerializeToString(&bytes);
         bench::Keep(bytes);
     });
 }
 
-void YamlCpp(const std::string& yaml) {
-    Read<YAML::Node>("blocks: text to tree", "yaml-cpp", 1,
+void YamlCpp(work::Turns& turns, const std::string& yaml) {
+    Read<YAML::Node>(turns, kReadText, "yaml-cpp", 1,
                      [&](YAML::Node& tree) { tree = YAML::Load(yaml); });
 }
 
@@ -277,12 +285,14 @@ int main() {
     CBlock tree;
     ReadBytes(text, tree);
     const work::BlockPeers peers(tree);
-    Ours(text);
-    RapidJson(peers.GetJson());
-    PugiXml(peers.GetXml());
-    NlohmannJson(peers.GetJson());
-    Protobuf(peers.GetProto());
-    YamlCpp(peers.GetYaml());
+    work::Turns turns;
+    Ours(turns, text, tree);
+    RapidJson(turns, peers.GetJson());
+    PugiXml(turns, peers.GetXml());
+    NlohmannJson(turns, peers.GetJson());
+    Protobuf(turns, peers.GetProto());
+    YamlCpp(turns, peers.GetYaml());
+    turns.Run(work::kLeafItems);
     LookUps(100000, "quorel");
     LookUps(1000, "quorel, 1,000 items");
     Seeks();

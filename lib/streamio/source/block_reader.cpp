@@ -9,17 +9,18 @@ namespace io {
 class Block_reader::Children {
 public:
     explicit Children(Block_reader& reader)
-        : mStack(reader.mChildren), mFirst(reader.mChildren.size()) {}
+        : mReader(reader), mStack(reader.mChildren), mFirst(mStack.size()) {}
     Children(const Children&) = delete;
     Children& operator=(const Children&) = delete;
     ~Children() { mStack.resize(mFirst); }
 
     void Add(Block_hold<CBlock_item>&& child) { mStack.push_back(std::move(child)); }
     void MoveTo(Item_list& list) {
-        list.append_moved(mStack.data() + mFirst, mStack.size() - mFirst);
+        mReader.mArena.Fill(list, mStack.data() + mFirst, mStack.size() - mFirst);
     }
 
 private:
+    Block_reader& mReader;
     std::vector<Block_hold<CBlock_item>>& mStack;
     std::size_t mFirst;
 };
@@ -235,7 +236,7 @@ ReadError Block_reader::ReadVec(CBlock_vec& vec) {
 ReadError Block_reader::ReadVecBody(CBlock_vec& vec) {
     mElements.clear();
     const ReadError error = ReadElements();
-    vec.mElements.append_moved(mElements.data(), mElements.size());
+    mArena.Fill(vec.mElements, mElements.data(), mElements.size());
     vec.mCursor = 0;
     vec.mFound = 1;
     return error;

@@ -21,30 +21,41 @@ void Item_arena::Release(Slab& slab) noexcept {
         ::operator delete(static_cast<void*>(&slab), std::align_val_t(kSlabAlignment));
 }
 
-bool Item_arena::NextSlab() {
-    if (!kHasSlabs || mItemCount++ < kFirstItems)
-        return false;
+Item_arena::~Item_arena() {
+    mItems.Leave();
+    mLists.Leave();
+}
+
+bool Item_arena::HasManyItems() noexcept {
+    mHasSlabs = kHasSlabs && ++mItemCount > kFirstItems;
+    return mHasSlabs;
+}
+
+void Item_arena::Filling::Next() {
     /// Leaves room for what the allocator keeps between two slabs.
     constexpr std::size_t kSlabBytes = kSlabAlignment - 64;
     void* const room = ::operator new(kSlabBytes, std::align_val_t(kSlabAlignment));
-    LeaveSlab();
+    Leave();
     new (room) Slab{1};
     constexpr std::size_t kHeadBytes = 16;
     static_assert(sizeof(Slab) <= kHeadBytes);
-    mNext = static_cast<char*>(room) + kSlabBytes;
-    mLeft = kSlabBytes - kHeadBytes;
-    return true;
+    end = static_cast<char*>(room) + kSlabBytes;
+    left = kSlabBytes - kHeadBytes;
 }
 
-void Item_arena::LeaveSlab() noexcept {
-    if (mNext)
-        Release(SlabOf(mNext - 1));
+void Item_arena::Filling::Leave() noexcept {
+    if (end)
+        Release(SlabOf(end - 1));
 }
 
 void Item_arena::Destroy(CBlock_item& item) noexcept {
     Slab& slab = SlabOf(&item);
     item.~CBlock_item();
     Release(slab);
+}
+
+void ReleaseArenaRoom(void* room) noexcept {
+    Item_arena::Release(Item_arena::SlabOf(room));
 }
 
 } // namespace io

@@ -242,6 +242,31 @@ TEST(Block_items, AreSharedAndGoWithTheLastPointer) {
     EXPECT_EQ(DumpItem(tree), "B{x=1i}");
 }
 
+/// What is read in numbers shares memory; none of it may go, or be grown into, while it is in use.
+TEST(Block_items, ThatWereReadTogetherChangeAndStayOneByOne) {
+    AString text(u"$begin A\n");
+    for (int i = 0; i < 500; ++i)
+        text += u"f(1, b='longer text')\nv[3: 1, 2, 3]\n$begin C\nx=1\ny=2\n$end C\n";
+    CBlock tree;
+    ASSERT_TRUE(tree.FromString(text + u"$end A\n"));
+    std::vector<CBlockItemPtr> items(tree.begin(), tree.end());
+    tree.Clear();
+    items.erase(items.begin(), items.end() - 6); // all but two rows
+    const CBlock_ptr<CBlock_func> func(items[3]);
+    const CBlock_ptr<CBlock_vec> vec(items[4]);
+    const CBlock_ptr<CBlock> block(items[5]);
+    *func << 3 << func->GetArg(1);
+    vec->Add(CToken(TokenKind::Int, 4));
+    block->Remove(block->begin());
+    block->Add(*func);
+    std::string dump;
+    for (const CBlockItemPtr& item : items)
+        dump += DumpItem(*item) + " ";
+    const std::string f = "f(1i, b='longer text'", v = "v[1i 2i 3i";
+    EXPECT_EQ(dump, f + ") " + v + "] C{x=1i; y=2i} " + f + ", 3i, b='longer text') " + v +
+                        " 4i] C{y=2i; " + f + ", 3i, b='longer text')} ");
+}
+
 TEST(Block_items, AnItemThatIsStillHeldMustNotGo) {
     const bool wereIgnored = std::exchange(gIgnoreAllAsserts, false);
     std::string asserted;
