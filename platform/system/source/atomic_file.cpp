@@ -1,5 +1,6 @@
 #include "atomic_file.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
@@ -86,7 +87,7 @@ Status AtomicFile::Open(const std::string& path) {
         return Fail("write", errno);
     }
     Status status = CreateBeside(FollowLinks(path), kPrivate);
-    if (status) {
+    if (status && Before(FileStep::takeOver) == 0) {
         TakeOver(mDescriptor, old);
     }
     return status;
@@ -94,6 +95,9 @@ Status AtomicFile::Open(const std::string& path) {
 
 Status AtomicFile::CreateBeside(const std::string& path, unsigned mode) {
     mTarget = path;
+    if (const int error = Before(FileStep::create)) {
+        return Fail("write beside", error);
+    }
     FileDescriptor file = CreateUniqueFile(DirectoryOf(path) + ".quorel-", mode, mTemporary);
     if (!file.IsOpen()) {
         mTemporary.clear();
@@ -110,15 +114,26 @@ Status AtomicFile::Write(std::string_view bytes) {
     if (mDescriptor < 0) {
         return Fail("write", EBADF);
     }
-    const int error = WriteAll(mDescriptor, bytes);
-    return error == 0 ? Status() : Fail("write", error);
+    for (; !bytes.empty(); bytes.remove_prefix(std::min(bytes.size(), kMaxPiece))) {
+        const int refusal = Before(FileStep::write);
+        const int error =
+            refusal != 0 ? refusal : WriteAll(mDescriptor, bytes.substr(0, kMaxPiece));
+        if (error != 0) {
+            return Fail("write", error);
+        }
+    }
+    return {};
 }
 
 Status AtomicFile::FlushAndClose() {
+    int flushError = Before(FileStep::flush);
     // A device or pipe can't be flushed.
-    const bool isFlushed = mTemporary.empty() || ::fsync(mDescriptor) == 0;
-    const int flushError = isFlushed ? 0 : errno;
-    const int closeError = FileDescriptor(std::exchange(mDescriptor, -1)).Close();
+    if (flushError == 0 && !mTemporary.empty() && ::fsync(mDescriptor) != 0) {
+        flushError = errno;
+    }
+    const int refusal = Before(FileStep::close);
+    const int closed = FileDescriptor(std::exchange(mDescriptor, -1)).Close();
+    const int closeError = refusal != 0 ? refusal : closed;
     const int error = flushError != 0 ? flushError : closeError;
     return error == 0 ? Status() : Fail("write", error);
 }
@@ -129,11 +144,17 @@ Status AtomicFile::Commit() {
         status = FlushAndClose();
     }
     if (status && !mTemporary.empty()) {
-        if (::rename(mTemporary.c_str(), mTarget.c_str()) == 0) {
+        int error = Before(FileStep::rename);
+        if (error == 0 && ::rename(mTemporary.c_str(), mTarget.c_str()) != 0) {
+            error = errno;
+        }
+        if (error == 0) {
             mTemporary.clear();
-            FlushDirectory(DirectoryOf(mTarget));
+            if (Before(FileStep::flushDirectory) == 0) {
+                FlushDirectory(DirectoryOf(mTarget));
+            }
         } else {
-            status = Fail("replace", errno);
+            status = Fail("replace", error);
         }
     }
     Discard();
@@ -143,6 +164,7 @@ Status AtomicFile::Commit() {
 void AtomicFile::Discard() {
     FileDescriptor(std::exchange(mDescriptor, -1)).Close();
     if (!mTemporary.empty()) {
+        static_cast<void>(Before(FileStep::remove)); // what was begun goes, if it can
         ::unlink(mTemporary.c_str());
         mTemporary.clear();
     }
