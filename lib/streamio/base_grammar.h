@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -184,9 +185,9 @@ public:
         bool isUsual;
     };
     /// The tables as they follow from flags and transitions; worked out at the first call after a
-    /// change.
+    /// change, by whichever thread comes first.
     const FastTables& GetFast() const {
-        if (!mIsFastValid)
+        if (!mIsFastValid.load(std::memory_order_acquire))
             MakeFast();
         return *mFast;
     }
@@ -224,10 +225,11 @@ protected:
 
 private:
     void MakeFast() const;
+    TokenKind Scan(const FastTables& fast, std::u16string_view text, std::size_t& stop) const;
     FastTables::First FindFirst(char16_t ch) const;
 
     mutable std::unique_ptr<FastTables> mFast;
-    mutable bool mIsFastValid = false;
+    mutable std::atomic<bool> mIsFastValid = false;
 };
 
 } // namespace io

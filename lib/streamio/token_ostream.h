@@ -111,6 +111,7 @@ private:
     /// As they were when the base index was written first: they decide its size.
     AString mIndexBeginWord, mIndexEndWord;
     char16_t mIndexIndentChar = u'\t';
+    bool mIndexCrLf = false;
 };
 
 } // namespace io

@@ -216,6 +216,7 @@ public:
     void SetEncoding(StreamEncoding encoding) { SetForReading(mEncoding, encoding); }
     /// Sets a locale for reading, and encoding Locale.
     void SetLocale(const std::locale& locale);
+    bool GetCrLf() const noexcept { return mCrLf; }
     /// Output: lines end with CR LF.
     bool SetCrLf(bool isCrLf) noexcept { return std::exchange(mCrLf, isCrLf); }
 

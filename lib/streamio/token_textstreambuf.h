@@ -95,6 +95,8 @@ private:
                (state == kStateWhiteSpace && !mKeepWhiteSpace);
     }
     void AppendRun();
+    template <bool isUtf8>
+    void AppendRunOf();
     std::uint32_t FoldCase(std::uint32_t ch) const;
     bool IsFolding() const noexcept { return mCaseMode <= CaseMode::Lower; }
     TokenKind GetWordKind(std::u16string_view word) const;

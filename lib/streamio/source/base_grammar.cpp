@@ -1,6 +1,7 @@
 #include "base_grammar.h"
 
 #include <algorithm>
+#include <mutex>
 
 #include "assertion.h"
 #include "grammar_tables.h"
@@ -63,6 +64,15 @@ bool HasUsualNumbers(const CBase_grammar::FastTables& fast) {
         return (step.state == kStateFirstZero && !hasFirstZero) ||
                std::all_of(step.characters.begin(), step.characters.end(),
                            [&](char16_t ch) { return fast.next[step.state][ch] == step.next; });
+    });
+}
+
+/// Whether blanks go on over what they begin with, and nothing else.
+bool HasUsualBlanks(const CBase_grammar::FastTables& fast) {
+    return std::all_of(std::begin(fast.first), std::end(fast.first), [&](const auto& first) {
+        const auto ch = static_cast<std::size_t>(&first - fast.first);
+        const bool isKept = fast.next[kStateWhiteSpace][ch] == kStateWhiteSpace;
+        return isKept == (first == CBase_grammar::FastTables::First::kBlank);
     });
 }
 
@@ -169,6 +179,10 @@ bool CBase_grammar::ClassifyCommon(int ch, CharClass& charClass,
 }
 
 void CBase_grammar::MakeFast() const {
+    static std::mutex mutex; // of all grammars, since none is made often
+    const std::lock_guard lock(mutex);
+    if (mIsFastValid)
+        return;
     if (!mFast)
         mFast = std::make_unique<FastTables>();
     for (int ch = 0; ch < 0x100; ++ch) {
@@ -181,14 +195,15 @@ void CBase_grammar::MakeFast() const {
     }
     for (char16_t ch = 0; ch < 0x100; ++ch)
         mFast->first[ch] = FindFirst(ch);
-    mFast->isUsual = HasUsualNumbers(*mFast);
+    mFast->isUsual = HasUsualNumbers(*mFast) && HasUsualBlanks(*mFast);
     for (unsigned state = 0; state < kStateCount; ++state)
         mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
-    mIsFastValid = true;
     for (char16_t ch = 0; ch < 0x100; ++ch) {
-        TokenKind kind;
-        mFast->alone[ch] = IsOneToken({&ch, 1}, kind) ? kind : TokenKind::Null;
+        std::size_t stop = 0;
+        const TokenKind kind = Scan(*mFast, {&ch, 1}, stop);
+        mFast->alone[ch] = stop == 1 ? kind : TokenKind::Null;
     }
+    mIsFastValid.store(true, std::memory_order_release);
 }
 
 CBase_grammar::FastTables::First CBase_grammar::FindFirst(char16_t ch) const {
@@ -218,7 +233,11 @@ CBase_grammar::FastTables::First CBase_grammar::FindFirst(char16_t ch) const {
 }
 
 TokenKind CBase_grammar::Scan(std::u16string_view text, std::size_t& stop) const {
-    const FastTables& fast = GetFast();
+    return Scan(GetFast(), text, stop);
+}
+
+TokenKind CBase_grammar::Scan(const FastTables& fast, std::u16string_view text,
+                              std::size_t& stop) const {
     const auto next = [&](unsigned state) {
         const char16_t ch = stop < text.size() ? text[stop] : u'\0';
         return ch < 0x100 ? fast.next[state][ch] : NextState(state, ch);

@@ -9,18 +9,18 @@ namespace io {
 
 /// The buffered units, of which those below `limit` are characters that the grammar's tables know;
 /// in UTF-8 the others begin sequences.
+template <bool isUtf8>
 struct Text_run {
-    Text_run(const CRawStreambuf& raw, const CBase_grammar& itsGrammar, StreamEncoding encoding)
+    Text_run(const CRawStreambuf& raw, const CBase_grammar& itsGrammar)
         : begin(RawArea::Begin(raw)), end(RawArea::End(raw)), grammar(itsGrammar),
-          fast(itsGrammar.GetFast()), isUtf8(encoding == StreamEncoding::Utf8),
-          limit(isUtf8 ? 0x80 : 0x100) {}
+          fast(itsGrammar.GetFast()) {}
+
+    static constexpr char16_t limit = isUtf8 ? 0x80 : 0x100;
 
     const char16_t* begin; ///< where the raw stream stands
     const char16_t* end;
     const CBase_grammar& grammar;
     const CBase_grammar::FastTables& fast;
-    bool isUtf8;
-    char16_t limit;
 
     bool Knows(const char16_t* p) const noexcept { return p < end && *p < limit; }
     unsigned Next(unsigned state, const char16_t* p) const noexcept { return fast.next[state][*p]; }

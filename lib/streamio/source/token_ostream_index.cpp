@@ -53,6 +53,7 @@ bool CToken_ostream::BuildIndex(unsigned flags) {
     mIndexBeginWord = mBeginWord;
     mIndexEndWord = mEndWord;
     mIndexIndentChar = mIndentChar;
+    mIndexCrLf = mTokenStreamBuf->GetCrLf();
     const Plain_scope plain(*this, *mStream);
     WriteBaseIndex(BeginPos());
     mBuildIndex = true;
@@ -101,7 +102,9 @@ void CToken_ostream::WriteBaseIndex(const CAbstract_stream_pos& index) {
     const int oldWidth = SetWidth(kNumberWidth);
     const char16_t oldFill = SetFill(u'0');
     const int oldIndentWidth = SetIndentWidth(kBaseIndentWidth);
+    const bool oldCrLf = mTokenStreamBuf->SetCrLf(mIndexCrLf);
     base.Write(*this);
+    mTokenStreamBuf->SetCrLf(oldCrLf);
     SetIndentWidth(oldIndentWidth);
     SetFill(oldFill);
     SetWidth(oldWidth);

@@ -182,7 +182,12 @@ void CToken_textstreambuf::AppendRun() {
     if (!mPushBack.IsEmpty() ||
         (handler != StateHandler::Append && handler != StateHandler::KeepIf))
         return;
-    const Text_run run(*mTokenStreamBuf, *mGrammar, mEncoding);
+    mEncoding == StreamEncoding::Utf8 ? AppendRunOf<true>() : AppendRunOf<false>();
+}
+
+template <bool isUtf8>
+void CToken_textstreambuf::AppendRunOf() {
+    const Text_run<isUtf8> run(*mTokenStreamBuf, *mGrammar);
     const char16_t* const stop = run.Skip(mState, run.begin);
     if (!IsDropped(mState))
         mText.append(run.begin, stop);

@@ -120,12 +120,15 @@ public:
     static std::ptrdiff_t Read(CToken_textstreambuf& buffer);
 
 private:
-    template <bool kIsStopped>
+    template <bool kIsUtf8, bool kIsStopped>
     class Reader;
+    template <bool kIsUtf8>
+    static std::ptrdiff_t ReadOf(CToken_textstreambuf& buffer);
 
     /// Behind a line end near the end of what is buffered, which ends every token in front of it
     /// but quoted text; the beginning if there is none.
-    static const char16_t* FindStop(const Text_run& run) {
+    template <bool kIsUtf8>
+    static const char16_t* FindStop(const Text_run<kIsUtf8>& run) {
         constexpr std::ptrdiff_t kFar = 256;
         constexpr std::uint32_t kRuns =
             1U << kStateComment | 1U << kStateWhiteSpace | 1U << kStateWord;
@@ -141,11 +144,12 @@ private:
 
 /// With kIsStopped the unit in front of `stop` is a line end, so that a run needs no look at where
 /// the buffer ends; only tokens in front of `stop` are read then.
-template <bool kIsStopped>
-class Text_runs::Reader : private Text_run {
+template <bool kIsUtf8, bool kIsStopped>
+class Text_runs::Reader : private Text_run<kIsUtf8> {
 public:
-    ALWAYS_INLINE Reader(CToken_textstreambuf& buffer, const Text_run& run, const char16_t* stop)
-        : Text_run(run), mBuffer(buffer), mStop(stop), mStart(begin), mEntry(buffer.mBatch.entries),
+    using Run = Text_run<kIsUtf8>;
+    ALWAYS_INLINE Reader(CToken_textstreambuf& buffer, const Run& run, const char16_t* stop)
+        : Run(run), mBuffer(buffer), mStop(stop), mStart(begin), mEntry(buffer.mBatch.entries),
           mLast(mEntry + buffer.mBatch.most) {}
 
     /// Reads until the batch is full, or a token comes that is none of the usual ones.
@@ -160,16 +164,22 @@ public:
 
 private:
     using First = CBase_grammar::FastTables::First;
+    using Run::begin;
+    using Run::end;
+    using Run::fast;
+    using Run::grammar;
+    using Run::limit;
+    using Run::Next;
 
     /// True when there is room for a token, and one begins that may be usual.
     ALWAYS_INLINE bool HasNext() const noexcept {
         return mEntry != mLast && mStart < mStop && *mStart < limit;
     }
     ALWAYS_INLINE bool Knows(const char16_t* p) const noexcept {
-        return kIsStopped ? *p < limit : Text_run::Knows(p);
+        return kIsStopped ? *p < limit : Run::Knows(p);
     }
     ALWAYS_INLINE const char16_t* Skip(unsigned state, const char16_t* p) const {
-        return kIsStopped ? SkipToStop(state, p) : Text_run::Skip(state, p);
+        return kIsStopped ? Run::SkipToStop(state, p) : Run::Skip(state, p);
     }
 
     /// Reads one token, or drops what is none; false when it is none of the usual.
@@ -178,10 +188,11 @@ private:
         if (first == First::kBlank) { // most tokens have some in front
             if (mBuffer.mKeepWhiteSpace)
                 return false;
-            mStart = Skip(kStateWhiteSpace, mStart + 1);
-            if (!Knows(mStart))
-                return false;
-            first = fast.first[*mStart];
+            do {
+                if (!Knows(++mStart))
+                    return false;
+                first = fast.first[*mStart];
+            } while (first == First::kBlank);
         }
         switch (first) {
         case First::kComment:
@@ -202,9 +213,11 @@ private:
             return ReadQuoted(kDouble);
         case First::kNumber:
             return ReadNumber();
-        default:
+        case First::kOther:
+        case First::kBlank:
             return false;
         }
+        __builtin_unreachable();
     }
 
     /// The token ends at `stop`.
@@ -289,8 +302,8 @@ private:
 
     ALWAYS_INLINE bool ReadQuoted(Quotes quotes) {
         const char16_t* const start = mStart + 1;
-        const char16_t* const stop = Text_run::Skip(quotes.inside, start);
-        if (!Text_run::Knows(stop))
+        const char16_t* const stop = Run::Skip(quotes.inside, start);
+        if (!Run::Knows(stop))
             return false;
         const unsigned next = Next(quotes.inside, stop);
         if (next != quotes.closed && next != quotes.final)
@@ -327,11 +340,16 @@ private:
     const CToken_batch::Entry* mLast; ///< behind the last one
 };
 
-std::ptrdiff_t Text_runs::Read(CToken_textstreambuf& buffer) {
-    const Text_run run(*buffer.mTokenStreamBuf, *buffer.mGrammar, buffer.mEncoding);
+template <bool kIsUtf8>
+std::ptrdiff_t Text_runs::ReadOf(CToken_textstreambuf& buffer) {
+    const Text_run<kIsUtf8> run(*buffer.mTokenStreamBuf, *buffer.mGrammar);
     const char16_t* const stop = FindStop(run);
-    return stop == run.begin ? Reader<false>(buffer, run, run.end).Read()
-                             : Reader<true>(buffer, run, stop).Read();
+    return stop == run.begin ? Reader<kIsUtf8, false>(buffer, run, run.end).Read()
+                             : Reader<kIsUtf8, true>(buffer, run, stop).Read();
+}
+
+std::ptrdiff_t Text_runs::Read(CToken_textstreambuf& buffer) {
+    return buffer.mEncoding == StreamEncoding::Utf8 ? ReadOf<true>(buffer) : ReadOf<false>(buffer);
 }
 
 /// A number whose value or source text takes more than is done at one go.

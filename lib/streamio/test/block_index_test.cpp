@@ -150,6 +150,7 @@ TEST(Block_index, StandsWhateverIsSetMeanwhile) {
         [](CToken_ostream& out, CRawOstream&) { out.SetBeginWord(u"$b"), out.SetEndWord(u"$e"); },
         [](CToken_ostream&, CRawOstream& raw) { raw.setf(std::ios_base::showpos); },
         [](CToken_ostream& out, CRawOstream&) { out.SetQuoteBlockNames(false); },
+        [](CToken_ostream& out, CRawOstream&) { out.GetTokenStreambuf().SetCrLf(true); },
     };
     for (const Change change : changes) {
         std::stringbuf buffer;

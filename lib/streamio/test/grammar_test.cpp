@@ -1,6 +1,9 @@
 // The grammars: their matrices against the rules in words, classes, scanning, changes.
+#include <atomic>
 #include <map>
 #include <set>
+#include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -269,6 +272,26 @@ private:
     bool mWasIgnoring;
     AssertHandler mOld;
 };
+
+/// A grammar works tables out when it is first used, which may be on several threads at once.
+TEST(Grammar, MayBeReadByManyThreadsFromTheFirstTokenOn) {
+    for (int round = 0; round < 50; ++round) {
+        const CToken_grammar grammar;
+        std::atomic<int> waiting = 4, good = 0;
+        std::vector<std::jthread> threads(4);
+        for (std::jthread& thread : threads)
+            thread = std::jthread([&] {
+                for (--waiting; waiting != 0;) { // all begin together
+                }
+                TokenKind kind;
+                const bool isOne = grammar.IsOneToken(u"abc_1", kind);
+                good += isOne && kind == TokenKind::Keyword &&
+                        grammar.GetFast().alone[u'+'] == TokenKind::Symbol;
+            });
+        threads.clear();
+        EXPECT_EQ(good, 4);
+    }
+}
 
 TEST(Grammar, SharedOnesCannotBeChanged) {
     AssertionCount asserted;
