@@ -22,6 +22,9 @@ inline AString FromQt(const QString& text) {
     return AString(ViewOf(text));
 }
 
+/// Line ends of the clipboard: CR LF in the framework's texts, LF for the programs around.
+QString WithPlainLineEnds(const AString& text);
+
 inline QColor ToQt(ColorRef color) {
     return QColor(static_cast<int>(color & 0xFF), static_cast<int>(color >> 8 & 0xFF),
                   static_cast<int>(color >> 16 & 0xFF));

@@ -1,6 +1,7 @@
 // The canvas's keyboard and pointer: Qt's events become messages.
 
 #include <cmath>
+#include <utility>
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -113,6 +114,7 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
         return;
     const QPointer<Canvas> guard(this);
     SendPointer(kMsgLButtonUp, event->position(), event->modifiers());
+    m_Offered = {}; // what was selected anew is offered anew
     if (guard)
         OfferSelection();
 }
@@ -145,13 +147,17 @@ void Canvas::PasteSelection(QPointF place) {
     seat.m_PrimaryPaste.reset();
 }
 
+/// Offers what is selected to the middle button, unless it is what was offered last.
 void Canvas::OfferSelection() {
     QClipboard& clipboard = *QGuiApplication::clipboard();
     IAccessibleText* text = m_Window ? m_Window->GetSink().GetAccessibleText() : nullptr;
     if (!text || !clipboard.supportsSelection())
         return;
+    const IAccessibleText::Range selection = text->GetSelection();
+    if (std::exchange(m_Offered, selection) == selection)
+        return;
     if (const AString selected = text->GetSelectedText(); !selected.empty())
-        clipboard.setText(ToQt(selected), QClipboard::Selection);
+        clipboard.setText(WithPlainLineEnds(selected), QClipboard::Selection);
 }
 
 void Canvas::wheelEvent(QWheelEvent* event) {

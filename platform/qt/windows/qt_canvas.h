@@ -6,6 +6,7 @@
 #include <QString>
 #include <QWidget>
 
+#include "backend.h"
 #include "geometry.h"
 #include "messages.h"
 
@@ -73,4 +74,5 @@ private:
     bool m_FlushAsked = false;
     QString m_Preedit;
     WheelRest m_WheelRest;
+    IAccessibleText::Range m_Offered; ///< the selection when it was last offered
 };

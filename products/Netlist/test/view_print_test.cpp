@@ -173,6 +173,23 @@ TEST_F(ViewPrintTest, JobsGoThroughTheirSequence) {
     EXPECT_EQ(m_Desk.m_PrintJobs.size(), 4u);
 }
 
+/// A selection is printed when a dialog says so; without one, everything is.
+TEST_F(ViewPrintTest, OnlyADialogAsksForTheSelection) {
+    Open("first\r\nsecond\r\nthird");
+    Drag({1, 0}, {1, 6});
+    const struct {
+        unsigned m_Command;
+        const char* m_Page;
+    } kRows[] = {{kCommandPrint, "100,0 second"},
+                 {kCommandPrintDirect, "100,0 first / 100,20 second / 100,40 third"},
+                 {kCommandPrintPreview, "100,0 first / 100,20 second / 100,40 third"}};
+    for (const auto& row : kRows) {
+        EXPECT_TRUE(Editor().m_Driver->RunCommand(row.m_Command));
+        ASSERT_EQ(m_Desk.m_PrintJobs.back()->m_Pages.size(), 1u);
+        EXPECT_EQ(Dump(m_Desk.m_PrintJobs.back()->m_Pages[0]), row.m_Page) << row.m_Command;
+    }
+}
+
 TEST_F(ViewPrintTest, AJobThatEndsEarlyIsDropped) {
     BreakingDesk breaking(m_Desk);
     const struct {

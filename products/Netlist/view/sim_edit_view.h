@@ -96,6 +96,8 @@ public:
     std::size_t GetSelectionLength() const;
     /// The clipboard's form of the selection: tabs restored, CR LF between rows.
     std::string GetSelectedText() const;
+    /// Whether anything is selected that a copy would take.
+    bool HasWidth() const;
     /// Inserts a text at the caret as a paste does: the views are updated and the caret shown.
     /// Selected text goes first if replaceSelection.
     void PasteText(std::string_view text, bool replaceSelection);

@@ -86,7 +86,8 @@ IAccessibleText::Range CSimEditView::ReaderText::GetSelection() {
 }
 
 AString CSimEditView::ReaderText::GetSelectedText() {
-    return AString::FromMultiByte(AString::kAnsi, m_View.GetSelectedText());
+    return m_View.HasWidth() ? AString::FromMultiByte(AString::kAnsi, m_View.GetSelectedText())
+                             : AString();
 }
 
 IAccessibleText::Range CSimEditView::ReaderText::GetLineAt(int offset) {

@@ -52,10 +52,15 @@ bool CSimEditView::FindBoxTakes(unsigned message) const {
     return true;
 }
 
+bool CSimEditView::HasWidth() const {
+    const TextRange range = SelectedRange();
+    return m_Selected &&
+           (m_BlockSelect ? range.From.Column != range.To.Column : range.From != range.To);
+}
+
 /// @return false when memory or the clipboard fails; a selection without width copies nothing
 bool CSimEditView::CopyToClipboard() const {
-    const TextRange range = SelectedRange();
-    if (m_BlockSelect ? range.From.Column == range.To.Column : range.From == range.To)
+    if (!HasWidth())
         return true;
     IBackendDesk* const desk = GetBackend();
     try {

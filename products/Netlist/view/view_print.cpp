@@ -56,7 +56,8 @@ void PrintLineNumber(LinePainter& painter, const PaperRow& row) {
 } // namespace
 
 bool CSimEditView::OnPreparePrinting(CPrintInfo& info) {
-    info.m_Request.m_AllowSelection = info.m_Request.m_Selection = m_Selected;
+    const bool isAsked = !info.m_Preview && !info.m_Request.m_Direct;
+    info.m_Request.m_AllowSelection = info.m_Request.m_Selection = m_Selected && isAsked;
     return CScrollView::OnPreparePrinting(info);
 }
 
