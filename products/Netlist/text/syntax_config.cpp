@@ -62,6 +62,7 @@ std::string DescriptionPath(std::string_view value, const std::string& sourcePat
 struct DescriptionFile {
     sys::ProfileFile profile;
     KeyNumbers numbers{profile};
+    EntrySize size;
 };
 
 /// One name for all paths of a file; a path that leads to none is its own.
@@ -95,7 +96,7 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
     if (!config.Open(configPath))
         return result;
     EntryAllowance allowance;
-    allowance.Allow(config);
+    allowance.Allow(EntrySize(config));
     KeyNumbers numbers(config);
     std::map<std::string, DescriptionFile> files; // one that several name is opened once
     const std::string list = "SyntaxColoring";
@@ -122,9 +123,11 @@ SyntaxDscrs ReadSyntaxDscrs(const std::string& configPath, const std::string& so
             report.file = DescriptionPath(value, sourcePath);
             const auto [known, isNew] = files.try_emplace(NameOfFile(report.file));
             DescriptionFile& file = known->second;
-            if (isNew)
+            if (isNew) {
                 static_cast<void>(OpenByCopy(file.profile, report.file));
-            allowance.Allow(file.profile);
+                file.size = EntrySize(file.profile);
+            }
+            allowance.Allow(file.size);
             report.unreadable = !file.profile.HasFile();
             ReadDescription(file.profile, file.numbers, *syntax, allowance,
                             reports ? &report.dropped : nullptr);

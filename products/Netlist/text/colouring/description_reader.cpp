@@ -218,20 +218,21 @@ private:
 
 } // namespace
 
-void EntryAllowance::Allow(const sys::ProfileFile& file) {
-    std::size_t entries = 0;
-    std::size_t text = 0;
+EntrySize::EntrySize(const sys::ProfileFile& file) {
     for (std::size_t section = 0; section < file.GetSectionCount(); ++section) {
         entries += file.GetKeyCount(section);
         for (std::size_t key = 0; key < file.GetKeyCount(section); ++key)
-            text += file.GetValue(section, key).size();
+            text += static_cast<std::ptrdiff_t>(file.GetValue(section, key).size());
     }
-    entries = std::min(entries, m_entriesToAllow);
+}
+
+void EntryAllowance::Allow(const EntrySize& size) {
+    const std::size_t entries = std::min(size.entries, m_entriesToAllow);
     m_entriesToAllow -= entries;
     m_entries += entries;
-    const std::ptrdiff_t bytes = std::min(static_cast<std::ptrdiff_t>(text), m_textToAllow);
-    m_textToAllow -= bytes;
-    m_text += bytes;
+    const std::ptrdiff_t text = std::min(size.text, m_textToAllow);
+    m_textToAllow -= text;
+    m_text += text;
 }
 
 bool EntryAllowance::Take() {

@@ -13,6 +13,16 @@
 #include <utility>
 #include <vector>
 
+/// What a file holds.
+struct EntrySize {
+    EntrySize() = default;
+    /// Costs the file's keys.
+    explicit EntrySize(const sys::ProfileFile& file);
+
+    std::size_t entries = 0;
+    std::ptrdiff_t text = 0; ///< bytes of the values
+};
+
 /// What the descriptions of one configuration may take together, however often they name each
 /// other's sections: what the file of each holds, and somewhat more.
 class EntryAllowance {
@@ -21,7 +31,7 @@ public:
     std::size_t faults = 10'000;
 
     /// Allows for the entries that a file holds, for a description that names it.
-    void Allow(const sys::ProfileFile& file);
+    void Allow(const EntrySize& size);
 
     /// Takes an entry. @return false when there is none left
     bool Take();
