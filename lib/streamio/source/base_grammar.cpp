@@ -67,15 +67,6 @@ bool HasUsualNumbers(const CBase_grammar::FastTables& fast) {
     });
 }
 
-/// Whether blanks go on over what they begin with, and nothing else.
-bool HasUsualBlanks(const CBase_grammar::FastTables& fast) {
-    return std::all_of(std::begin(fast.first), std::end(fast.first), [&](const auto& first) {
-        const auto ch = static_cast<std::size_t>(&first - fast.first);
-        const bool isKept = fast.next[kStateWhiteSpace][ch] == kStateWhiteSpace;
-        return isKept == (first == CBase_grammar::FastTables::First::kBlank);
-    });
-}
-
 } // namespace
 
 CBase_grammar::CBase_grammar() : mTrueWord(u"true"), mFalseWord(u"false"), mHexPrefix(u"0x") {
@@ -195,7 +186,7 @@ void CBase_grammar::MakeFast() const {
     }
     for (char16_t ch = 0; ch < 0x100; ++ch)
         mFast->first[ch] = FindFirst(ch);
-    mFast->isUsual = HasUsualNumbers(*mFast) && HasUsualBlanks(*mFast);
+    mFast->isUsual = HasUsualNumbers(*mFast);
     for (unsigned state = 0; state < kStateCount; ++state)
         mFast->isUsual = mFast->isUsual && IsUsualHandler(state, mStateHandler[state]);
     for (char16_t ch = 0; ch < 0x100; ++ch) {

@@ -188,11 +188,10 @@ private:
         if (first == First::kBlank) { // most tokens have some in front
             if (mBuffer.mKeepWhiteSpace)
                 return false;
-            do {
-                if (!Knows(++mStart))
-                    return false;
-                first = fast.first[*mStart];
-            } while (first == First::kBlank);
+            mStart = Skip(kStateWhiteSpace, mStart + 1);
+            if (!Knows(mStart))
+                return false;
+            first = fast.first[*mStart];
         }
         switch (first) {
         case First::kComment:
