@@ -10,6 +10,8 @@
 #include "astring.h"
 #include "quorel_export.h"
 
+class Undo_Manager;
+
 /// A tab of a line: its first column and its width in columns, 1 to 4.
 struct TabSpan {
     int m_Position;
@@ -115,6 +117,9 @@ public:
     /// Replaces records by the journal's, oldest first.
     virtual void GetUndoRecords(std::vector<JournalEntry>& records) = 0;
     virtual void GetRedoRecords(std::vector<JournalEntry>& records) = 0;
+
+    /// The manager of the editor's own commands; null for an editor whose commands its design runs.
+    virtual Undo_Manager* GetUndoManager() { return nullptr; }
 
     /// How often text that was typed or pasted had characters which the 8-bit text can't hold, and
     /// which stand there as question marks: a host tells its user when the number rises.

@@ -286,6 +286,8 @@ public:
     virtual std::vector<AString> GetFixedPitchFonts() = 0;
     /// The width of a window's border.
     virtual int GetBorderWidth() = 0;
+    /// The size of the area in which frames stand; empty when they stand on the screen.
+    virtual CSize GetFrameAreaSize() { return {}; }
     /// A surface for measuring on the screen.
     virtual IBackendSurface& GetScreen() = 0;
     /// @param style buttons and icon, as IPrompt's. @return a DialogResult

@@ -57,6 +57,9 @@ public:
     virtual bool OnNewDocument();
     /// Destroys the content, not the document. The base does nothing.
     virtual void DeleteContents();
+    /// Asked before the document is closed: it may ask its user and save. The base says yes.
+    /// @return false: it is to stay open
+    virtual bool SaveModified() { return true; }
     /// Destroys the frames of all views, then the document itself if it is auto-deleting.
     virtual void OnCloseDocument();
 

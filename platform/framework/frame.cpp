@@ -73,7 +73,10 @@ const MessageMap& CFrameWnd::GetMessageMap() const {
 }
 
 std::intptr_t CFrameWnd::OnClose(std::uintptr_t, std::intptr_t) {
-    DestroyWindow();
+    CDocument* const document = GetActiveDocument();
+    const bool isLast = document && document->GetViews().size() == 1;
+    if (!isLast || document->SaveModified())
+        DestroyWindow();
     return 0;
 }
 

@@ -5,7 +5,8 @@
 
 class CDocument;
 
-/// A frame with one active view. Frames delete themselves with their window.
+/// A frame with one active view. Frames delete themselves with their window. The user closes the
+/// last frame of a document only if that agrees, see CDocument::SaveModified.
 class QUOREL_API CFrameWnd : public CWnd {
 public:
     CFrameWnd();

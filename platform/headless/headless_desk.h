@@ -34,6 +34,7 @@ public:
     std::unique_ptr<IBackendFont> CreateFont(const LogFont& font) override;
     std::vector<AString> GetFixedPitchFonts() override { return m_Fonts; }
     int GetBorderWidth() override { return 1; }
+    CSize GetFrameAreaSize() override { return m_FrameArea; }
     IBackendSurface& GetScreen() override { return m_ScreenSurface; }
     int ShowMessage(const AString& text, int style) override;
     std::optional<AString> AskFile(const FileRequest& request) override;
@@ -55,6 +56,7 @@ public:
 
     /// @name How the desk stands and answers
     /// @{
+    CSize m_FrameArea;                                        ///< empty: frames stand on the screen
     CSize m_ClientSize{80 * kCellSize.cx, 25 * kCellSize.cy}; ///< of windows made from now on
     int m_TitleHeight = 0; ///< of the part of each window above its client area
     std::optional<AString> m_Clipboard;

@@ -98,6 +98,11 @@ std::vector<AString> QtDesk::GetFixedPitchFonts() {
     return QtFont::GetFixedPitchFamilies();
 }
 
+CSize QtDesk::GetFrameAreaSize() {
+    const QMdiArea* const area = m_Seat->GetFrameArea();
+    return area ? CSize{area->viewport()->width(), area->viewport()->height()} : CSize{};
+}
+
 int QtDesk::GetBorderWidth() {
     return std::max(1, static_cast<int>(std::lround(QtSeat::GetScreenRatio())));
 }

@@ -65,6 +65,7 @@ public:
     std::unique_ptr<IBackendFont> CreateFont(const LogFont& font) override;
     std::vector<AString> GetFixedPitchFonts() override;
     int GetBorderWidth() override;
+    CSize GetFrameAreaSize() override;
     IBackendSurface& GetScreen() override;
     int ShowMessage(const AString& text, int style) override;
     std::optional<AString> AskFile(const FileRequest& request) override;

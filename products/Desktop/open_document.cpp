@@ -51,8 +51,9 @@ EditorSort EditorSortNamed(const std::string& name) {
 
 OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort sort,
                            const QString& title)
-    : m_Sort(sort), m_Title(title), m_Id(NewId()), m_Design(ToAString(title), desktop),
-      m_Context(ToAString(title), &desktop), m_Instance(ToAString(title)) {
+    : m_Desktop(desktop), m_Sort(sort), m_Title(title), m_Id(NewId()),
+      m_Design(ToAString(title), desktop), m_Context(ToAString(title), &desktop),
+      m_Instance(ToAString(title)) {
     const AString language(kSorts[static_cast<std::size_t>(sort)].m_Language);
     m_Editor = sort == EditorSort::netlist
                    ? host.CreateNetlistEditor(&m_Design)
@@ -85,6 +86,33 @@ sys::Status OpenDocument::Save(const std::string& path) {
 void OpenDocument::MarkUnsaved() {
     m_Editor.m_Driver->SetModified(true);
     m_KeptChange = kNothingKept;
+}
+
+Undo_Manager& OpenDocument::GetCommands() {
+    Undo_Manager* const own = m_Editor.m_Inspector->GetUndoManager();
+    return own ? *own : m_Design.GetCommands();
+}
+
+bool OpenDocument::CanUndo() {
+    return GetCommands().GetUndoCommand() || m_Editor.m_Inspector->GetUndoCount() > 0;
+}
+
+bool OpenDocument::CanRedo() {
+    return GetCommands().GetRedoCommand() || m_Editor.m_Inspector->GetRedoCount() > 0;
+}
+
+void OpenDocument::Undo() {
+    if (GetCommands().GetUndoCommand())
+        m_Desktop.UndoCommand(&GetCommands());
+    else
+        m_Editor.m_Driver->UndoEdit();
+}
+
+void OpenDocument::Redo() {
+    if (GetCommands().GetRedoCommand())
+        m_Desktop.RedoCommand(&GetCommands());
+    else
+        m_Editor.m_Driver->RedoEdit();
 }
 
 std::string OpenDocument::GetArchive() {

@@ -53,6 +53,17 @@ public:
     const FileSession& GetFile() const { return m_File; }
     /// @}
 
+    /// @name Undo and redo: of the newest command, or of the journal's newest action where no
+    /// command stands for it, as for a text that was pasted
+    /// @{
+    bool CanUndo();
+    bool CanRedo();
+    void Undo();
+    void Redo();
+    /// The text's commands: a script's own, or its design's.
+    Undo_Manager& GetCommands();
+    /// @}
+
     HostedEditor& GetEditor() { return m_Editor; }
     EditorSort GetSort() const { return m_Sort; }
     /// The file's name without folders, or what was given.
@@ -83,6 +94,7 @@ public:
 private:
     QVBoxLayout* GetBody() const;
 
+    HostDesktop& m_Desktop;
     EditorSort m_Sort;
     QString m_Title;
     std::string m_Id;

@@ -77,11 +77,11 @@ void MainWindow::Print() {
 }
 
 void MainWindow::Undo() {
-    WithActive([](OpenDocument& document) { document.GetEditor().m_Driver->UndoEdit(); });
+    WithActive([](OpenDocument& document) { document.Undo(); });
 }
 
 void MainWindow::Redo() {
-    WithActive([](OpenDocument& document) { document.GetEditor().m_Driver->RedoEdit(); });
+    WithActive([](OpenDocument& document) { document.Redo(); });
 }
 
 void MainWindow::Zoom(int steps) {

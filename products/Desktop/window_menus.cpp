@@ -181,8 +181,8 @@ void MainWindow::RefreshActions(OpenDocument* document) {
     const bool isThere[] = {true,
                             document != nullptr,
                             document && !document->GetFile().GetPath().empty(),
-                            inspector && inspector->GetUndoCount() > 0,
-                            inspector && inspector->GetRedoCount() > 0,
+                            document && document->CanUndo(),
+                            document && document->CanRedo(),
                             inspector && inspector->IsModified()};
     for (const BoundAction& bound : m_Actions)
         bound.m_Action->setEnabled(isThere[static_cast<std::size_t>(bound.m_Command->m_Needs)]);

@@ -7,12 +7,16 @@ HostContext::~HostContext() = default;
 HostProject::~HostProject() = default;
 
 HostDesign::HostDesign(AString name, HostDesktop& desktop)
-    : m_Name(std::move(name)), m_Desktop(desktop), m_Project(m_Name, &desktop) {}
+    : m_Name(std::move(name)), m_Desktop(desktop), m_Project(m_Name, &desktop) {
+    m_Desktop.AddCommands(m_Commands);
+}
 
-HostDesign::~HostDesign() = default;
+HostDesign::~HostDesign() {
+    m_Desktop.RemoveCommands(m_Commands);
+}
 
 void HostDesign::RunCommand(IQuorelCommand* command) {
-    m_Desktop.RunCommand(command, nullptr);
+    m_Desktop.RunCommand(command, &m_Commands);
 }
 
 IComponent* HostDesign::FindComponent(const AString& name, int, IDesign*) {

@@ -4,6 +4,7 @@
 #include "astring.h"
 #include "idesign.h"
 #include "quorel_export.h"
+#include "undo_manager.h"
 
 class HostDesktop;
 
@@ -41,8 +42,8 @@ private:
     HostContext m_Context;
 };
 
-/// A design with one component of the same name, which it manages itself. Its commands stand on the
-/// desktop's own stack.
+/// A design with one component of the same name, which it manages itself, and with commands of its
+/// own, which the desktop runs.
 class QUOREL_API HostDesign : public IDesign,
                               public IComponent,
                               public IDesignManager,
@@ -56,6 +57,7 @@ public:
     void RunCommand(IQuorelCommand* command) override;
     HostProject* GetProject() override { return &m_Project; }
     IDesignManager* GetManager() override { return this; }
+    Undo_Manager& GetCommands() { return m_Commands; }
 
     /// The two lists, null until the host that knows the property library has set them.
     PropList* GetVariableList() override { return m_Variables; }
@@ -72,4 +74,5 @@ private:
     AString m_Name;
     HostDesktop& m_Desktop;
     HostProject m_Project;
+    Undo_Manager m_Commands;
 };

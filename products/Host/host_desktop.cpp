@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "quorel_command.h"
 #include "read_error.h"
 #include "streamio_object.h"
 
@@ -22,7 +23,12 @@ void HostUserInterface::Refresh() {
 }
 
 HostDesktop::HostDesktop(Settings settings, OptionStore& options)
-    : m_Settings(std::move(settings)), m_Options(options) {}
+    : m_Settings(std::move(settings)), m_Options(options) {
+    m_Runner.m_OnFailure = [this](const std::string& reason) {
+        const AString text(u"An action has failed and was taken back: ");
+        m_Prompt.ShowPrompt(text + AString(reason), IPrompt::kError, 0);
+    };
+}
 
 HostDesktop::~HostDesktop() {
     ReleaseCommands();
@@ -30,6 +36,13 @@ HostDesktop::~HostDesktop() {
 }
 
 void HostDesktop::GetInstallDirectory(AString& directory) {
+CommandRunner& HostDesktop::GetRunner() {
+    if (!std::exchange(m_HasLimit, true))
+        m_Runner.SetLimit(
+            GetIntegerOption(0, u"Options", u"NumberOfCommands", CommandRunner::kDefaultLimit));
+    return m_Runner;
+}
+
     directory = AString::FromMultiByte(AString::kUtf8, m_Settings.m_InstallDirectory);
 }
 
@@ -38,19 +51,23 @@ void HostDesktop::GetSysLibDirectory(AString& directory) {
 }
 
 void HostDesktop::RunCommand(IQuorelCommand* command, Undo_Manager* manager) {
-    GetCommands(manager).Run(command);
+    GetRunner().Run(dynamic_cast<QuorelCommand*>(command), ManagerOr(manager));
 }
 
 void HostDesktop::UndoCommand(Undo_Manager* manager) {
-    GetCommands(manager).Undo();
+    GetRunner().Undo(ManagerOr(manager));
 }
 
 void HostDesktop::RedoCommand(Undo_Manager* manager) {
-    GetCommands(manager).Redo();
+    GetRunner().Redo(ManagerOr(manager));
 }
 
-CommandStack& HostDesktop::GetCommands(Undo_Manager* manager) {
-    return m_Commands.try_emplace(manager, m_CommandWork).first->second;
+void HostDesktop::ReleaseCommands() {
+    for (Undo_Manager* manager : m_Managed)
+        manager->Clear();
+    m_Commands.Clear();
+    m_HasLimit = false;
+    m_ActiveEditor = nullptr;
 }
 
 int HostDesktop::GetIntegerOption(int, const AString& section, const AString& key,
@@ -116,12 +133,6 @@ void HostDesktop::SetGlobalManager(const AString& name, IGlobalManager* manager)
     }
     if (owner)
         m_Managers.emplace_back(name, owner);
-}
-
-void HostDesktop::ReleaseCommands() {
-    for (auto& [manager, commands] : m_Commands)
-        commands.Clear();
-    m_ActiveEditor = nullptr;
 }
 
 void HostDesktop::ReleaseGlobalManagers() {

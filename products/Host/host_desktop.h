@@ -2,11 +2,11 @@
 #pragma once
 
 #include <functional>
-#include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "command_stack.h"
+#include "command_runner.h"
 #include "host_prompt.h"
 #include "idesktop.h"
 #include "iglobal_manager.h"
@@ -38,8 +38,8 @@ public:
 
 /// An IDesktop from parts. One serves all modules of a process; it outlives them.
 ///
-/// A command's undo manager is known by its address only, so the stack of each manager is kept
-/// here; null names the desktop's own. Commands work once the host has given their hook.
+/// Commands stand with the undo manager that they are run with; null names the desktop's own. The
+/// most that a manager keeps is the option "NumberOfCommands".
 class QUOREL_API HostDesktop : public IDesktop {
 public:
     struct Settings {
@@ -82,13 +82,18 @@ public:
 
     /// The editor last told to be active, null when none is.
     IEditor* GetActiveEditor() const { return m_ActiveEditor; }
-    /// The commands of a manager; made when first asked for.
-    CommandStack& GetCommands(Undo_Manager* manager = nullptr);
-    /// Gives the hook of the command library, before the first command. It outlives the desktop.
-    void SetCommandWork(ICommandWork* work) { m_CommandWork = work; }
+    /// The desktop's own commands.
+    Undo_Manager& GetCommands() { return m_Commands; }
+    /// Has a manager, not owned, cleared with the desktop's own; or no longer.
+    CommandRunner& GetRunner();
+    Undo_Manager& ManagerOr(Undo_Manager* manager) { return manager ? *manager : m_Commands; }
+
+    void AddCommands(Undo_Manager& manager) { m_Managed.push_back(&manager); }
+    void RemoveCommands(Undo_Manager& manager) { std::erase(m_Managed, &manager); }
     /// @name The end of what modules have given, to be called while they are loaded
     /// @{
-    /// Destroys the commands of all stacks, which stay, and forgets the active editor.
+    /// Deletes the desktop's own commands and those of the managers added, and forgets the active
+    /// editor. The next command finds its limit in the options anew.
     void ReleaseCommands();
     /// Destroys the global managers, the one registered last first.
     void ReleaseGlobalManagers();
@@ -105,8 +110,10 @@ private:
     HostMessageSink m_MessageSink{m_Prompt};
     HostToolBarHost m_ToolBarHost;
     HostUserInterface m_UserInterface;
-    ICommandWork* m_CommandWork = nullptr;
-    std::map<Undo_Manager*, CommandStack> m_Commands;
-    Managers m_Managers; // in the order of registration
+    CommandRunner m_Runner;
+    bool m_HasLimit = false; ///< the runner has the option's
+    Undo_Manager m_Commands;
+    std::vector<Undo_Manager*> m_Managed; ///< further ones
+    Managers m_Managers;                  // in the order of registration
     IEditor* m_ActiveEditor = nullptr;
 };

@@ -59,6 +59,16 @@ void Replay(EditStage& stage, const Arguments& arguments) {
     stage.Settle();
 }
 
+/// Steps through the editor's commands, until there is none left.
+template <void (IDesktop::*Step)(Undo_Manager*), QuorelCommand* (Undo_Manager::*Next)() const>
+void StepCommands(EditStage& stage, const Arguments& arguments) {
+    EditorSession& session = stage.GetSession();
+    Undo_Manager& commands = session.GetCommands();
+    for (int i = 0; i < arguments.m_Count && (commands.*Next)(); ++i)
+        (session.GetDesktop().*Step)(&commands);
+    stage.Settle();
+}
+
 void FindBox(EditStage& stage, const Arguments& arguments) {
     stage.GetSession().GetFindBox().SetWindowText(arguments.m_Texts[0]);
 }
@@ -98,8 +108,10 @@ enum Number : unsigned {
     kButtonReplaceAll = 9011,
 };
 
-constexpr auto kUndo = &Replay<&IEditorDriver::UndoEdit>;
-constexpr auto kRedo = &Replay<&IEditorDriver::RedoEdit>;
+constexpr auto kUndo = &StepCommands<&IDesktop::UndoCommand, &Undo_Manager::GetUndoCommand>;
+constexpr auto kRedo = &StepCommands<&IDesktop::RedoCommand, &Undo_Manager::GetRedoCommand>;
+constexpr auto kUndoEdit = &Replay<&IEditorDriver::UndoEdit>;
+constexpr auto kRedoEdit = &Replay<&IEditorDriver::RedoEdit>;
 
 constexpr EditAction kActions[] = {
     {"type TEXT", &Type},
@@ -111,10 +123,10 @@ constexpr EditAction kActions[] = {
     {"wheel DELTA", &Wheel},
     {"scroll line-up|line-down|page-up|page-down", &Scroll},
     {"clipboard TEXT", &Clipboard},
-    {"undo [COUNT]", kUndo}, // the commands of editors stand on no stack yet
+    {"undo [COUNT]", kUndo},
     {"redo [COUNT]", kRedo},
-    {"undo-edit [COUNT]", kUndo},
-    {"redo-edit [COUNT]", kRedo},
+    {"undo-edit [COUNT]", kUndoEdit},
+    {"redo-edit [COUNT]", kRedoEdit},
     {"find-box TEXT", &FindBox},
     {"find TEXT [--case] [--up]", &Search<kCommandFind, kButtonFindNext>},
     {"replace TEXT WITH [--case] [--up]", &Search<kCommandReplace, kButtonReplace>},

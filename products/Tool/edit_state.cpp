@@ -164,11 +164,12 @@ void StateWriter::WriteJournal() {
     WriteRecords("undo", records);
     m_Inspector.GetRedoRecords(records);
     WriteRecords("redo", records);
-    const CommandStack& commands = m_Session.GetDesktop().GetCommands();
+    const Undo_Manager& commands = m_Session.GetCommands();
+    const std::int64_t done = commands.GetCommandIndex() + std::int64_t{1};
     Name("commands") << "{";
-    Number("done", static_cast<std::int64_t>(commands.GetDoneCount()));
+    Number("done", done);
     Name("undone");
-    m_Json.AppendInteger(static_cast<std::int64_t>(commands.GetUndoneCount()));
+    m_Json.AppendInteger(static_cast<std::int64_t>(commands.GetCommandCount()) - done);
     m_Json << "},";
 }
 

@@ -141,8 +141,8 @@ void EditorSession::Reopen(const SessionOptions& options, IBackendDesk& desk) {
     TakeOptions(options.m_Options);
     LoadOptions(m_Desktop);
     GetFindBox().ResetContent();
-    GetFindBox().SetWindowText({});
     OpenEditor(options.m_Editor);
+    GetFindBox().SetWindowText({});
 }
 
 void EditorSession::TakeOptions(const std::vector<std::string>& options) {
@@ -175,6 +175,11 @@ HostedEditor EditorSession::MakeEditor(const std::string& kind) {
 }
 
 IFactoryTools& EditorSession::GetTools() {
+Undo_Manager& EditorSession::GetCommands() {
+    Undo_Manager* const own = GetInspector().GetUndoManager();
+    return own ? *own : m_Design.GetCommands();
+}
+
     return dynamic_cast<IFactoryTools&>(*m_Host.GetFactory());
 }
 

@@ -12,6 +12,8 @@
 #include "module_host.h"
 #include "resources.h"
 
+class CComboBox;
+
 /// What a command line says of the editor.
 struct SessionOptions {
     std::string m_Editor = "netlist";
@@ -61,6 +63,8 @@ public:
     IEditorInspector& GetInspector() { return *m_Editor.m_Inspector; }
     IEditorDriver& GetDriver() { return *m_Editor.m_Driver; }
     HostDesktop& GetDesktop() { return m_Desktop; }
+    /// The editor's commands: a script's own, or its design's.
+    Undo_Manager& GetCommands();
     /// The find box of the module's toolbar.
     CComboBox& GetFindBox();
     /// The keys of the module's commands.

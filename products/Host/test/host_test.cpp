@@ -48,63 +48,6 @@ TEST(Desktop, OwnsGlobalManagersByName) {
     EXPECT_EQ(log, (std::vector<std::string>{"old value", "third", "value", "units"}));
 }
 
-// --- commands ---
-
-/// Commands are ints here: a stack knows them by their address only.
-struct Work : ICommandWork {
-    bool Execute(IQuorelCommand& command) override { return Log("execute", command); }
-    bool Undo(IQuorelCommand& command) override { return Log("undo", command); }
-    bool Redo(IQuorelCommand& command) override { return Log("redo", command); }
-    void Destroy(IQuorelCommand& command) override { Log("destroy", command); }
-
-    bool Log(const char* what, IQuorelCommand& command) {
-        mLog += std::string(what) + std::to_string(reinterpret_cast<int&>(command)) + " ";
-        return !mFails;
-    }
-    bool mFails = false;
-    std::string mLog;
-};
-
-TEST(Desktop, KeepsAStackOfCommandsForEachManager) {
-    Work work;
-    OptionStore store;
-    struct alignas(std::max_align_t) Command {
-        int m_Number;
-    } numbers[] = {{0}, {1}, {2}, {3}};
-    const auto command = [&](int i) { return reinterpret_cast<IQuorelCommand*>(&numbers[i]); };
-    {
-        HostDesktop desktop({}, store);
-        desktop.SetCommandWork(&work);
-        auto* const other = reinterpret_cast<Undo_Manager*>(&store);
-        const CommandStack& own = desktop.GetCommands();
-        desktop.UndoCommand(nullptr); // there is none
-        desktop.RunCommand(command(0), nullptr);
-        desktop.RunCommand(command(1), nullptr);
-        desktop.RunCommand(command(2), other);
-        desktop.UndoCommand(nullptr);
-        desktop.UndoCommand(nullptr);
-        desktop.RedoCommand(nullptr);
-        EXPECT_EQ(own.GetDoneCount(), 1u);
-        EXPECT_EQ(own.GetUndoneCount(), 1u);
-        EXPECT_EQ(desktop.GetCommands(other).GetDoneCount(), 1u);
-        work.mFails = true;
-        desktop.UndoCommand(nullptr);
-        desktop.RunCommand(command(3), nullptr);
-        EXPECT_EQ(own.GetDoneCount(), 1u);
-        EXPECT_EQ(own.GetUndoneCount(), 1u) << "a failed command leaves the rest";
-        work.mFails = false;
-        desktop.RunCommand(command(3), nullptr);
-        EXPECT_EQ(own.GetUndoneCount(), 0u);
-        EXPECT_EQ(work.mLog, "execute0 execute1 execute2 undo1 undo0 redo0 "
-                             "undo0 execute3 destroy3 execute3 destroy1 ");
-        work.mLog.clear();
-        desktop.ReleaseCommands();
-        EXPECT_EQ(own.GetDoneCount() + own.GetUndoneCount(), 0u);
-    }
-    EXPECT_NE(work.mLog.find("destroy3 destroy0"), std::string::npos) << work.mLog;
-    EXPECT_NE(work.mLog.find("destroy2"), std::string::npos);
-}
-
 // --- prompt and messages ---
 
 TEST(Prompt, AnswersByTheBackendOrCancels) {

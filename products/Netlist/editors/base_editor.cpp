@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "assertion.h"
+#include "block.h"
+#include "block_func.h"
 #include "debug_line.h"
 #include "doc_template.h"
 #include "frame.h"
@@ -10,6 +12,7 @@
 #include "netlist_factory.h"
 #include "sim_edit_view.h"
 #include "syntax_dscr.h"
+#include "view_placement.h"
 
 namespace {
 
@@ -92,6 +95,45 @@ CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance) {
     sv->OnInitialUpdate();
     m_ActiveView = sv;
     return sv;
+}
+
+void CBaseEditor::OpenPlacedView(IDesignInstance* instance, const io::CBlock_func& placement) {
+    CSimEditView* const view = OpenNewView(instance);
+    if (view)
+        ReadPlacement(*view, placement);
+    UpdateTitle({}, false);
+    if (view)
+        view->GetParentFrame()->ActivateFrame(kShowDefault);
+}
+
+void CBaseEditor::ReadViewsOf(const io::CBlock* block, const AString& name,
+                              IDesignInstance* instance) {
+    io::CBlock_func written(name);
+    if (!block || !block->Get(written))
+        return;
+    const std::vector<CView*> views = GetViews();
+    auto view = views.begin();
+    for (unsigned i = 0; i < written.GetSize(); ++i) {
+        const auto item = written.GetArg(i);
+        const auto* const placement = dynamic_cast<const io::CBlock_func*>(&*item);
+        if (!placement)
+            continue;
+        view = std::find_if(view, views.end(), [&](CView* v) { return ViewOf(v, instance); });
+        if (view == views.end())
+            OpenPlacedView(instance, *placement);
+        else
+            ReadPlacement(**view++, *placement);
+    }
+}
+
+void CBaseEditor::WriteViewsOf(io::CBlock* block, const AString& name,
+                               IDesignInstance* instance) const {
+    io::CBlock_func written(name);
+    for (CView* view : GetViews())
+        if (ViewOf(view, instance))
+            written << io::CBlock_ptr<io::CBlock_func>(new io::CBlock_func(PlacementOf(*view)));
+    if (block)
+        block->Add(written);
 }
 
 bool CBaseEditor::IsFirstView(IDesignInstance* instance) const {

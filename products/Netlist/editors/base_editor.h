@@ -11,6 +11,9 @@
 
 class CNetlistFactory;
 class CSimEditView;
+namespace io {
+class CBlock_func;
+}
 
 /// A text document that a desktop can drive. It may be shown in several frames, one for each design
 /// instance: a view belongs to an instance, and hosts speak of views by instance.
@@ -58,6 +61,11 @@ protected:
     void OpenViewOf(IDesignInstance* instance);
     bool IsFirstView(IDesignInstance* instance) const;
     void CloseViewsOf(IDesignInstance* instance);
+    /// Places the instance's views as the function of that name in the block says, and opens one
+    /// for each item that is left; nothing without the function.
+    void ReadViewsOf(const io::CBlock* block, const AString& name, IDesignInstance* instance);
+    /// Adds the function with an item for each view of the instance.
+    void WriteViewsOf(io::CBlock* block, const AString& name, IDesignInstance* instance) const;
     void CloseEveryView();
     /// Closes the frames of an editor that ends. To be called by the destructor of its widest
     /// class, since those who are told of it still ask for the editor's interfaces.
@@ -71,6 +79,7 @@ protected:
 
 private:
     CSimEditView* OpenNewView(IDesignInstance* instance);
+    void OpenPlacedView(IDesignInstance* instance, const io::CBlock_func& placement);
     template <class Condition>
     void CloseViewsIf(Condition condition);
 

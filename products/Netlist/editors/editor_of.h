@@ -33,9 +33,17 @@ public:
 
     // IViewDoc
     bool WriteEditor(io::CBlock*) override { return true; }
-    // The placements of views are kept nowhere yet.
-    void ReadViews(io::CBlock*, IDesignInstance*) override {}
-    bool WriteViews(io::CBlock*, IDesignInstance*) override { return true; }
+    void ReadViews(io::CBlock* block, IDesignInstance* instance) override {
+        AString name;
+        this->GetBlockName(name);
+        ReadViewsOf(block, name, instance);
+    }
+    bool WriteViews(io::CBlock* block, IDesignInstance* instance) override {
+        AString name;
+        this->GetBlockName(name);
+        WriteViewsOf(block, name, instance);
+        return true;
+    }
     void OpenView(IDesignInstance* instance) override { OpenViewOf(instance); }
     bool IsFirstViewOf(IDesignInstance* instance) override { return IsFirstView(instance); }
     void CloseViews(IDesignInstance* instance) override { CloseViewsOf(instance); }

@@ -3,12 +3,21 @@
 #include "debug_line.h"
 #include "desktop_access.h"
 #include "idesktop.h"
-#include "iquorel_command.h"
+#include "quorel_command.h"
 
 namespace {
 
 constexpr std::u16string_view kJavaScript = u"JavaScript";
 constexpr std::u16string_view kVBScript = u"VBScript";
+
+/// Shows an entry as a word with what it would undo, or redo, behind it.
+void ShowStep(CCmdUI& ui, unsigned word, const QuorelCommand* command) {
+    AString description;
+    if (command)
+        command->GetDescription(description);
+    ui.Enable(command != nullptr);
+    ui.SetText(AString(ResourceId{word}) + u" " + description);
+}
 
 } // namespace
 
@@ -21,9 +30,8 @@ CScriptEditor::~CScriptEditor() {
 }
 
 void CScriptEditor::RunEditCommand(IQuorelCommand* command) {
-    // The editor has no undo manager of its own yet.
     if (IDesktop* desktop = GetDesktop())
-        desktop->RunCommand(command, nullptr);
+        desktop->RunCommand(command, &m_UndoManager);
     else
         delete command;
 }
@@ -54,6 +62,36 @@ void CScriptEditor::SaveText() {
     TellExtenders(&IEditorExtender::Saved);
 }
 
+bool CScriptEditor::SaveModified() {
+    IDesktop* const desktop = GetDesktop();
+    if (!IsTextModified() || !desktop)
+        return true;
+    constexpr int kStyle = IPrompt::kYesNoCancel | IPrompt::kInformation;
+    const AString question = AString(u"Save changes to ") + m_ScriptName + u"?";
+    const int answer = desktop->GetPrompt()->ShowPrompt(question, kStyle, 0);
+    if (answer == IPrompt::kAnswerYes)
+        SaveText();
+    return answer != IPrompt::kAnswerCancel;
+}
+
+void CScriptEditor::OnUndo() {
+    if (IDesktop* desktop = GetDesktop())
+        desktop->UndoCommand(&m_UndoManager);
+}
+
+void CScriptEditor::OnRedo() {
+    if (IDesktop* desktop = GetDesktop())
+        desktop->RedoCommand(&m_UndoManager);
+}
+
+void CScriptEditor::UpdateUndo(CCmdUI& ui) {
+    ShowStep(ui, kStringUndo, m_UndoManager.GetUndoCommand());
+}
+
+void CScriptEditor::UpdateRedo(CCmdUI& ui) {
+    ShowStep(ui, kStringRedo, m_UndoManager.GetRedoCommand());
+}
+
 void CScriptEditor::SetLanguage(AString language) {
     m_Language = std::move(language);
     const bool isVBScript = m_Language.CompareNoCase(kVBScript) == 0;
@@ -70,6 +108,8 @@ const CommandMap& CScriptEditor::GetCommandMap() const {
         Command<&CScriptEditor::OnJavaScript, &CScriptEditor::UpdateJavaScript>(kCommandJavaScript),
         Command<&CScriptEditor::OnVBScript, &CScriptEditor::UpdateVBScript>(kCommandVBScript),
         Command<&CScriptEditor::OnUseScript, &CScriptEditor::UpdateUseScript>(kCommandUseScript),
+        Command<&CScriptEditor::OnUndo, &CScriptEditor::UpdateUndo>(kCommandUndo),
+        Command<&CScriptEditor::OnRedo, &CScriptEditor::UpdateRedo>(kCommandRedo),
     };
     static const CommandMap kMap{kEntries, &EditorOf::GetCommandMap()};
     return kMap;

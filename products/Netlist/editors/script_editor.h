@@ -2,6 +2,7 @@
 #pragma once
 
 #include "editor_of.h"
+#include "undo_manager.h"
 
 /// The script's owner is the context of its commands. The editor runs no script: saving clears the
 /// modified flag and tells the extenders, who take the text.
@@ -11,12 +12,17 @@ public:
     CScriptEditor(ICommandContext* owner, CNetlistFactory& factory);
     ~CScriptEditor() override;
 
-    /// Runs it by the desktop; without one it is destroyed.
+    /// Runs it by the desktop with the editor's own manager; without a desktop it is destroyed.
     void RunEditCommand(IQuorelCommand* command) override;
     ICommandContext* GetCommandContext() override { return m_Owner; }
     /// By default "NAME - Script" with the script's name or, if that is empty, the owner's, and
     /// "* " in front while the text is modified.
     void UpdateTitle(const AString& title, bool isExplicit) override;
+
+    /// Asks the user whether a modified script is to be saved, and saves it if so.
+    /// @return false: the user wants to go on
+    bool SaveModified() override;
+    Undo_Manager* GetUndoManager() override { return &m_UndoManager; }
 
     // IViewDoc, IEditor
     void GetObjectName(AString& name) override { GetScriptName(name); }
@@ -42,11 +48,16 @@ protected:
 private:
     void OnJavaScript();
     void OnVBScript();
+    void OnUndo();
+    void OnRedo();
+    void UpdateUndo(CCmdUI& ui);
+    void UpdateRedo(CCmdUI& ui);
     void OnUseScript() { m_UseScript = !m_UseScript; }
     void UpdateJavaScript(CCmdUI& ui);
     void UpdateVBScript(CCmdUI& ui);
     void UpdateUseScript(CCmdUI& ui) { ui.SetCheck(m_UseScript); }
 
+    Undo_Manager m_UndoManager;
     ICommandContext* m_Owner;
     AString m_ScriptName;
     AString m_Language;
