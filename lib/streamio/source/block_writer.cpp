@@ -204,8 +204,10 @@ void Block_writer::WriteText(const CToken& text) {
 bool Block_writer::IsKnownName(std::u16string_view text) {
     if (text.empty() || text.size() > CToken::kInlineUnits)
         return IsPlainName(text);
-    const std::size_t hash = text.front() * 3u + text.back() * 5u + text.size();
-    Short_name& known = mPlainNames[hash % mPlainNames.size()];
+    std::uint32_t hash = 0;
+    for (const char16_t ch : text)
+        hash = (hash + ch) * 0x9E3779B1u; // of the golden ratio, which mixes into the high bits
+    Short_name& known = mPlainNames[hash >> (32 - kNameBits)];
     if (text == std::u16string_view(known.units.data(), known.length))
         return true;
     const bool isPlain = IsPlainName(text);

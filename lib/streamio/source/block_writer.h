@@ -48,7 +48,9 @@ private:
     CToken_streambuf* mBuffer = nullptr; ///< the stream's, for what a stream passes on as it is
     std::ios_base::fmtflags mFlags{};
     bool mIsBinary = false;
-    std::array<Short_name, 32> mPlainNames{}; ///< names found to go out as they stand, by a hash
+    static constexpr unsigned kNameBits = 6;
+    /// Names found to go out as they stand, by a hash of so many bits.
+    std::array<Short_name, 1u << kNameBits> mPlainNames{};
 };
 
 } // namespace io

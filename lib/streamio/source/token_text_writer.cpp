@@ -79,7 +79,12 @@ inline void CToken_textstreambuf::Put(std::u16string_view text) {
 }
 
 inline void CToken_textstreambuf::Put(char16_t ch) {
-    Put(std::u16string_view(&ch, 1));
+    if (ch < 0x80 && RawArea::RoomSize(*mTokenStreamBuf) != 0) {
+        *RawArea::Room(*mTokenStreamBuf) = ch;
+        TakeRoom(1, ch, ch);
+    } else {
+        PutSlowly({&ch, 1});
+    }
 }
 
 // --- Tokens ---
@@ -245,10 +250,13 @@ void CToken_textstreambuf::WriteKeyword(std::u16string_view text) {
 
 void CToken_textstreambuf::WriteChar(char16_t ch) {
     const TokenKind kind = ch < 0x100 ? mGrammar->GetFast().alone[ch] : TokenKind::Null;
-    if (kind != TokenKind::Null)
-        PutToken({&ch, 1}, kind);
-    else
+    if (kind == TokenKind::Null) {
         WriteWord({&ch, 1});
+        return;
+    }
+    Separate(mLastKind, mLastChar, kind, ch);
+    Put(ch);
+    mLastKind = kind;
 }
 
 void CToken_textstreambuf::WriteSymbol(char16_t ch) {
