@@ -36,18 +36,18 @@ HostDesktop::~HostDesktop() {
 }
 
 void HostDesktop::GetInstallDirectory(AString& directory) {
-CommandRunner& HostDesktop::GetRunner() {
-    if (!std::exchange(m_HasLimit, true))
-        m_Runner.SetLimit(
-            GetIntegerOption(0, u"Options", u"NumberOfCommands", CommandRunner::kDefaultLimit));
-    return m_Runner;
-}
-
     directory = AString::FromMultiByte(AString::kUtf8, m_Settings.m_InstallDirectory);
 }
 
 void HostDesktop::GetSysLibDirectory(AString& directory) {
     directory = AString::FromMultiByte(AString::kUtf8, m_Settings.m_SysLibDirectory);
+}
+
+CommandRunner& HostDesktop::GetRunner() {
+    if (!std::exchange(m_HasLimit, true))
+        m_Runner.SetLimit(
+            GetIntegerOption(0, u"Options", u"NumberOfCommands", CommandRunner::kDefaultLimit));
+    return m_Runner;
 }
 
 void HostDesktop::RunCommand(IQuorelCommand* command, Undo_Manager* manager) {

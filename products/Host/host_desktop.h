@@ -12,6 +12,7 @@
 #include "iglobal_manager.h"
 #include "option_store.h"
 #include "quorel_export.h"
+#include "undo_manager.h"
 
 /// The side of a main window that toolbars need. Empty for a host without windows.
 class QUOREL_API HostToolBarHost : public IToolBarHost {

@@ -174,12 +174,12 @@ HostedEditor EditorSession::MakeEditor(const std::string& kind) {
                             : m_Host.CreateScriptEditor(&m_ScriptOwner, {}, language, u"quorel");
 }
 
-IFactoryTools& EditorSession::GetTools() {
 Undo_Manager& EditorSession::GetCommands() {
     Undo_Manager* const own = GetInspector().GetUndoManager();
     return own ? *own : m_Design.GetCommands();
 }
 
+IFactoryTools& EditorSession::GetTools() {
     return dynamic_cast<IFactoryTools&>(*m_Host.GetFactory());
 }
 
