@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <ranges>
 
 #include "assertion.h"
 #include "idesign.h"
@@ -35,17 +34,40 @@ QuorelCommand::QuorelCommand(ICommandContext* contextObject, IViewKey* viewKey, 
     : mContext(contextObject, viewKey, editor) {}
 
 QuorelCommand::~QuorelCommand() {
-    if (mIsUndoable) {
-        if (!IsUndone())
-            std::ranges::reverse(mDeltaStates);
-        for (const QuorelDeltaState* state : mDeltaStates)
-            delete state;
-    }
-    for (const auto& [key, info] : mInfos)
+    if (!mRecords)
+        return;
+    if (mIsUndoable)
+        VisitDeltaStates(!IsUndone(), [](const QuorelDeltaState* state) { delete state; });
+    for (const auto& [key, info] : mRecords->mInfos)
         delete info;
-    DeleteChanges(mUndoChanges);
-    DeleteChanges(mRedoChanges);
-    DeleteChanges(mCommonChanges);
+    DeleteChanges(mRecords->mUndoChanges);
+    DeleteChanges(mRecords->mRedoChanges);
+    DeleteChanges(mRecords->mCommonChanges);
+}
+
+QuorelCommand::Records& QuorelCommand::GetRecords() {
+    if (!mRecords)
+        mRecords = std::make_unique<Records>();
+    return *mRecords;
+}
+
+template <class Visit>
+void QuorelCommand::VisitDeltaStates(bool newestFirst, Visit visit) const {
+    if (!mRecords)
+        return;
+    const auto& states = mRecords->mDeltaStates;
+    if (newestFirst)
+        std::for_each(states.rbegin(), states.rend(), visit);
+    else
+        std::for_each(states.begin(), states.end(), visit);
+}
+
+void QuorelCommand::AddDeltaState(QuorelDeltaState* state) {
+    GetRecords().mDeltaStates.push_back(state);
+}
+
+void QuorelCommand::SetCommandInfo(std::int32_t key, QuorelCommandInfo* info) {
+    GetRecords().mInfos[key] = info;
 }
 
 void QuorelCommand::AddUndoable(Undoable* obj) {
@@ -56,8 +78,10 @@ void QuorelCommand::AddUndoable(Undoable* obj) {
 }
 
 QuorelCommandInfo* QuorelCommand::GetCommandInfo(std::int32_t key) {
-    const auto found = mInfos.find(key);
-    return found == mInfos.end() ? nullptr : found->second;
+    if (!mRecords)
+        return nullptr;
+    const auto found = mRecords->mInfos.find(key);
+    return found == mRecords->mInfos.end() ? nullptr : found->second;
 }
 
 IPrompt* QuorelCommand::FindMessageHolder() const {
@@ -80,15 +104,17 @@ void QuorelCommand::CommandExecuted() {
 }
 
 void QuorelCommand::UndoDeltaStates() {
-    for (QuorelDeltaState* state : mDeltaStates | std::views::reverse)
+    VisitDeltaStates(true, [](QuorelDeltaState* state) {
         if (state->IsChangeDone())
             state->Undo();
+    });
 }
 
 void QuorelCommand::RedoDeltaStates() {
-    for (QuorelDeltaState* state : mDeltaStates)
+    VisitDeltaStates(false, [](QuorelDeltaState* state) {
         if (!state->IsChangeDone())
             state->Redo();
+    });
 }
 
 void QuorelCommand::Undo() {
@@ -97,8 +123,7 @@ void QuorelCommand::Undo() {
     if (!isSound)
         return;
     mUndoMgr->Undo();
-    for (QuorelDeltaState* state : mDeltaStates | std::views::reverse)
-        state->Undo();
+    VisitDeltaStates(true, [](QuorelDeltaState* state) { state->Undo(); });
     TellAll();
 }
 
@@ -107,8 +132,7 @@ void QuorelCommand::Redo() {
     USE_ASSERT_TEXT(isSound, "this && mUndoMgr && GetIsUndoable()");
     if (!isSound)
         return;
-    for (QuorelDeltaState* state : mDeltaStates)
-        state->Redo();
+    VisitDeltaStates(false, [](QuorelDeltaState* state) { state->Redo(); });
     mUndoMgr->Redo();
     TellAll();
 }
@@ -117,7 +141,10 @@ void QuorelCommand::TellAll() {
     if (mNotifyContext)
         TellContext();
     TellListeners();
-    ReportChanges();
+    if (mRecords)
+        ReportChanges();
+    if (mNotifyContext)
+        RefreshDesktop();
 }
 
 void QuorelCommand::TellContext() {
@@ -141,7 +168,8 @@ void QuorelCommand::TellListeners() {
 /// Tells each object of its changes, in the order of the objects' addresses, backwards when undone.
 void QuorelCommand::ReportChanges() {
     std::vector<IChangeTarget*> targets;
-    for (const Changes* changes : {&mUndoChanges, &mRedoChanges, &mCommonChanges})
+    const auto& [undone, redone, common, states, infos] = *mRecords;
+    for (const Changes* changes : {&undone, &redone, &common})
         for (const auto& [target, list] : *changes)
             targets.push_back(target);
     std::ranges::sort(targets, std::less<>());
@@ -149,12 +177,9 @@ void QuorelCommand::ReportChanges() {
     targets.erase(repeated.begin(), repeated.end());
     if (IsUndone())
         std::ranges::reverse(targets);
-    const Changes& directed = IsUndone() ? mUndoChanges : mRedoChanges;
+    const Changes& directed = IsUndone() ? undone : redone;
     for (IChangeTarget* target : targets)
-        target->ChangesApplied(ChangesOf(directed, target), ChangesOf(mCommonChanges, target),
-                               this);
-    if (mNotifyContext)
-        RefreshDesktop();
+        target->ChangesApplied(ChangesOf(directed, target), ChangesOf(common, target), this);
 }
 
 void QuorelCommand::RefreshDesktop() const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "astring.h"
@@ -31,10 +32,10 @@ public:
     bool IsRedone() const override { return mState == kRedone; }
     /// A null object, no manager and a command that can't be undone are assertions, and nothing.
     void AddUndoable(Undoable* obj) override;
-    void AddDeltaState(QuorelDeltaState* state) override { mDeltaStates.push_back(state); }
-    void SetCommandInfo(std::int32_t key, QuorelCommandInfo* info) override { mInfos[key] = info; }
+    void AddDeltaState(QuorelDeltaState* state) override;
+    void SetCommandInfo(std::int32_t key, QuorelCommandInfo* info) override;
     QuorelCommandInfo* GetCommandInfo(std::int32_t key) override;
-    Infos& GetCommandInfos() override { return mInfos; }
+    Infos& GetCommandInfos() override { return GetRecords().mInfos; }
     virtual bool Reserved10() { return true; }
     /// Shows what messages are left from before the command; there should be none.
     virtual void CheckMessages();
@@ -68,18 +69,22 @@ public:
     /// @}
 
 protected:
+    /// What most commands don't have.
+    struct Records {
+        /// @name What the objects concerned hear of when the command is undone, done or redone, and
+        /// each time. The changes belong to the command.
+        /// @{
+        Changes mUndoChanges;
+        Changes mRedoChanges;
+        Changes mCommonChanges;
+        /// @}
+        std::vector<QuorelDeltaState*> mDeltaStates; ///< owned when the command is undoable
+        Infos mInfos;                                ///< owned
+    };
+    /// Made when first asked for.
+    Records& GetRecords();
+
     bool mIsUndoable = true;
-    Undo_Manager* mUndoMgr = nullptr; ///< not owned, set by whoever runs the command
-    QuorelCommandContext mContext;
-    /// @name What the objects concerned hear of when it is undone, done or redone, and each time.
-    /// Derived commands fill them; the changes belong to the command.
-    /// @{
-    Changes mUndoChanges;
-    Changes mRedoChanges;
-    Changes mCommonChanges;
-    /// @}
-    std::vector<QuorelDeltaState*> mDeltaStates; ///< owned when the command is undoable
-    Infos mInfos;                                ///< owned
     bool mNotifyContext = true;
 
 private:
@@ -89,6 +94,11 @@ private:
     void ReportChanges();
     void RefreshDesktop() const;
     IPrompt* FindMessageHolder() const;
+    template <class Visit>
+    void VisitDeltaStates(bool newestFirst, Visit visit) const;
 
     State mState = kNew;
+    Undo_Manager* mUndoMgr = nullptr; ///< not owned, set by whoever runs the command
+    std::unique_ptr<Records> mRecords;
+    QuorelCommandContext mContext;
 };

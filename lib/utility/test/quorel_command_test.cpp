@@ -57,11 +57,9 @@ struct Command : QuorelCommand {
     bool Execute() override { return true; }
     void GetSecondDescription(AString& description) const override { description.clear(); }
     void Reserved19() override {}
-    using QuorelCommand::mCommonChanges;
+    using QuorelCommand::GetRecords;
     using QuorelCommand::mIsUndoable;
     using QuorelCommand::mNotifyContext;
-    using QuorelCommand::mRedoChanges;
-    using QuorelCommand::mUndoChanges;
 };
 
 /// Runs a command through doing, undoing and redoing, and gives what was logged.
@@ -88,10 +86,10 @@ TEST(Command, TellsContextThenListenersThenTheObjectsThatChanged) {
     const auto fill = [&](Command& command) {
         for (int i = 0; i < 3; ++i)
             targets[static_cast<std::size_t>(i)].m_Number = i;
-        command.mUndoChanges[&targets[0]] = {new IChange};
-        command.mRedoChanges[&targets[1]] = {};
-        command.mCommonChanges[&targets[1]] = {};
-        command.mCommonChanges[&targets[2]] = {};
+        command.GetRecords().mUndoChanges[&targets[0]] = {new IChange};
+        command.GetRecords().mRedoChanges[&targets[1]] = {};
+        command.GetRecords().mCommonChanges[&targets[1]] = {};
+        command.GetRecords().mCommonChanges[&targets[2]] = {};
     };
     const struct {
         bool m_HasContext;

@@ -76,23 +76,30 @@ void Undo_Manager::Leave() {
     m_Joined.pop_back();
 }
 
+const Undo_Manager::Step& Undo_Manager::ObjectsOf(const std::unique_ptr<const Step>& step) {
+    static const Step sNone;
+    return step ? *step : sNone;
+}
+
 void Undo_Manager::Undo() {
     USE_ASSERT(!m_UndoStack.empty());
     if (m_UndoStack.empty())
         return;
     m_RedoStack.emplace_back();
-    Step& step = m_UndoStack.back();
-    std::size_t done = 0;
-    try {
-        for (; done < step.size(); ++done)
-            step[done]->StepBack();
-    } catch (...) {
-        while (done > 0)
-            step[--done]->StepForward();
-        m_RedoStack.pop_back();
-        throw;
+    if (m_UndoStack.back()) {
+        const Step& step = *m_UndoStack.back();
+        std::size_t done = 0;
+        try {
+            for (; done < step.size(); ++done)
+                step[done]->StepBack();
+        } catch (...) {
+            while (done > 0)
+                step[--done]->StepForward();
+            m_RedoStack.pop_back();
+            throw;
+        }
     }
-    m_RedoStack.back() = std::move(step);
+    m_RedoStack.back() = std::move(m_UndoStack.back());
     m_UndoStack.pop_back();
 }
 
@@ -101,18 +108,20 @@ void Undo_Manager::Redo() {
     if (m_RedoStack.empty())
         return;
     m_UndoStack.emplace_back();
-    Step& step = m_RedoStack.back();
-    std::size_t left = step.size();
-    try {
-        for (; left > 0; --left)
-            step[left - 1]->StepForward();
-    } catch (...) {
-        for (; left < step.size(); ++left)
-            step[left]->StepBack();
-        m_UndoStack.pop_back();
-        throw;
+    if (m_RedoStack.back()) {
+        const Step& step = *m_RedoStack.back();
+        std::size_t left = step.size();
+        try {
+            for (; left > 0; --left)
+                step[left - 1]->StepForward();
+        } catch (...) {
+            for (; left < step.size(); ++left)
+                step[left]->StepBack();
+            m_UndoStack.pop_back();
+            throw;
+        }
     }
-    m_UndoStack.back() = std::move(step);
+    m_UndoStack.back() = std::move(m_RedoStack.back());
     m_RedoStack.pop_back();
 }
 
@@ -140,7 +149,9 @@ void Undo_Manager::CloseStep(QuorelCommand* command) {
         return;
     m_UndoStack.emplace_back();
     try {
-        m_UndoStack.back().assign(m_CurrentSet->begin(), m_CurrentSet->end());
+        if (!m_CurrentSet->empty())
+            m_UndoStack.back() =
+                std::make_unique<const Step>(m_CurrentSet->begin(), m_CurrentSet->end());
         if (command)
             m_UndoableCommands.push_back(command);
     } catch (...) {
@@ -157,7 +168,7 @@ void Undo_Manager::CloseStep(QuorelCommand* command) {
 
 void Undo_Manager::ForgetRedo() {
     for (; !m_RedoStack.empty(); m_RedoStack.pop_back())
-        for (Undoable* object : m_RedoStack.back()) {
+        for (Undoable* object : ObjectsOf(m_RedoStack.back())) {
             object->m_Future.Clear();
             object->LetGoIfUnreachable(*this);
         }
@@ -184,7 +195,7 @@ void Undo_Manager::DropOldest() {
     USE_ASSERT(m_CommandIndex >= 0 && !m_UndoStack.empty());
     if (m_CommandIndex < 0 || m_UndoStack.empty())
         return;
-    for (Undoable* object : m_UndoStack.front()) {
+    for (Undoable* object : ObjectsOf(m_UndoStack.front())) {
         if (!object->m_Past.IsEmpty())
             object->m_Past.DropOldest();
         object->LetGoIfUnreachable(*this);
@@ -204,9 +215,9 @@ QuorelCommand* Undo_Manager::TakeWaiting() {
 }
 
 /// Forgets the steps of a stack, newest first, and appends their objects.
-void Undo_Manager::EmptyStack(std::deque<Step>& stack, Step& objects) {
+void Undo_Manager::EmptyStack(Steps& stack, Step& objects) {
     for (; !stack.empty(); stack.pop_back())
-        for (Undoable* object : stack.back()) {
+        for (Undoable* object : ObjectsOf(stack.back())) {
             objects.push_back(object);
             object->ClearFuture();
             object->ClearPast();

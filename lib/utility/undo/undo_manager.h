@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <set>
 #include <vector>
@@ -80,14 +81,17 @@ private:
         SnapshotChain m_EndedFuture;
     };
 
+    using Steps = std::deque<std::unique_ptr<const Step>>; ///< null: without objects
+
     bool IsIndexValid() const;
     static bool TakeStepSnapshot(Undoable& object);
     void Leave();
     void ForgetRedo();
-    static void EmptyStack(std::deque<Step>& stack, Step& objects);
+    static const Step& ObjectsOf(const std::unique_ptr<const Step>& step);
+    static void EmptyStack(Steps& stack, Step& objects);
 
-    std::deque<Step> m_UndoStack; ///< newest at the back
-    std::deque<Step> m_RedoStack;
+    Steps m_UndoStack; ///< newest at the back
+    Steps m_RedoStack;
     std::optional<std::set<Undoable*>> m_CurrentSet;
     std::vector<Joined> m_Joined;                  ///< the open step's, in order
     std::deque<QuorelCommand*> m_UndoableCommands; ///< owned

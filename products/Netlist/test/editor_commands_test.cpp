@@ -2,6 +2,7 @@
 #include <random>
 
 #include "block.h"
+#include "cmd_target.h"
 #include "module_fixture.h"
 #include "quorel_command.h"
 
