@@ -63,6 +63,7 @@ std::span<const AddCommandFunction> GetCommands();
 void AddBlocks(CLI::App& parent, Choice& choice);
 void AddEdit(CLI::App& parent, Choice& choice);
 void AddPrint(CLI::App& parent, Choice& choice);
+void AddProject(CLI::App& parent, Choice& choice);
 void AddShow(CLI::App& parent, Choice& choice);
 void AddSyntax(CLI::App& parent, Choice& choice);
 void AddSyntaxCheck(CLI::App& parent, Choice& choice);

@@ -3,7 +3,7 @@
 namespace {
 
 constexpr AddCommandFunction kCommands[] = {
-    &AddShow, &AddEdit, &AddPrint, &AddSyntax, &AddBlocks, &AddTour,
+    &AddShow, &AddEdit, &AddPrint, &AddSyntax, &AddBlocks, &AddProject, &AddTour,
 };
 
 } // namespace
