@@ -14,7 +14,7 @@ namespace work {
 
 /// Times pieces of work by the processor time that the process takes, each once a round: whatever
 /// else the machine does, for a moment or all the time, meets all of them alike. Wall clocks and
-/// one contestant behind the other gave ratios of 1.4 to 6 for the same programs on a busy machine.
+/// one contestant behind the other gave ratios of 1.4 to 7 for the same programs on a busy machine.
 class Turns {
 public:
     using Step = std::function<void()>;
