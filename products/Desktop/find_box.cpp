@@ -77,8 +77,11 @@ bool FindBox::TakeKey(const QKeyEvent& key) {
 bool FindBox::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() == QEvent::KeyPress && TakeKey(static_cast<QKeyEvent&>(*event)))
         return true;
-    if (event->type() == QEvent::FocusIn)
+    if (event->type() == QEvent::FocusIn) {
         m_Box.SetFocus();
+        if (m_OnFocus)
+            m_OnFocus();
+    }
     if (event->type() == QEvent::FocusOut)
         m_Box.HandleMessage(kMsgKillFocus, 0, 0);
     return QComboBox::eventFilter(watched, event);

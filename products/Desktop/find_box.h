@@ -16,6 +16,7 @@ public:
 
     std::function<void(bool backward)> m_OnReturn;
     std::function<void()> m_OnEscape;
+    std::function<void()> m_OnFocus; ///< it comes into the box
 
     void ComboBoxChanged() override;
     void EditCommand(unsigned message) override;

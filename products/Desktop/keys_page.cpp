@@ -6,9 +6,11 @@
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include "ifactory.h"
 #include "ifactory_tools.h"
 #include "messages.h"
 #include "module_commands.h"
+#include "qt_strings.h"
 #include "resources.h"
 
 namespace {
@@ -48,10 +50,13 @@ QString KeyName(const Accelerator& key) {
 
 } // namespace
 
-std::vector<KeyRow> ModuleKeys(IFactoryTools& tools) {
-    std::vector<KeyRow> rows{{{}, QString::fromUtf16(tools.GetToolBarName())}};
-    for (const Accelerator& key : tools.GetKeys())
-        rows.push_back({KeyName(key), StatusTextOf(key.m_Command)});
+std::vector<KeyRow> ModuleKeys(INetlistFactory& factory) {
+    AString name;
+    factory.GetEditorsName(name);
+    std::vector<KeyRow> rows{{{}, FromAString(name)}};
+    if (auto* tools = dynamic_cast<IFactoryTools*>(&factory))
+        for (const Accelerator& key : tools->GetKeys())
+            rows.push_back({KeyName(key), StatusTextOf(key.m_Command)});
     rows.push_back({{}, QStringLiteral("In the text")});
     for (const auto& key : kTextKeys)
         rows.push_back({QLatin1String(key.m_Key), QLatin1String(key.m_Text)});

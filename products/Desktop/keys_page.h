@@ -5,7 +5,7 @@
 
 #include <QDialog>
 
-class IFactoryTools;
+class INetlistFactory;
 
 /// A row of the page; one without a key is a heading.
 struct KeyRow {
@@ -14,7 +14,7 @@ struct KeyRow {
 };
 
 /// The keys of the module's commands, then those of the texts themselves.
-std::vector<KeyRow> ModuleKeys(IFactoryTools& tools);
+std::vector<KeyRow> ModuleKeys(INetlistFactory& factory);
 
 class KeysPage : public QDialog {
 public:

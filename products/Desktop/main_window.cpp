@@ -14,10 +14,10 @@
 #include "desktop_core.h"
 #include "line_icon.h"
 #include "message_pane.h"
-#include "module_tool_bar.h"
 #include "qt_strings.h"
 #include "recent_files.h"
 #include "status_line.h"
+#include "tool_bar_screen.h"
 
 namespace {
 
@@ -231,9 +231,17 @@ void MainWindow::ReadState() {
     m_Messages->hide();
 }
 
+/// Places toolbars and panes as they were at the last close, those that have come since too.
+void MainWindow::RestorePlaces() {
+    const bool areMessagesHidden = m_Messages->isHidden();
+    restoreState(m_Core.m_Settings.GetWindowState());
+    m_Messages->setHidden(areMessagesHidden);
+}
+
 void MainWindow::WriteState() {
     m_Core.m_Settings.SetWindowGeometry(saveGeometry());
     m_Core.m_Settings.SetWindowState(saveState());
+    m_Core.m_Desktop.GetToolBarHost()->StoreStates();
     SaveOptions();
 }
 

@@ -13,10 +13,10 @@
 
 class DesktopCore;
 class MessagePane;
-class ModuleToolBar;
 class OpenDocuments;
 class RecentFiles;
 class StatusLine;
+class ToolBarScreen;
 
 /// The window and what belongs to it. What the user sees of a text's state is brought up to date
 /// once after each of the user's actions, when the program has nothing else to do.
@@ -45,6 +45,7 @@ protected:
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
+    QMenu* createPopupMenu() override;
 
 private:
     friend struct WindowActions;
@@ -58,6 +59,8 @@ private:
     void AddEditMenu();
     void AddModuleMenus();
     void AddViewToggles(QMenu& menu);
+    void ShowModuleBars(QMenu& toggles);
+    void RestorePlaces();
     void AddWindowMenu();
     void FillWindowList();
     FileCommands::Surroundings MakeSurroundings();
@@ -100,6 +103,7 @@ private:
     void ZoomReset() { Zoom(0); }
     void Zoom(int steps);
     void ToggleFullScreen();
+    void CustomizeToolBars();
     void ToggleTabs();
     void NextWindow();
     void PreviousWindow();
@@ -117,7 +121,7 @@ private:
     RecentFiles* m_Recent = nullptr;
     StatusLine* m_Status = nullptr;
     MessagePane* m_Messages = nullptr;
-    ModuleToolBar* m_ModuleBar = nullptr;
+    std::unique_ptr<ToolBarScreen> m_ToolBars;
     QMenu* m_EditMenu = nullptr;
     QMenu* m_EditorMenu = nullptr; ///< of the active editor's own commands
     QMenu* m_WindowMenu = nullptr;

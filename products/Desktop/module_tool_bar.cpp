@@ -1,14 +1,31 @@
 #include "module_tool_bar.h"
 
 #include <algorithm>
+#include <utility>
+
+#include <QMouseEvent>
+#include <QTimer>
 
 #include "find_box.h"
-#include "ifactory_tools.h"
+#include "host_tool_bars.h"
 #include "line_icon.h"
+#include "qt_strings.h"
+#include "resources.h"
+#include "tool_bars_data.h"
 
 namespace {
 
-/// The pictures of the buttons by their bitmap's number.
+constexpr struct {
+    unsigned m_Id;
+    Qt::ToolBarArea m_Area;
+} kDockBars[] = {
+    {1, Qt::TopToolBarArea},
+    {2, Qt::LeftToolBarArea},
+    {3, Qt::RightToolBarArea},
+    {4, Qt::BottomToolBarArea},
+};
+
+/// The pictures of the buttons by their bitmap's number, ahead of those that a module brings.
 constexpr struct {
     unsigned m_Bitmap;
     LineIcon m_Icon;
@@ -19,54 +36,200 @@ constexpr struct {
     {9013, LineIcon::searchDownCase}, {9014, LineIcon::searchUpCase},
 };
 
+CRect ToRect(const QRect& rect) {
+    return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
+}
+
+/// A picture whose ground is see-through.
+QIcon IconOf(const PictureResource& picture) {
+    QImage image = QImage(picture.m_Rows.data()).convertToFormat(QImage::Format_ARGB32);
+    for (int y = 0; y < image.height(); ++y)
+        for (int x = 0; x < image.width(); ++x)
+            if ((image.pixel(x, y) & RGB_MASK) == ToolBarButton::kPictureFace)
+                image.setPixel(x, y, 0);
+    return QIcon(QPixmap::fromImage(image));
+}
+
 } // namespace
 
-ModuleToolBar::ModuleToolBar(IFactoryTools& tools, ModuleCommands& commands,
-                             ModuleCommands::Source source, QWidget* parent)
-    : QToolBar(QString::fromUtf16(tools.GetToolBarName()), parent), m_Commands(commands),
-      m_Source(std::move(source)) {
-    setObjectName(QStringLiteral("ModuleToolBar"));
-    for (const ToolBarEntry& entry : tools.GetToolBarEntries()) {
-        if (entry.m_Command == ToolBarEntry::kSeparator)
-            addSeparator();
-        else if (entry.m_Bitmap == ToolBarEntry::kControlPlace)
-            AddBox(tools, entry.m_Command);
-        else
-            AddButton(entry.m_Command, entry.m_Bitmap);
-    }
+unsigned DockBarIdOf(Qt::ToolBarArea area) {
+    const auto found = std::ranges::find_if(
+        kDockBars, [area](const auto& dockBar) { return dockBar.m_Area == area; });
+    return found == std::end(kDockBars) ? kDockBars[0].m_Id : found->m_Id;
 }
 
-void ModuleToolBar::AddButton(unsigned command, unsigned bitmap) {
-    QAction* const action = addAction(ToolTipOf(command));
-    if (const auto icon =
-            std::ranges::find(kIcons, bitmap, &std::decay_t<decltype(*kIcons)>::m_Bitmap);
-        icon != std::end(kIcons))
-        action->setIcon(MakeLineIcon(icon->m_Icon));
-    action->setStatusTip(StatusTextOf(command));
-    connect(action, &QAction::triggered, this,
-            [this, command] { m_Commands.Run(command, m_Source); });
-    m_Buttons.push_back({action, command});
+Qt::ToolBarArea AreaOf(unsigned dockBarId) {
+    const auto found = std::ranges::find_if(
+        kDockBars, [dockBarId](const auto& dockBar) { return dockBar.m_Id == dockBarId; });
+    return found == std::end(kDockBars) ? kDockBars[0].m_Area : found->m_Area;
 }
 
-void ModuleToolBar::AddBox(IFactoryTools& tools, unsigned command) {
-    CComboBox* const box = tools.GetToolBarBox(command);
-    if (!box)
-        return;
-    m_Box = new FindBox(*box, this);
-    m_FirstBehindBox = m_Buttons.size();
-    m_Box->m_OnReturn = [this](bool backward) { Search(backward); };
-    addWidget(m_Box);
+QIcon IconOf(const ToolBarButton& button) {
+    const auto icon = std::ranges::find_if(
+        kIcons, [&](const auto& each) { return each.m_Bitmap == button.mBitmap; });
+    if (icon != std::end(kIcons))
+        return MakeLineIcon(icon->m_Icon);
+    return button.mBitmapObject ? IconOf(*button.mBitmapObject) : QIcon();
 }
 
-/// Return presses the button behind the box, with Shift the one after it.
-void ModuleToolBar::Search(bool backward) {
-    const std::size_t index = m_FirstBehindBox + (backward ? 1 : 0);
-    if (index < m_Buttons.size())
-        m_Commands.Run(m_Buttons[index].m_Command, m_Source);
+ModuleToolBar::ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget* parent)
+    : QToolBar(FromAString(bar.GetBarName()), parent), m_Bar(bar),
+      m_Around(std::move(surroundings)) {
+    setObjectName(QStringLiteral("ToolBar %1.%2")
+                      .arg(FromAString(bar.GetData().GetName()), FromAString(bar.GetBarName())));
+    m_Bar.SetPeer(this);
+    ShowButtons();
+}
+
+void ModuleToolBar::ShowButtons() {
+    m_Items.clear();
+    m_Boxes.clear();
+    qDeleteAll(actions()); // with the boxes, whose windows take one peer at a time
+    if (const ToolBarButtonList* buttons = m_Bar.GetButtons())
+        for (const ToolBarButton& button : *buttons) {
+            QAction* const action = AddItem(button);
+            const bool isPressed = action && !button.IsSeparator() && !button.IsControlPlace();
+            m_Items.push_back({action, isPressed ? button.mCommand : 0});
+        }
+    SetCustomizing(m_Around.m_Host.IsCustomizing());
+    Refresh();
+    if (isFloating())
+        adjustSize();
+}
+
+QAction* ModuleToolBar::AddItem(const ToolBarButton& button) {
+    if (button.IsSeparator())
+        return addSeparator();
+    return button.IsControlPlace() ? AddBox(button) : AddButton(button);
+}
+
+QAction* ModuleToolBar::AddButton(const ToolBarButton& button) {
+    QAction* const action = addAction(ToolTipOf(button.mCommand));
+    const ToolBarButton* const known = m_Around.m_Host.FindInCatalogue(button);
+    action->setIcon(IconOf(known ? *known : button));
+    action->setStatusTip(StatusTextOf(button.mCommand));
+    connect(action, &QAction::triggered, this, [this, command = button.mCommand] {
+        if (!m_Around.m_Host.IsCustomizing())
+            m_Around.m_Commands.Run(command, m_Around.m_Source);
+    });
+    return action;
+}
+
+QAction* ModuleToolBar::AddBox(const ToolBarButton& button) {
+    ToolBarControl* control = nullptr;
+    auto* const window = m_Bar.GetData().FindControl(button.mCommand, control)
+                             ? dynamic_cast<CComboBox*>(control->mWindow)
+                             : nullptr;
+    if (!window)
+        return nullptr;
+    auto* const box = new FindBox(*window, this);
+    box->m_OnReturn = [this, id = button.mCommand](bool backward) { Search(id, backward); };
+    box->m_OnEscape = m_Around.m_OnEscape;
+    box->m_OnFocus = [this, id = button.mCommand, window] {
+        m_Bar.HandleMessage(kMsgCommand, MakeControlNotice(id, kNoticeGotFocus),
+                            reinterpret_cast<std::intptr_t>(static_cast<CWnd*>(window)));
+    };
+    m_Boxes.push_back({box, window});
+    return addWidget(box);
+}
+
+/// Return presses the button behind the box, with Shift the one after it: as the module has them,
+/// whatever the user has made of the bar.
+void ModuleToolBar::Search(unsigned box, bool backward) {
+    const ToolBarButtonList* buttons = HostToolBars::FindDefaults(m_Bar);
+    if (!buttons)
+        buttons = m_Bar.GetButtons();
+    const auto place = std::ranges::find(*buttons, box, &ToolBarButton::mCommand);
+    const auto index = place - buttons->begin() + (backward ? 2 : 1);
+    if (index < std::ssize(*buttons))
+        m_Around.m_Commands.Run((*buttons)[static_cast<std::size_t>(index)].mCommand,
+                                m_Around.m_Source);
 }
 
 void ModuleToolBar::Refresh() {
-    const ModuleMenu menu = m_Source();
-    for (const Button& button : m_Buttons)
-        ModuleCommands::Update(*button.m_Action, button.m_Command, menu);
+    const ModuleMenu menu = m_Around.m_Source();
+    for (const Item& item : m_Items)
+        if (item.m_Command != 0)
+            ModuleCommands::Update(*item.m_Action, item.m_Command, menu);
+}
+
+void ModuleToolBar::SetCustomizing(bool on) {
+    for (const Box& box : m_Boxes)
+        if (!on)
+            box.m_Shown->setEnabled(true);
+}
+
+void ModuleToolBar::FloatAt(CPoint place) {
+    const bool isShown = !isHidden();
+    setWindowFlags(Qt::Tool | Qt::FramelessWindowHint); // as when the user drags it out
+    move(place.x, place.y);
+    adjustSize();
+    setVisible(isShown);
+    QTimer::singleShot(0, this, &QWidget::raise); // the main window may come up behind it
+}
+
+CRect ModuleToolBar::GetItemRect(std::size_t index) {
+    const QAction* const action = index < m_Items.size() ? m_Items[index].m_Action : nullptr;
+    return action ? ToRect(actionGeometry(const_cast<QAction*>(action))) : CRect();
+}
+
+unsigned ModuleToolBar::GetDockBarId() {
+    return m_Around.m_GetArea();
+}
+
+CRect ModuleToolBar::GetWindowRect() {
+    return ToRect(QRect(mapToGlobal(QPoint(0, 0)), size()));
+}
+
+std::optional<CRect> ModuleToolBar::GetFrameRect() {
+    return isFloating() ? std::optional(ToRect(frameGeometry())) : std::nullopt;
+}
+
+void ModuleToolBar::DisableControl(CWnd& control) {
+    for (const Box& box : m_Boxes)
+        if (box.m_Window == &control)
+            box.m_Shown->setEnabled(false);
+}
+
+std::intptr_t ModuleToolBar::DefaultMessage(unsigned, std::uintptr_t, std::intptr_t) {
+    if (m_Passing)
+        m_Passing->m_IsTaken = QToolBar::event(m_Passing->m_Event);
+    return 0;
+}
+
+/// The bar hears of the event and has it handled, unless it swallows it.
+bool ModuleToolBar::Pass(unsigned message, QEvent& event) {
+    Passing passing{&event, true};
+    Passing* const before = std::exchange(m_Passing, &passing);
+    std::uintptr_t buttons = 0;
+    std::intptr_t place = 0;
+    if (message != kMsgWindowPosChanged) {
+        const auto& mouse = static_cast<QMouseEvent&>(event);
+        buttons = mouse.buttons().testFlag(Qt::LeftButton) ? kModLeftButton : 0;
+        place = MakePointValue(mouse.position().toPoint().x(), mouse.position().toPoint().y());
+    }
+    m_Bar.HandleMessage(message, buttons, place);
+    m_Passing = before;
+    return passing.m_IsTaken;
+}
+
+bool ModuleToolBar::event(QEvent* event) {
+    if (!m_Bar.HasWindow())
+        return QToolBar::event(event);
+    const auto isLeft = [event] {
+        return static_cast<QMouseEvent*>(event)->button() == Qt::LeftButton;
+    };
+    switch (event->type()) {
+    case QEvent::MouseMove:
+        return Pass(kMsgMouseMove, *event);
+    case QEvent::MouseButtonPress:
+        return isLeft() ? Pass(kMsgLButtonDown, *event) : QToolBar::event(event);
+    case QEvent::MouseButtonRelease:
+        return isLeft() ? Pass(kMsgLButtonUp, *event) : QToolBar::event(event);
+    case QEvent::Move:
+    case QEvent::Resize:
+        return Pass(kMsgWindowPosChanged, *event);
+    default:
+        return QToolBar::event(event);
+    }
 }

@@ -1,4 +1,4 @@
-/// ModuleToolBar: the module's toolbar, built from its button table.
+/// ModuleToolBar: one of the module's toolbars on the screen.
 #pragma once
 
 #include <functional>
@@ -7,33 +7,79 @@
 #include <QToolBar>
 
 #include "module_commands.h"
+#include "qr_tool_bar.h"
 
 class FindBox;
-class IFactoryTools;
+class HostToolBars;
 
-class ModuleToolBar : public QToolBar {
+/// The areas of a main window as the numbers of dock bars; an unknown number is the top.
+unsigned DockBarIdOf(Qt::ToolBarArea area);
+Qt::ToolBarArea AreaOf(unsigned dockBarId);
+
+/// The picture of a button; a null one when it has none.
+QIcon IconOf(const ToolBarButton& button);
+
+/// Shows the buttons and controls of the module's bar, and passes on to it what the pointer does.
+class ModuleToolBar : public QToolBar, public IToolBarPeer {
 public:
-    /// @param tools outlives the bar, as does commands @param source gives who answers the commands
-    ModuleToolBar(IFactoryTools& tools, ModuleCommands& commands, ModuleCommands::Source source,
-                  QWidget* parent);
+    /// What the bar needs of those around it; all outlives it.
+    struct Surroundings {
+        HostToolBars& m_Host;
+        ModuleCommands& m_Commands;
+        ModuleCommands::Source m_Source;     ///< gives who answers the commands
+        std::function<void()> m_OnEscape;    ///< out of a box
+        std::function<unsigned()> m_GetArea; ///< the number of the dock bar
+        std::function<void()> m_OnEnd;       ///< deletes this bar, whose own one ends
+    };
 
+    ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget* parent);
+    /// Shows the bar's present list of buttons.
+    void ShowButtons();
     /// Brings the buttons' states up to date.
     void Refresh();
-    /// Null when the table has no box.
-    FindBox* GetFindBox() const { return m_Box; }
+    /// Lets it stand free, with its upper left corner there.
+    void FloatAt(CPoint place);
+    /// Customising begins or ends.
+    void SetCustomizing(bool on);
+    CQrToolBar& GetBar() const { return m_Bar; }
+
+    CRect GetItemRect(std::size_t index) override;
+    bool IsFloating() override { return isFloating(); }
+    bool IsBarVisible() override { return !isHidden(); }
+    unsigned GetDockBarId() override;
+    CRect GetWindowRect() override;
+    std::optional<CRect> GetFrameRect() override;
+    std::intptr_t DefaultMessage(unsigned message, std::uintptr_t first,
+                                 std::intptr_t second) override;
+    void DisableControl(CWnd& control) override;
+    void ToolBarEnds() override { m_Around.m_OnEnd(); }
+
+protected:
+    bool event(QEvent* event) override;
 
 private:
-    struct Button {
+    struct Item {
         QAction* m_Action;
-        unsigned m_Command;
+        unsigned m_Command; ///< 0: not a button that is pressed
     };
-    void AddButton(unsigned command, unsigned bitmap);
-    void AddBox(IFactoryTools& tools, unsigned command);
-    void Search(bool backward);
+    struct Box {
+        FindBox* m_Shown;
+        CWnd* m_Window;
+    };
+    /// An event on its way through the bar.
+    struct Passing {
+        QEvent* m_Event;
+        bool m_IsTaken;
+    };
+    QAction* AddItem(const ToolBarButton& button);
+    QAction* AddButton(const ToolBarButton& button);
+    QAction* AddBox(const ToolBarButton& button);
+    void Search(unsigned box, bool backward);
+    bool Pass(unsigned message, QEvent& event);
 
-    ModuleCommands& m_Commands;
-    ModuleCommands::Source m_Source;
-    std::vector<Button> m_Buttons;
-    FindBox* m_Box = nullptr;
-    std::size_t m_FirstBehindBox = 0; ///< among the buttons
+    CQrToolBar& m_Bar;
+    Surroundings m_Around;
+    std::vector<Item> m_Items; ///< one for each of the bar's buttons
+    std::vector<Box> m_Boxes;
+    Passing* m_Passing = nullptr;
 };

@@ -55,6 +55,8 @@ std::span<const MainWindow::Command> WindowActions::View() {
         {"&Normal Size", "Ctrl+0", kNoIcon, Needs::nothing, &W::ZoomReset,
          "Show texts in their first size"},
         {},
+        {"Custo&mise Toolbars...", nullptr, kNoIcon, Needs::document, &W::CustomizeToolBars,
+         "Choose the buttons of the toolbars"},
         {"&Full Screen", "F11", kNoIcon, Needs::nothing, &W::ToggleFullScreen,
          "Let the window fill the screen, or no longer"},
         {},

@@ -9,6 +9,7 @@
 #include "messages.h"
 #include "page_layout.h"
 #include "status_line.h"
+#include "tool_bar_screen.h"
 #include "window_commands.h"
 
 namespace {
@@ -97,6 +98,10 @@ void MainWindow::ToggleFullScreen() {
     setWindowState(windowState() ^ Qt::WindowFullScreen);
 }
 
+void MainWindow::CustomizeToolBars() {
+    m_ToolBars->Customize();
+}
+
 void MainWindow::ToggleTabs() {
     const bool on = !m_Documents->AreTabs();
     m_Documents->SetTabs(on);
@@ -133,8 +138,8 @@ void MainWindow::ShowKeys() {
         if (bound.m_Command->m_Keys)
             rows.push_back({bound.m_Action->shortcut().toString(QKeySequence::NativeText),
                             QLatin1String(bound.m_Command->m_Status)});
-    if (IFactoryTools* tools = m_Core.GetTools())
-        for (KeyRow& row : ModuleKeys(*tools))
+    if (INetlistFactory* factory = m_Core.m_Module.GetFactory())
+        for (KeyRow& row : ModuleKeys(*factory))
             rows.push_back(std::move(row));
     KeysPage(rows, this).exec();
 }

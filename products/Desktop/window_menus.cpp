@@ -3,14 +3,14 @@
 
 #include <QMdiSubWindow>
 #include <QMenuBar>
+#include <QStyle>
+#include <QToolBar>
 
 #include "desktop_core.h"
-#include "find_box.h"
-#include "ifactory_tools.h"
 #include "iview_doc.h"
 #include "message_pane.h"
-#include "module_tool_bar.h"
 #include "recent_files.h"
+#include "tool_bar_screen.h"
 #include "window_commands.h"
 
 namespace {
@@ -157,17 +157,37 @@ void MainWindow::BuildToolBars() {
         else
             standard->addSeparator();
     }
-    const auto source = [this] { return EditorMenuOf(GetActive(), IViewDoc::kEditMenu); };
-    if (IFactoryTools* tools = m_Core.GetTools()) {
-        m_ModuleBar = new ModuleToolBar(*tools, m_Commands, source, this);
-        addToolBar(m_ModuleBar);
-        if (FindBox* box = m_ModuleBar->GetFindBox())
-            box->m_OnEscape = [this] { FocusText(); };
-    }
     const int size = style()->pixelMetric(QStyle::PM_SmallIconSize) * 5 / 4;
     setIconSize({size, size});
     setToolButtonStyle(Qt::ToolButtonIconOnly);
-    AddViewToggles(*menuBar()->findChild<QMenu*>(QStringLiteral("ViewMenu")));
+    QMenu& view = *menuBar()->findChild<QMenu*>(QStringLiteral("ViewMenu"));
+    AddViewToggles(view);
+    ShowModuleBars(view);
+}
+
+/// The modules' toolbars come with the first text.
+void MainWindow::ShowModuleBars(QMenu& toggles) {
+    QAction* const behind = m_Messages->toggleViewAction();
+    m_ToolBars = std::make_unique<ToolBarScreen>(
+        *m_Core.m_Desktop.GetToolBarHost(),
+        ToolBarScreen::Surroundings{
+            .m_Window = *this,
+            .m_Commands = m_Commands,
+            .m_Source = [this] { return EditorMenuOf(GetActive(), IViewDoc::kEditMenu); },
+            .m_OnEscape = [this] { FocusText(); },
+            .m_RestorePlaces = [this] { RestorePlaces(); },
+            .m_AddToggle = [&toggles,
+                            behind](QAction& toggle) { toggles.insertAction(behind, &toggle); },
+            .m_Changed = [this] { m_Saving.start(); }});
+}
+
+QMenu* MainWindow::createPopupMenu() {
+    QMenu* const menu = QMainWindow::createPopupMenu();
+    menu->addSeparator();
+    for (const BoundAction& bound : m_Actions)
+        if (bound.m_Command->m_Run == &MainWindow::CustomizeToolBars)
+            menu->addAction(bound.m_Action);
+    return menu;
 }
 
 void MainWindow::AddViewToggles(QMenu& menu) {
@@ -186,8 +206,7 @@ void MainWindow::RefreshActions(OpenDocument* document) {
                             inspector && inspector->IsModified()};
     for (const BoundAction& bound : m_Actions)
         bound.m_Action->setEnabled(isThere[static_cast<std::size_t>(bound.m_Command->m_Needs)]);
-    if (m_ModuleBar)
-        m_ModuleBar->Refresh();
+    m_ToolBars->Refresh();
     const QString title = PopupTitleOf(EditorMenuOf(document, IViewDoc::kExportMenu));
     m_EditorMenu->menuAction()->setVisible(!title.isEmpty());
     if (m_EditorMenu->title() != title)

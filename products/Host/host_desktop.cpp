@@ -8,13 +8,6 @@
 #include "read_error.h"
 #include "streamio_object.h"
 
-HostToolBarHost::~HostToolBarHost() = default;
-
-void HostToolBarHost::RecalcLayout(int, int) {
-    if (m_OnRecalcLayout)
-        m_OnRecalcLayout();
-}
-
 HostUserInterface::~HostUserInterface() = default;
 
 void HostUserInterface::Refresh() {

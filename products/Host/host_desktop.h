@@ -8,25 +8,12 @@
 
 #include "command_runner.h"
 #include "host_prompt.h"
+#include "host_tool_bars.h"
 #include "idesktop.h"
 #include "iglobal_manager.h"
 #include "option_store.h"
 #include "quorel_export.h"
 #include "undo_manager.h"
-
-/// The side of a main window that toolbars need. Empty for a host without windows.
-class QUOREL_API HostToolBarHost : public IToolBarHost {
-public:
-    virtual ~HostToolBarHost();
-
-    CWnd* GetMainWindow() override { return m_MainWindow; }
-    void RecalcLayout(int first, int second) override;
-    void GetToolBarStateName(AString& name) override { name = m_StateName; }
-
-    CWnd* m_MainWindow = nullptr;
-    AString m_StateName;
-    std::function<void()> m_OnRecalcLayout; ///< may be empty
-};
 
 class QUOREL_API HostUserInterface : public IUserInterface {
 public:
@@ -56,7 +43,7 @@ public:
     virtual ~HostDesktop();
 
     HostMessageSink* GetMessageSink() override { return &m_MessageSink; }
-    HostToolBarHost* GetToolBarHost() override { return &m_ToolBarHost; }
+    HostToolBars* GetToolBarHost() override { return &m_ToolBars; }
     HostUserInterface* GetUserInterface() override { return &m_UserInterface; }
     void GetInstallDirectory(AString& directory) override;
     void GetSysLibDirectory(AString& directory) override;
@@ -109,7 +96,7 @@ private:
     OptionStore& m_Options;
     HostPrompt m_Prompt;
     HostMessageSink m_MessageSink{m_Prompt};
-    HostToolBarHost m_ToolBarHost;
+    HostToolBars m_ToolBars{*this};
     HostUserInterface m_UserInterface;
     CommandRunner m_Runner;
     bool m_HasLimit = false; ///< the runner has the option's

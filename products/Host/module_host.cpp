@@ -65,6 +65,7 @@ void ModuleHost::Stop() {
     if (!m_Factory)
         return;
     m_Desktop.ReleaseCommands(); // which may hold on to managers
+    m_Desktop.GetToolBarHost()->LetGo();
     m_Factory->UninitializeFactory();
     std::exchange(m_Factory, nullptr)->Release();
     m_Desktop.ReleaseGlobalManagers();

@@ -13,6 +13,7 @@
 #include "input_file.h"
 #include "syntax_choice.h"
 #include "temporary_file.h"
+#include "tool_bars_data.h"
 
 namespace {
 
@@ -184,9 +185,10 @@ IFactoryTools& EditorSession::GetTools() {
 }
 
 CComboBox& EditorSession::GetFindBox() {
-    for (const ToolBarEntry& entry : GetTools().GetToolBarEntries())
-        if (CComboBox* box = GetTools().GetToolBarBox(entry.m_Command))
-            return *box;
+    if (const CToolBarsData* bars = GetTools().GetToolBars())
+        for (const auto& control : bars->GetControls())
+            if (auto* box = dynamic_cast<CComboBox*>(control->mWindow))
+                return *box;
     throw ToolError(ExitCode::file, m_Host.GetPath() + " has no find box");
 }
 

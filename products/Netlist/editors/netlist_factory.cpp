@@ -18,6 +18,8 @@
 #include "resource_ids.h"
 #include "script_editor.h"
 #include "sim_edit_view.h"
+#include "tool_bar_table.h"
+#include "tool_bars_data.h"
 
 namespace {
 
@@ -97,7 +99,7 @@ void CNetlistFactory::UndoInitialize() {
     CNetlistApp::Get().CloseTemplates();
     m_ScriptTemplate = nullptr;
     m_NetlistTemplate = nullptr;
-    DeleteToolBars();
+    m_ToolBars.reset();
     gDesktop = nullptr;
     m_Desktop = nullptr;
 }
@@ -112,17 +114,21 @@ CDocTemplate* CNetlistFactory::AddTemplate(unsigned resourceId) {
     return docTemplate;
 }
 
-void CNetlistFactory::CreateToolBars() {}
-
-void CNetlistFactory::DeleteToolBars() {
-    m_ToolBars = nullptr;
+void CNetlistFactory::CreateToolBars() {
+    if (!m_Desktop || m_ToolBars)
+        return;
+    m_ToolBars = std::make_unique<CToolBarsData>(*m_Desktop, u"Netlist");
+    m_ToolBars->AddBuiltInToolBar(kToolBarName, kToolBarTable);
+    m_ToolBars->AddToolBar(kToolBarName, kToolBarTable);
+    m_ToolBars->AddControl(&m_FindCombo, kFindBoxCommand, kFindBoxStyle, kFindBoxWidth,
+                           kFindBoxHeight);
 }
 
 void CNetlistFactory::UninitializeFactory() {
     Guarded([] { WriteDebugLine("NetlistFactory UninitializeFactory called\n"); });
     m_Accelerators.Destroy();
     Guarded([this] { DropConfigCopy(); });
-    DeleteToolBars();
+    Guarded([this] { m_ToolBars.reset(); });
 }
 
 bool CNetlistFactory::GetFactoryMenus(int kind, std::vector<CMenu*>& menus,

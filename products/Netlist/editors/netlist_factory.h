@@ -54,9 +54,7 @@ public:
                                 const AString& language, const AString& name) override;
 
     // IFactoryTools
-    const char16_t* GetToolBarName() override;
-    std::span<const ToolBarEntry> GetToolBarEntries() override;
-    CComboBox* GetToolBarBox(std::uint32_t command) override;
+    CToolBarsData* GetToolBars() override { return m_ToolBars.get(); }
     std::span<const Accelerator> GetKeys() override { return m_Accelerators.GetKeys(); }
     int ZoomText(int steps) override;
 
@@ -69,7 +67,6 @@ public:
     /// Whose frames all editors use; null before InitializeFactory.
     CDocTemplate* GetNetlistTemplate() const { return m_NetlistTemplate; }
     const CAcceleratorTable& GetAccelerators() const { return m_Accelerators; }
-    CToolBarsData* GetToolBars() const { return m_ToolBars; }
     /// The find box of the module's toolbar.
     CComboBox& GetFindCombo() { return m_FindCombo; }
     void EditorBegins(CBaseEditor& editor) { m_Editors.push_back(&editor); }
@@ -84,10 +81,7 @@ private:
     /// Takes back what Initialize has done before it failed.
     void UndoInitialize();
     static CDocTemplate* AddTemplate(unsigned resourceId);
-    /// Where the module's toolbar comes about, with the find box on it, and ends. There is no
-    /// toolbar library yet, and editors have no toolbars.
     void CreateToolBars();
-    void DeleteToolBars();
 
     void EnsureSyntaxConfig();
     void LocateSyntaxConfig();
@@ -107,10 +101,10 @@ private:
     CMenu m_OptionsMenu;
     std::unique_ptr<CNetlistFactoryCmdTarget> m_CmdTarget;
     CAcceleratorTable m_Accelerators;
-    CToolBarsData* m_ToolBars = nullptr;
     AString m_ConfigPath;            ///< what the reader opens: the copy, or the file itself
     AString m_ConfigSource;          ///< the configuration file as found
     bool m_ConfigIsTempCopy = false; ///< m_ConfigPath is a copy that is deleted at the end
     CComboBox m_FindCombo;
-    std::vector<CBaseEditor*> m_Editors; ///< those alive, not owned
+    std::unique_ptr<CToolBarsData> m_ToolBars; ///< with the find box, which it goes before
+    std::vector<CBaseEditor*> m_Editors;       ///< those alive, not owned
 };

@@ -7,19 +7,6 @@
 #include "netlist_app.h"
 #include "netlist_factory.h"
 #include "sim_edit_view.h"
-#include "tool_bar_table.h"
-
-const char16_t* CNetlistFactory::GetToolBarName() {
-    return kToolBarName;
-}
-
-std::span<const ToolBarEntry> CNetlistFactory::GetToolBarEntries() {
-    return kToolBarTable;
-}
-
-CComboBox* CNetlistFactory::GetToolBarBox(std::uint32_t command) {
-    return command == kFindBoxCommand ? &m_FindCombo : nullptr;
-}
 
 namespace {
 

@@ -5,14 +5,13 @@
 namespace {
 
 constexpr std::uint8_t kEnabled = 4;
-constexpr std::uint32_t kNoBitmap = 0xFFFFFFFF;
 
 constexpr ToolBarEntry kEntries[] = {
     {kCommandToggleBookmark, 9007, kEnabled, 0},
     {kCommandClearBookmarks, 9008, kEnabled, 0},
     {kCommandNextBookmark, 9009, kEnabled, 0},
     {kCommandPreviousBookmark, 9010, kEnabled, 0},
-    {ToolBarEntry::kSeparator, kNoBitmap, 0, 0},
+    {ToolBarEntry::kSeparator, ToolBarEntry::kNoBitmap, 0, 0},
     {kFindBoxCommand, ToolBarEntry::kControlPlace, 0, 0},
     {kCommandSearchDown, 9011, kEnabled, 0},
     {kCommandSearchUp, 9012, kEnabled, 0},
@@ -22,4 +21,4 @@ constexpr ToolBarEntry kEntries[] = {
 
 } // namespace
 
-constinit const std::span<const ToolBarEntry> kToolBarTable{kEntries};
+constinit const ToolBarTable kToolBarTable{kEntries};

@@ -6,7 +6,10 @@
 #include <random>
 #include <string>
 
+#include "combo_box.h"
+#include "ifactory_tools.h"
 #include "module_fixture.h"
+#include "tool_bars_data.h"
 
 /// A place on the window in cells, row first.
 struct ScreenCell {
@@ -30,6 +33,13 @@ protected:
         m_Desk.Pump();
     }
     OpenEditor& Editor() { return *m_Open; }
+    /// The box on the module's toolbar.
+    CComboBox& FindBox() {
+        ToolBarControl* control = nullptr;
+        auto& tools = dynamic_cast<IFactoryTools&>(Factory());
+        EXPECT_TRUE(tools.GetToolBars()->FindControl(42014, control));
+        return dynamic_cast<CComboBox&>(*control->mWindow);
+    }
     /// The view made last.
     HeadlessWindow& View() {
         HeadlessWindow* view = nullptr;

@@ -1,6 +1,4 @@
 /// Find, replace and go-to: dialogs worked by scripts, the F3 keys, the find box.
-#include "combo_box.h"
-#include "ifactory_tools.h"
 #include "view_script.h"
 
 namespace {
@@ -9,11 +7,10 @@ class ViewSearch : public ScriptTest {
 protected:
     ViewSearch() { WriteConfig("install", 3); }
 
-    CComboBox& Box() { return *dynamic_cast<IFactoryTools&>(Factory()).GetToolBarBox(42014); }
     std::string History() {
         std::string all;
-        for (int index = 0; index < Box().GetCount(); ++index)
-            all += (index ? " " : "") + Box().GetItemText(index).ToCString();
+        for (int index = 0; index < FindBox().GetCount(); ++index)
+            all += (index ? " " : "") + FindBox().GetItemText(index).ToCString();
         return all;
     }
 };
@@ -48,7 +45,7 @@ TEST_F(ViewSearch, FindGoesToTheNextMatchRoundTheText) {
     };
     Check(kCases);
     Start("|?");
-    Box().SetWindowText(u"\u0416");
+    FindBox().SetWindowText(u"\u0416");
     Play("F3");
     EXPECT_EQ(State(), "|?");
     EXPECT_EQ(m_Desktop.GetPrompt()->GetShown().back().m_Text, u"Cannot find string:\"\u0436\"");
@@ -68,7 +65,7 @@ TEST_F(ViewSearch, F3StepsFromMatchToMatch) {
                  {"|ab ab ab", u"ab", {{"F3", 0}, {"S-F3", 6}, {"S-F3", 3}, {"F3", 6}}}};
     for (const auto& row : kRows) {
         Start(row.m_Start);
-        Box().SetWindowText(row.m_What);
+        FindBox().SetWindowText(row.m_What);
         for (const auto& [key, column] : row.m_Steps) {
             Play(key);
             const SelectionState selection = *Editor().m_Inspector->GetSelection();
@@ -92,7 +89,7 @@ TEST_F(ViewSearch, DialogsOfferASelectionWithinARow) {
     for (const auto& row : kRows)
         for (const auto& [command, title] : {std::pair(57636u, u"Find"), {57641u, u"Replace"}}) {
             Start(row.m_Start);
-            Box().SetWindowText(u"box");
+            FindBox().SetWindowText(u"box");
             Play(row.m_Script);
             m_Desk.m_DialogScripts.push_back([&](HeadlessDialog& shown) {
                 EXPECT_EQ(shown.GetTitle(), title);
@@ -100,13 +97,13 @@ TEST_F(ViewSearch, DialogsOfferASelectionWithinARow) {
                 EXPECT_FALSE(shown.IsChecked(9004)); // case
             });
             Play(std::to_string(command));
-            EXPECT_EQ(Box().GetWindowText(), u"box"); // opening changes nothing
+            EXPECT_EQ(FindBox().GetWindowText(), u"box"); // opening changes nothing
         }
 }
 
 TEST_F(ViewSearch, AMatchThatHasChangedStillMovesTheCaret) {
     Start("|ab\nab");
-    Box().SetWindowText(u"ab");
+    FindBox().SetWindowText(u"ab");
     const struct {
         int m_Deleted; ///< the row whose match goes
         const char* m_Key;
@@ -180,9 +177,9 @@ TEST_F(ViewSearch, TheFindBoxKeepsThirtyTextsTheNewestFirst) {
     for (const auto& [what, history] : kRows) {
         Play(std::string("find:") + what);
         EXPECT_EQ(History(), history);
-        EXPECT_EQ(Box().GetWindowText(), AString(what));
+        EXPECT_EQ(FindBox().GetWindowText(), AString(what));
     }
-    Box().SetWindowText(u"typed"); // what stands in the box is no new text
+    FindBox().SetWindowText(u"typed"); // what stands in the box is no new text
     Play("find:typed");
     EXPECT_EQ(History(), "a c A b");
     std::string newest;

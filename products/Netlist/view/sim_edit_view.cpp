@@ -2,14 +2,17 @@
 
 #include <algorithm>
 
+#include "assertion.h"
 #include "base_editor.h"
 #include "desktop_access.h"
 #include "idesign.h"
 #include "idesktop.h"
 #include "netlist_app.h"
+#include "netlist_factory.h"
 #include "print_layout.h"
 #include "reader_text.h"
 #include "resource_ids.h"
+#include "tool_bars_data.h"
 
 CSimEditView::CSimEditView()
     : m_BookmarkColor(static_cast<ColorRef>(CNetlistApp::Get().GetOptions().BMColor)) {}
@@ -22,6 +25,11 @@ CSimEditView::~CSimEditView() {
 
 CBaseEditor* CSimEditView::GetEditor() const {
     return dynamic_cast<CBaseEditor*>(GetDocument());
+}
+
+CNetlistFactory* CSimEditView::GetFactory() const {
+    const CBaseEditor* const editor = GetEditor();
+    return editor ? editor->GetNetlistFactory() : nullptr;
 }
 
 CSimEditDoc* CSimEditView::GetTextDocument() const {
@@ -101,8 +109,13 @@ void CSimEditView::OnInitialUpdate() {
     UpdateScrollSizes(true, true, RowCount(), true);
 }
 
-/// Where the module's toolbars come onto the frame. There is no toolbar library yet.
-void CSimEditView::CreateToolBars() {}
+void CSimEditView::CreateToolBars() {
+    CNetlistFactory* const factory = GetFactory();
+    if (!factory || !factory->GetToolBars())
+        return;
+    const bool ret = factory->GetToolBars()->CreateBars();
+    USE_ASSERT_TEXT(ret, "ret");
+}
 
 void CSimEditView::ResetText(std::int32_t lineCount, std::int32_t width) {
     ResetView(lineCount, width);

@@ -14,6 +14,7 @@
 #include "view.h"
 
 class CBaseEditor;
+class CNetlistFactory;
 class CComboBox;
 class CFindDialog;
 class CSimEditDoc;
@@ -194,6 +195,7 @@ private:
     struct Motion;
 
     CBaseEditor* GetEditor() const;
+    CNetlistFactory* GetFactory() const;
     CSimEditDoc* GetTextDocument() const;
     void TellActivation(CBaseEditor& editor, bool activate);
     void CreateToolBars();

@@ -56,8 +56,7 @@ TextSearch SearchFor(const AString& wanted, bool keepCase) {
 } // namespace
 
 CComboBox* CSimEditView::GetFindBox() const {
-    CBaseEditor* const editor = GetEditor();
-    CNetlistFactory* const factory = editor ? editor->GetNetlistFactory() : nullptr;
+    CNetlistFactory* const factory = GetFactory();
     return factory ? &factory->GetFindCombo() : nullptr;
 }
 
