@@ -1,8 +1,10 @@
 /// Commands on a host's stack beside QUndoStack: what a command costs without its own work.
+#include <ctime>
 #include <memory>
 
 #include <QUndoStack>
 
+#include "block_turns.h"
 #include "host_design.h"
 #include "host_desktop.h"
 #include "peer_bench.h"
@@ -11,7 +13,7 @@
 namespace {
 
 constexpr int kCommands = 100'000;
-constexpr int kRounds = 11;
+constexpr int kRounds = 15;
 constexpr int kSmallLimit = 1000;
 long sWork = 0; // what the commands do
 
@@ -52,7 +54,8 @@ struct Stage {
         m_Store.Set(u"Options", u"NumberOfCommands", AString(std::to_string(limit)));
     }
     void Push() { m_Design.RunCommand(new TrivialCommand(m_Context)); }
-    Undo_Manager& Commands() { return m_Design.GetCommands(); }
+    void Undo() { m_Desktop.UndoCommand(&m_Design.GetCommands()); }
+    void Redo() { m_Desktop.RedoCommand(&m_Design.GetCommands()); }
 
     OptionStore m_Store;
     HostDesktop m_Desktop{{}, m_Store};
@@ -60,61 +63,35 @@ struct Stage {
     ICommandContext* m_Context = m_Design.GetProject()->GetCommandContext();
 };
 
-/// Nanoseconds a command of work that does all of them, median of rounds.
-template <class Setup, class Work>
-void Row(const char* work, const char* who, Setup setup, Work all) {
-    bench::Row(work, who, "ns", bench::TimeOf(kRounds, setup, all) / kCommands);
+struct Peer {
+    explicit Peer(int limit) { m_Stack.setUndoLimit(limit); }
+    void Push() { m_Stack.push(new TrivialPeer); }
+    void Undo() { m_Stack.undo(); }
+    void Redo() { m_Stack.redo(); }
+
+    QUndoStack m_Stack;
+};
+
+template <class Stack>
+work::Turns::Step Repeat(std::unique_ptr<Stack>& stack, void (Stack::*step)()) {
+    return [&stack, step] {
+        for (int i = 0; i < kCommands; ++i)
+            (stack.get()->*step)();
+    };
 }
 
-void MeasureOwn(const char* who) {
-    std::unique_ptr<Stage> stage;
-    const auto fresh = [&](int limit) {
-        return [&stage, limit] { stage = std::make_unique<Stage>(limit); };
+/// Adds the work of one sort of stack. The stack of 100,000 commands is pushed anew each round and
+/// then undone and redone.
+template <class Stack>
+void AddWork(work::Turns& turns, const char* who, std::unique_ptr<Stack>& stack) {
+    const auto fresh = [&stack](int limit) {
+        return [&stack, limit] { stack = std::make_unique<Stack>(limit); };
     };
-    const auto push = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stage->Push();
-    };
-    const auto undo = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stage->m_Desktop.UndoCommand(&stage->Commands());
-    };
-    const auto redo = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stage->m_Desktop.RedoCommand(&stage->Commands());
-    };
-    Row("commands: push", who, fresh(kCommands), push);
-    Row(
-        "commands: undo", who, [&] { redo(); }, undo);
-    Row(
-        "commands: redo", who, [&] { undo(); }, redo);
-    Row("commands: push with a limit of 1,000", who, fresh(kSmallLimit), push);
-}
-
-void MeasurePeer(const char* who) {
-    std::unique_ptr<QUndoStack> stack;
-    const auto fresh = [&](int limit) {
-        return [&stack, limit] {
-            stack = std::make_unique<QUndoStack>();
-            stack->setUndoLimit(limit);
-        };
-    };
-    const auto push = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stack->push(new TrivialPeer);
-    };
-    const auto undo = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stack->undo();
-    };
-    const auto redo = [&] {
-        for (int i = 0; i < kCommands; ++i)
-            stack->redo();
-    };
-    Row("commands: push", who, fresh(0), push);
-    Row("commands: undo", who, redo, undo);
-    Row("commands: redo", who, undo, redo);
-    Row("commands: push with a limit of 1,000", who, fresh(kSmallLimit), push);
+    const auto push = Repeat(stack, &Stack::Push);
+    turns.Add("commands: push", who, kRounds, {fresh(kCommands), push, {}});
+    turns.Add("commands: undo", who, kRounds, {{}, Repeat(stack, &Stack::Undo), {}});
+    turns.Add("commands: redo", who, kRounds, {{}, Repeat(stack, &Stack::Redo), {}});
+    turns.Add("commands: push with a limit of 1,000", who, kRounds, {fresh(kSmallLimit), push, {}});
 }
 
 /// How the last commands of a million compare with the first that are dropped.
@@ -122,10 +99,10 @@ void MeasureEndurance(const char* who) {
     constexpr int kMillion = 1'000'000;
     Stage stage(kCommands);
     const auto some = [&](int count) {
-        const double start = bench::Now();
+        const std::clock_t start = std::clock();
         for (int i = 0; i < count; ++i)
             stage.Push();
-        return (bench::Now() - start) / count;
+        return static_cast<double>(std::clock() - start) / count;
     };
     some(kCommands);
     const double first = some(kCommands);
@@ -137,8 +114,12 @@ void MeasureEndurance(const char* who) {
 } // namespace
 
 int main() {
-    MeasureOwn("quorel");
-    MeasurePeer("QUndoStack");
+    work::Turns turns;
+    std::unique_ptr<Stage> stage;
+    std::unique_ptr<Peer> peer;
+    AddWork(turns, "quorel", stage);
+    AddWork(turns, "QUndoStack", peer);
+    turns.Run(kCommands);
     MeasureEndurance("quorel");
     bench::Keep(sWork);
 }

@@ -44,7 +44,7 @@ CommandRunner& HostDesktop::GetRunner() {
 }
 
 void HostDesktop::RunCommand(IQuorelCommand* command, Undo_Manager* manager) {
-    GetRunner().Run(dynamic_cast<QuorelCommand*>(command), ManagerOr(manager));
+    GetRunner().Run(static_cast<QuorelCommand*>(command), ManagerOr(manager));
 }
 
 void HostDesktop::UndoCommand(Undo_Manager* manager) {

@@ -73,9 +73,6 @@ public:
     /// The desktop's own commands.
     Undo_Manager& GetCommands() { return m_Commands; }
     /// Has a manager, not owned, cleared with the desktop's own; or no longer.
-    CommandRunner& GetRunner();
-    Undo_Manager& ManagerOr(Undo_Manager* manager) { return manager ? *manager : m_Commands; }
-
     void AddCommands(Undo_Manager& manager) { m_Managed.push_back(&manager); }
     void RemoveCommands(Undo_Manager& manager) { std::erase(m_Managed, &manager); }
     /// @name The end of what modules have given, to be called while they are loaded
@@ -88,6 +85,9 @@ public:
     /// @}
 
 private:
+    CommandRunner& GetRunner();
+    Undo_Manager& ManagerOr(Undo_Manager* manager) { return manager ? *manager : m_Commands; }
+
     using Managers = std::vector<std::pair<AString, std::shared_ptr<IGlobalManager>>>;
     Managers::iterator FindManager(const AString& name);
     std::shared_ptr<IGlobalManager> Share(IGlobalManager* manager) const;

@@ -10,7 +10,7 @@ class QuorelCommandInfo;
 class QuorelDeltaState;
 class Undoable;
 
-/// What every command answers. Every command is a QuorelCommand.
+/// What every command answers. Every command is a QuorelCommand, as the constructor sees to.
 class QUOREL_API IQuorelCommand {
 public:
     /// By key, in ascending order.
@@ -31,8 +31,10 @@ public:
     virtual QuorelCommandInfo* GetCommandInfo(std::int32_t key) = 0;
     virtual Infos& GetCommandInfos() = 0;
 
-protected:
+    IQuorelCommand(const IQuorelCommand&) = delete;
+    IQuorelCommand& operator=(const IQuorelCommand&) = delete;
+
+private:
+    friend class QuorelCommand;
     IQuorelCommand() = default;
-    IQuorelCommand(const IQuorelCommand&) = default;
-    IQuorelCommand& operator=(const IQuorelCommand&) = default;
 };

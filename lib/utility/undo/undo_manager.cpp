@@ -206,9 +206,7 @@ void Undo_Manager::DropOldest() {
     --m_CommandIndex;
 }
 
-QuorelCommand* Undo_Manager::TakeWaiting() {
-    if (m_ExtraCommands.empty())
-        return nullptr;
+QuorelCommand* Undo_Manager::TakeFirst() {
     QuorelCommand* const first = m_ExtraCommands.front();
     m_ExtraCommands.erase(m_ExtraCommands.begin());
     return first;

@@ -62,7 +62,7 @@ public:
     void DropOldest();
     /// Takes a command for later, and gives the first one so taken; null when there is none.
     void AddWaiting(QuorelCommand* command) { m_ExtraCommands.push_back(command); }
-    QuorelCommand* TakeWaiting();
+    QuorelCommand* TakeWaiting() { return m_ExtraCommands.empty() ? nullptr : TakeFirst(); }
     /// @}
 
     /// -1 when no command is done.
@@ -86,6 +86,7 @@ private:
     bool IsIndexValid() const;
     static bool TakeStepSnapshot(Undoable& object);
     void Leave();
+    QuorelCommand* TakeFirst();
     void ForgetRedo();
     static const Step& ObjectsOf(const std::unique_ptr<const Step>& step);
     static void EmptyStack(Steps& stack, Step& objects);
