@@ -27,7 +27,9 @@ int HeightBeyond(int height, int steps) {
 
 int CNetlistFactory::ZoomText(int steps) {
     LogFont& font = CurrentOptions().TextFont;
-    const int height = std::clamp(std::abs(font.m_Height), kHeights[0], std::end(kHeights)[-1]);
+    const auto stored = static_cast<int>(
+        std::min<std::int64_t>(std::abs(std::int64_t{font.m_Height}), std::end(kHeights)[-1]));
+    const int height = std::max(stored, kHeights[0]);
     const int wanted = steps == 0 ? kFirstHeight : HeightBeyond(height, steps);
     font.m_Height = -wanted; // a character height
     if (m_Desktop)

@@ -5,13 +5,15 @@
 #include "line_scan.h"
 #include "record_type.h"
 
+#include <limits>
 #include <utility>
 
 namespace {
 
+/// Records that the journal holds at the most; a negative option sets no bound.
 std::size_t UndoLimit() {
     const std::int32_t limit = CurrentOptions().NumberOfUndos;
-    return limit > 0 ? static_cast<std::size_t>(limit) : 0;
+    return limit >= 0 ? static_cast<std::size_t>(limit) : std::numeric_limits<std::size_t>::max();
 }
 
 unsigned char CharAt(const CSimEditLine& line, std::int32_t column) {
