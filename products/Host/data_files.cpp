@@ -13,7 +13,7 @@ namespace {
 
 constexpr std::string_view kConfig = "config/";
 constexpr std::string_view kConfigFile = "NetlistEditor.cfg";
-constexpr std::string_view kInstalledData = "../share/quorel/";
+constexpr std::string_view kInstalledData = QUOREL_DATA_FOLDER; // as seen from the program's
 constexpr std::string_view kModuleFile = "Netlist.so";
 constexpr int kFoldersAbove = 4;
 

@@ -43,6 +43,11 @@ CLI::Option& AddArgument(CLI::App& command, const char* name, Value& value, cons
     return *command.add_option(name, value, meaning)->type_name("");
 }
 
+/// Of a path that may be left out: an empty one is none. @return the fault, for CLI::Option::check
+inline std::string RefuseEmptyPath(const std::string& path) {
+    return path.empty() ? "an empty path" : std::string();
+}
+
 /// Adds a command of which exactly one subcommand is to be named.
 CLI::App& AddGroup(CLI::App& parent, const char* name, const char* purpose, const char* example);
 

@@ -180,7 +180,8 @@ void AddEdit(CLI::App& parent, Choice& choice) {
         "\"window\": [80,25]}");
     options->m_Command = &command;
     AddArgument(command, "FILE", options->m_File,
-                "The file, - for standard input. Default: an empty document");
+                "The file, - for standard input. Default: an empty document")
+        .check(&RefuseEmptyPath);
     command.add_flag("--as-text", options->m_AsText, "FILE is UTF-8");
     command.add_option("--script", options->m_Script, "The script, - for standard input")
         ->type_name("FILE");

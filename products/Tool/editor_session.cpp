@@ -101,6 +101,7 @@ void AddSessionOptions(CLI::App& command, SessionOptions& options) {
     command
         .add_option("--config", options.m_Config,
                     "The syntax configuration; none: no colours. Default: the one installed")
+        ->check(&RefuseEmptyPath)
         ->type_name("FILE");
 }
 

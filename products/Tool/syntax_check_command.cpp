@@ -93,7 +93,8 @@ void AddSyntaxCheck(CLI::App& parent, Choice& choice) {
                    "that is dropped",
                    "quorel syntax check --json config/NetlistEditor.cfg");
     AddArgument(command, "CONFIG", options->m_Config,
-                "The configuration, - for standard input. Default: the one installed");
+                "The configuration, - for standard input. Default: the one installed")
+        .check(&RefuseEmptyPath);
     command.add_flag("--json", options->m_Json, "The report as JSON");
     OnRun(command, choice, options, &Check);
 }

@@ -77,6 +77,7 @@ void AddConfigOption(CLI::App& command, SyntaxOptions& options) {
     command
         .add_option("--config", options.m_Config,
                     "The syntax configuration; none: no colours. Default: the one installed")
+        ->check(&RefuseEmptyPath)
         ->type_name("FILE");
 }
 

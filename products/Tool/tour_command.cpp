@@ -289,7 +289,8 @@ void AddTour(CLI::App& parent, Choice& choice) {
         parent, "tour", "Loads the module as any host would, opens a file, edits it and exports it",
         "quorel tour samples/filter.cir");
     AddArgument(command, "FILE", options->m_File,
-                "A netlist, - for standard input. Default: an installed sample");
+                "A netlist, - for standard input. Default: an installed sample")
+        .check(&RefuseEmptyPath);
     options->m_Color.AddTo(command);
     OnRun(command, choice, options, &RunTour);
 }
