@@ -93,10 +93,10 @@ public:
     /// @{
     /// Deletes the selected text; the selection's flags stay.
     void DeleteSelection();
-    /// The bytes that GetSelectedText writes at most: a tab counts as its columns.
+    /// The units that GetSelectedText gives at most: a tab counts as its columns.
     std::size_t GetSelectionLength() const;
     /// The clipboard's form of the selection: tabs restored, CR LF between rows.
-    std::string GetSelectedText() const;
+    AString GetSelectedText() const;
     /// Whether anything is selected that a copy would take.
     bool HasWidth() const;
     /// Inserts a text at the caret as a paste does: the views are updated and the caret shown.

@@ -86,8 +86,7 @@ IAccessibleText::Range CSimEditView::ReaderText::GetSelection() {
 }
 
 AString CSimEditView::ReaderText::GetSelectedText() {
-    return m_View.HasWidth() ? AString::FromMultiByte(AString::kAnsi, m_View.GetSelectedText())
-                             : AString();
+    return m_View.HasWidth() ? m_View.GetSelectedText() : AString();
 }
 
 IAccessibleText::Range CSimEditView::ReaderText::GetLineAt(int offset) {

@@ -3,9 +3,17 @@
 #include <new>
 
 #include "base_editor.h"
+#include "code_page.h"
 #include "combo_box.h"
 #include "sim_edit_doc.h"
 #include "sim_edit_view.h"
+
+namespace {
+
+/// Bytes that are decoded at a time, of long lines more.
+constexpr std::size_t kPiece = 16 * 1024;
+
+} // namespace
 
 std::size_t CSimEditView::GetSelectionLength() const {
     if (!m_Selected || !GetTextDocument())
@@ -20,23 +28,32 @@ std::size_t CSimEditView::GetSelectionLength() const {
     return static_cast<std::size_t>(length + kLineEnd * (range.To.Row - range.From.Row));
 }
 
-std::string CSimEditView::GetSelectedText() const {
-    std::string text;
-    text.reserve(GetSelectionLength());
-    if (!m_Selected || !GetTextDocument())
+AString CSimEditView::GetSelectedText() const {
+    AString text;
+    const CSimEditDoc* const document = GetTextDocument();
+    if (!m_Selected || !document)
         return text;
+    text.reserve(GetSelectionLength());
+    std::string bytes; // decoded piece by piece
+    const auto decode = [&] {
+        codepage::AppendDecoded(codepage::Page::kWindows1252, bytes, text);
+        bytes.clear();
+    };
     const TextRange range = SelectedRange();
     for (std::int32_t row = range.From.Row; row <= range.To.Row; ++row) {
         const WordRange columns = SelectedColumns(row);
         if (columns.Start < columns.End)
-            GetTextDocument()->Line(row).AppendText(text, columns.Start, columns.End - 1);
+            document->Line(row).AppendText(bytes, columns.Start, columns.End - 1);
         if (m_BlockSelect) // up to the block's width, whatever tabs made of the columns
-            text.append(static_cast<std::size_t>(range.To.Column - range.From.Column -
-                                                 (columns.End - columns.Start)),
-                        ' ');
+            bytes.append(static_cast<std::size_t>(range.To.Column - range.From.Column -
+                                                  (columns.End - columns.Start)),
+                         ' ');
         if (row != range.To.Row)
-            text += "\r\n";
+            bytes += "\r\n";
+        if (bytes.size() >= kPiece)
+            decode();
     }
+    decode();
     return text;
 }
 
@@ -64,8 +81,7 @@ bool CSimEditView::CopyToClipboard() const {
         return true;
     IBackendDesk* const desk = GetBackend();
     try {
-        return desk &&
-               desk->SetClipboardText(AString::FromMultiByte(AString::kAnsi, GetSelectedText()));
+        return desk && desk->SetClipboardText(GetSelectedText());
     } catch (const std::bad_alloc&) {
         return false;
     }

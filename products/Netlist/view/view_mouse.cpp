@@ -81,7 +81,7 @@ void CSimEditView::DragSelection(CPoint point) {
     const CPoint before = desk->GetPointer();
     try {
         COleDataSource source;
-        source.CacheText(AString::FromMultiByte(AString::kAnsi, GetSelectedText()));
+        source.CacheText(GetSelectedText());
         if (source.DoDragDrop() != DropEffect::none)
             return;
     } catch (const std::bad_alloc&) {
