@@ -18,6 +18,7 @@
 #include "recent_files.h"
 #include "status_line.h"
 #include "tool_bar_screen.h"
+#include "undo_pane.h"
 
 namespace {
 
@@ -98,6 +99,11 @@ void MainWindow::BuildParts() {
     m_Messages = new MessagePane(this);
     addDockWidget(Qt::BottomDockWidgetArea, m_Messages);
     m_Messages->hide();
+    m_UndoPane = new UndoPane([this] { return GetActive(); }, this);
+    m_UndoPane->m_OnMoved = [this] { RefreshSoon(); };
+    addDockWidget(Qt::RightDockWidgetArea, m_UndoPane);
+    m_UndoPane->hide();
+    connect(m_UndoPane, &QDockWidget::visibilityChanged, this, [this] { RefreshSoon(); });
     m_Recovery = std::make_unique<RecoveryTimer>(
         m_Core.m_Recovery, [this] { return m_Documents->GetAll(); },
         [this](const std::string& reason) {

@@ -17,6 +17,7 @@ class OpenDocuments;
 class RecentFiles;
 class StatusLine;
 class ToolBarScreen;
+class UndoPane;
 
 /// The window and what belongs to it. What the user sees of a text's state is brought up to date
 /// once after each of the user's actions, when the program has nothing else to do.
@@ -121,6 +122,7 @@ private:
     RecentFiles* m_Recent = nullptr;
     StatusLine* m_Status = nullptr;
     MessagePane* m_Messages = nullptr;
+    UndoPane* m_UndoPane = nullptr;
     std::unique_ptr<ToolBarScreen> m_ToolBars;
     QMenu* m_EditMenu = nullptr;
     QMenu* m_EditorMenu = nullptr; ///< of the active editor's own commands

@@ -78,6 +78,7 @@ ModuleToolBar::ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget
     setObjectName(QStringLiteral("ToolBar %1.%2")
                       .arg(FromAString(bar.GetData().GetName()), FromAString(bar.GetBarName())));
     m_Bar.SetPeer(this);
+    connect(this, &QToolBar::orientationChanged, this, &ModuleToolBar::FitBoxes);
     ShowButtons();
 }
 
@@ -92,6 +93,7 @@ void ModuleToolBar::ShowButtons() {
             m_Items.push_back({action, isPressed ? button.mCommand : 0});
         }
     SetCustomizing(m_Around.m_Host.IsCustomizing());
+    FitBoxes();
     Refresh();
     if (isFloating())
         adjustSize();
@@ -129,8 +131,14 @@ QAction* ModuleToolBar::AddBox(const ToolBarButton& button) {
         m_Bar.HandleMessage(kMsgCommand, MakeControlNotice(id, kNoticeGotFocus),
                             reinterpret_cast<std::intptr_t>(static_cast<CWnd*>(window)));
     };
-    m_Boxes.push_back({box, window});
-    return addWidget(box);
+    m_Boxes.push_back({box, addWidget(box), window});
+    return m_Boxes.back().m_Action;
+}
+
+/// A bar that stands upright has no room for boxes.
+void ModuleToolBar::FitBoxes() {
+    for (const Box& box : m_Boxes)
+        box.m_Action->setVisible(orientation() == Qt::Horizontal);
 }
 
 /// Return presses the button behind the box, with Shift the one after it: as the module has them,
@@ -169,8 +177,8 @@ void ModuleToolBar::FloatAt(CPoint place) {
 }
 
 CRect ModuleToolBar::GetItemRect(std::size_t index) {
-    const QAction* const action = index < m_Items.size() ? m_Items[index].m_Action : nullptr;
-    return action ? ToRect(actionGeometry(const_cast<QAction*>(action))) : CRect();
+    QAction* const action = index < m_Items.size() ? m_Items[index].m_Action : nullptr;
+    return action && action->isVisible() ? ToRect(actionGeometry(action)) : CRect();
 }
 
 unsigned ModuleToolBar::GetDockBarId() {

@@ -64,6 +64,7 @@ private:
     };
     struct Box {
         FindBox* m_Shown;
+        QAction* m_Action;
         CWnd* m_Window;
     };
     /// An event on its way through the bar.
@@ -76,6 +77,7 @@ private:
     QAction* AddBox(const ToolBarButton& button);
     void Search(unsigned box, bool backward);
     bool Pass(unsigned message, QEvent& event);
+    void FitBoxes();
 
     CQrToolBar& m_Bar;
     Surroundings m_Around;

@@ -11,6 +11,7 @@
 #include "message_pane.h"
 #include "recent_files.h"
 #include "tool_bar_screen.h"
+#include "undo_pane.h"
 #include "window_commands.h"
 
 namespace {
@@ -193,7 +194,7 @@ QMenu* MainWindow::createPopupMenu() {
 void MainWindow::AddViewToggles(QMenu& menu) {
     for (QToolBar* bar : findChildren<QToolBar*>(Qt::FindDirectChildrenOnly))
         menu.addAction(bar->toggleViewAction());
-    menu.addAction(m_Messages->toggleViewAction());
+    menu.addActions({m_Messages->toggleViewAction(), m_UndoPane->toggleViewAction()});
 }
 
 void MainWindow::RefreshActions(OpenDocument* document) {
@@ -207,6 +208,7 @@ void MainWindow::RefreshActions(OpenDocument* document) {
     for (const BoundAction& bound : m_Actions)
         bound.m_Action->setEnabled(isThere[static_cast<std::size_t>(bound.m_Command->m_Needs)]);
     m_ToolBars->Refresh();
+    m_UndoPane->Refresh();
     const QString title = PopupTitleOf(EditorMenuOf(document, IViewDoc::kExportMenu));
     m_EditorMenu->menuAction()->setVisible(!title.isEmpty());
     if (m_EditorMenu->title() != title)
