@@ -68,14 +68,25 @@ QFont MakeFont(const LogFont& asked, double scale) {
 } // namespace
 
 PrintGlyphs::PrintGlyphs(const QFont& font)
-    : m_Font(font), m_Raw(QRawFont::fromFont(font)), m_Measured(MeasureFont(font)) {}
+    : m_Font(font), m_Raw(QRawFont::fromFont(font)), m_Measured(MeasureFont(font)) {
+    m_Run.setRawFont(m_Raw);
+    m_Run.setUnderline(font.underline());
+    m_Run.setStrikeOut(font.strikeOut());
+}
+
+quint32 PrintGlyphs::NumberOf(char16_t c) const {
+    const QList<quint32> numbers = m_Raw.glyphIndexesForString(QString(QChar(c)));
+    return numbers.size() == 1 ? numbers.front() : 0;
+}
 
 quint32 PrintGlyphs::Find(char16_t c) {
-    const auto [place, isNew] = m_Numbers.try_emplace(c, 0);
-    if (isNew) {
-        const QList<quint32> numbers = m_Raw.glyphIndexesForString(QString(QChar(c)));
-        place->second = numbers.size() == 1 ? numbers.front() : 0;
+    if (c < m_Low.size()) {
+        std::optional<quint32>& number = m_Low[c];
+        return number ? *number : *(number = NumberOf(c));
     }
+    const auto [place, isNew] = m_High.try_emplace(c, 0);
+    if (isNew)
+        place->second = NumberOf(c);
     return place->second;
 }
 

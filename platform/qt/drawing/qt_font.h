@@ -1,11 +1,14 @@
 /// QtFont: a font of a QtDesk, good on screens of any pixel ratio and on printers.
 #pragma once
 
+#include <array>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include <QFont>
+#include <QGlyphRun>
 #include <QRawFont>
 
 #include "backend.h"
@@ -16,11 +19,18 @@ struct PrintGlyphs {
     explicit PrintGlyphs(const QFont& font);
     /// The number of a character's glyph, 0 when the font lacks it.
     quint32 Find(char16_t c);
+    /// Whether blanks show, by lines through or below them.
+    bool HasLines() const { return m_Font.underline() || m_Font.strikeOut(); }
 
     QFont m_Font;
     QRawFont m_Raw;
     MeasuredFont m_Measured;
-    std::map<char16_t, quint32> m_Numbers;
+    QGlyphRun m_Run; ///< in this font, for whoever draws
+private:
+    quint32 NumberOf(char16_t c) const;
+
+    std::array<std::optional<quint32>, 256> m_Low;
+    std::map<char16_t, quint32> m_High;
 };
 
 /// What a LogFont asks for, resolved against the fonts there are: the family asked for, else the

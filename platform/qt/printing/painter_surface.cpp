@@ -1,8 +1,7 @@
 #include "painter_surface.h"
 
 #include <algorithm>
-
-#include <QGlyphRun>
+#include <utility>
 
 #include "qt_text.h"
 
@@ -17,6 +16,7 @@ PrintGlyphs& PainterSurface::GlyphsOf(const IBackendFont* font) const {
 }
 
 void PainterSurface::FillRect(const CRect& rect, ColorRef color) {
+    Flush();
     if (m_Painter.isActive())
         m_Painter.fillRect(ToQt(rect.Offset(m_Origin.x, m_Origin.y)), ToQt(color));
 }
@@ -37,10 +37,44 @@ int PainterSurface::DrawText(CPoint at, std::u16string_view text, const TextStyl
         return size.cx;
     if (style.m_Opaque && style.m_Background != kWhite)
         FillRect({at.x, at.y, at.x + size.cx, at.y + size.cy}, style.m_Background);
-    SetPen(style.m_Color, 1);
-    DrawGlyphs(glyphs, QPointF(at.x + m_Origin.x, at.y + m_Origin.y + glyphs.m_Measured.m_Ascent),
-               text);
+    Waiting next{&glyphs,
+                 {at.x + m_Origin.x, at.y + m_Origin.y},
+                 {},
+                 style.m_Color,
+                 text.find_first_not_of(u' ') == text.npos};
+    if (!GoesOn(next)) {
+        Flush();
+        std::swap(next.m_Text, m_Waiting.m_Text); // for its room
+        m_Waiting = std::move(next);
+    } else if (m_Waiting.m_IsBlank) {
+        m_Waiting.m_Color = style.m_Color;
+        m_Waiting.m_IsBlank = next.m_IsBlank;
+    }
+    m_Waiting.m_Text += text;
     return size.cx;
+}
+
+/// Whether a text stands right behind the one that waits and looks the same in its colour.
+bool PainterSurface::GoesOn(const Waiting& next) const {
+    const Waiting& first = m_Waiting;
+    if (first.m_Text.empty() || first.m_Glyphs != next.m_Glyphs || first.m_At.y != next.m_At.y)
+        return false;
+    const MeasuredFont& font = first.m_Glyphs->m_Measured;
+    const auto width = static_cast<int>(first.m_Text.size()) * font.m_Metrics.m_MaxWidth;
+    if (next.m_At.x != first.m_At.x + width)
+        return false;
+    return first.m_Color == next.m_Color ||
+           ((first.m_IsBlank || next.m_IsBlank) && !first.m_Glyphs->HasLines());
+}
+
+void PainterSurface::Flush() {
+    if (m_Waiting.m_Text.empty())
+        return;
+    const Waiting& text = m_Waiting;
+    SetPen(text.m_Color, 1);
+    DrawGlyphs(*text.m_Glyphs,
+               QPointF(text.m_At.x, text.m_At.y + text.m_Glyphs->m_Measured.m_Ascent), text.m_Text);
+    m_Waiting.m_Text.clear();
 }
 
 void PainterSurface::DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16string_view text) {
@@ -57,13 +91,8 @@ void PainterSurface::DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16strin
             m_Painter.drawText(base + place, QString(QChar(text[i])));
         }
     }
-    QGlyphRun run;
-    run.setRawFont(glyphs.m_Raw);
-    run.setGlyphIndexes(m_Numbers);
-    run.setPositions(m_Places);
-    run.setUnderline(glyphs.m_Font.underline());
-    run.setStrikeOut(glyphs.m_Font.strikeOut());
-    m_Painter.drawGlyphRun(base, run);
+    glyphs.m_Run.setRawData(m_Numbers.data(), m_Places.data(), static_cast<int>(m_Numbers.size()));
+    m_Painter.drawGlyphRun(base, glyphs.m_Run);
 }
 
 CSize PainterSurface::MeasureText(std::u16string_view text, const IBackendFont* font) {
@@ -78,12 +107,14 @@ FontMetrics PainterSurface::GetFontMetrics(const IBackendFont* font) {
 void PainterSurface::DrawLine(CPoint from, CPoint to, int width, ColorRef color) {
     if (!m_Painter.isActive())
         return;
+    Flush();
     SetPen(color, std::max(width, 1));
     m_Painter.drawLine(from.x + m_Origin.x, from.y + m_Origin.y, to.x + m_Origin.x,
                        to.y + m_Origin.y);
 }
 
 void PainterSurface::SetClip(const CRect* clip) {
+    Flush();
     m_Clip = clip ? std::optional(*clip) : std::nullopt;
     if (!m_Painter.isActive())
         return;

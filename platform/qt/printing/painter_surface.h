@@ -2,13 +2,16 @@
 #pragma once
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include <QPainter>
 
 #include "qt_font.h"
 
-/// Text stays text: a page keeps characters, which a reader of a PDF can search and copy. Without a
-/// page nothing is drawn, but text can be measured.
+/// Text stays text: a page keeps characters, which a reader of a PDF can search and copy. Texts of
+/// one colour that stand side by side, and the blanks between them, are drawn in one go: each waits
+/// for the next. Without a page nothing is drawn, but text can be measured.
 class PainterSurface : public IBackendSurface {
 public:
     /// @param painter is active while a page is; it and the font outlive this
@@ -25,12 +28,24 @@ public:
     void SetOrigin(CPoint origin) override { m_Origin = origin; }
     void SetClip(const CRect* clip) override;
     CRect GetClipBox() override;
+    /// Draws the text that waits. Needed before the page or its font goes.
+    void Flush();
     CSize GetSize() override { return m_Size; }
     CSize GetResolution() override { return m_Resolution; }
 
 private:
+    /// A text that waits, none when it is empty.
+    struct Waiting {
+        PrintGlyphs* m_Glyphs = nullptr;
+        CPoint m_At; ///< on the device
+        std::u16string m_Text;
+        ColorRef m_Color = 0;
+        bool m_IsBlank = false;
+    };
+
     PrintGlyphs& GlyphsOf(const IBackendFont* font) const;
     void SetPen(ColorRef color, int width);
+    bool GoesOn(const Waiting& next) const;
     void DrawGlyphs(PrintGlyphs& glyphs, QPointF base, std::u16string_view text);
 
     QPainter& m_Painter;
@@ -41,6 +56,7 @@ private:
     std::optional<CRect> m_Clip;
     std::optional<ColorRef> m_PenColor;
     int m_PenWidth = 0;
-    QList<quint32> m_Numbers; ///< of one run; kept for its room
-    QList<QPointF> m_Places;
+    Waiting m_Waiting;
+    std::vector<quint32> m_Numbers; ///< of one run; kept for its room
+    std::vector<QPointF> m_Places;
 };

@@ -112,6 +112,7 @@ bool PrintJob::StartPage() {
 }
 
 bool PrintJob::EndPage() {
+    m_Surface.Flush();
     return m_Painter.isActive() && m_Device->IsGood();
 }
 

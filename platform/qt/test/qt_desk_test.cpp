@@ -4,9 +4,12 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTemporaryDir>
 
 #include "cmd_target.h"
 #include "menu.h"
+#include "pdf_desk.h"
+#include "qt_text.h"
 #include "resources.h"
 #include "stage.h"
 
@@ -153,5 +156,57 @@ TEST(QtDeskTest, AFileThatCantBeWrittenRefusesTheJob) {
     EXPECT_LT(job->GetPageSize().cy, a4.cy);
     job.reset();
     QuorelClosePdfDesk();
+    QuorelClosePdfDesk();
+}
+
+/// A text on a page, behind the one before.
+struct PrintedPiece {
+    const char16_t* m_Text;
+    ColorRef m_Color;
+};
+
+/// What the first page of a PDF of these pieces holds.
+QByteArray PageOf(const std::vector<PrintedPiece>& pieces, bool underlined) {
+    const QTemporaryDir folder;
+    PdfOutput output;
+    output.m_Path = FromQt(folder.filePath(QStringLiteral("out.pdf")));
+    IBackendDesk* const desk = QuorelOpenPdfDesk(output);
+    PrintRequest request;
+    const std::unique_ptr<IBackendPrinter> job = desk->AskPrinter(request);
+    LogFont asked;
+    asked.m_FaceName = u"Courier New";
+    asked.m_Height = -150;
+    asked.m_Underline = underlined;
+    const std::unique_ptr<IBackendFont> font = desk->CreateFont(asked);
+    EXPECT_TRUE(job->StartDocument(u"deck") && job->StartPage());
+    CPoint at{900, 0};
+    for (const PrintedPiece& piece : pieces)
+        at.x += job->GetSurface().DrawText(
+            at, piece.m_Text, {.m_Font = font.get(), .m_Color = piece.m_Color, .m_Opaque = false});
+    EXPECT_TRUE(job->EndPage() && job->EndDocument());
+    QFile file(ToQt(output.m_Path));
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray bytes = file.readAll();
+    const qsizetype begin = bytes.indexOf("stream\n");
+    return bytes.mid(begin, bytes.indexOf("endstream") - begin);
+}
+
+TEST(QtDeskTest, TextsThatStandSideBySideArePrintedAsOneWhereTheyLookTheSame) {
+    QtStage stage;
+    constexpr ColorRef kRed = 0xFF;
+    const std::vector<PrintedPiece> whole{{u" R1 a  5k", kRed}};
+    const struct {
+        std::vector<PrintedPiece> m_Pieces;
+        bool m_Plain, m_Underlined; ///< whether it is as the whole in such a font
+    } rows[] = {
+        {{{u" R1", kRed}, {u" a", kRed}, {u"  5k", kRed}}, true, true},
+        {{{u" ", kBlack}, {u"R1", kRed}, {u" ", kBlack}, {u"a  5k", kRed}}, true, false},
+        {{{u" R1", kRed}, {u" a", kBlack}, {u"  5k", kRed}}, false, false},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(&row - rows);
+        EXPECT_EQ(PageOf(row.m_Pieces, false) == PageOf(whole, false), row.m_Plain);
+        EXPECT_EQ(PageOf(row.m_Pieces, true) == PageOf(whole, true), row.m_Underlined);
+    }
     QuorelClosePdfDesk();
 }
