@@ -95,8 +95,10 @@ bool CommandRunner::RunOne(QuorelCommand* command, Undo_Manager& manager) {
     const AtWork atWork(*this, manager);
     command->SetManager(&manager);
     const bool isUndoable = command->GetIsUndoable();
-    const bool done =
-        Try([&] { return isUndoable ? ExecuteStep(*command, manager) : command->Execute(); });
+    const bool done = Try([&] {
+        command->CheckMessages();
+        return isUndoable ? ExecuteStep(*command, manager) : command->Execute();
+    });
     if (!done)
         return false;
     command->SetState(QuorelCommand::kDone);
@@ -115,7 +117,6 @@ bool CommandRunner::RunOne(QuorelCommand* command, Undo_Manager& manager) {
 bool CommandRunner::ExecuteStep(QuorelCommand& command, Undo_Manager& manager) {
     manager.OpenStep();
     try {
-        command.CheckMessages();
         if (command.Execute()) {
             manager.CloseStep(&command);
             return true;

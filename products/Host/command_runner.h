@@ -14,7 +14,7 @@ class Undo_Manager;
 /// Drives the commands of undo managers: opens and closes their steps, sets the commands' states
 /// and the managers' index, and calls everything in order.
 ///
-///     Run    step opened, CheckMessages, Execute, state 1, step closed, CommandExecuted
+///     Run    CheckMessages, step opened, Execute, step closed, state 1, CommandExecuted
 ///     Undo   state 2, index back, the command's Undo
 ///     Redo   state 3, index on, the command's Redo
 ///

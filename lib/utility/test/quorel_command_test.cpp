@@ -6,7 +6,6 @@
 
 #include "assertion.h"
 #include "idesign.h"
-#include "quorel_command_info.h"
 #include "quorel_delta_state.h"
 #include "undo_manager.h"
 
@@ -156,26 +155,6 @@ TEST(Command, UnsoundUseIsAnAssertionAndNothingElse) {
     EXPECT_EQ(asserts, 4);
     SetAssertHandler({});
     gIgnoreAllAsserts = true;
-}
-
-TEST(Command, KeepsInfosByKeyAndMergesThem) {
-    Command command(nullptr, nullptr);
-    auto replaced = std::make_unique<QuorelCommandInfo>();
-    auto* const second = new QuorelCommandInfo(1, 2);
-    command.SetCommandInfo(7, replaced.get());
-    command.SetCommandInfo(7, second);
-    EXPECT_EQ(command.GetCommandInfo(7), second);
-    EXPECT_EQ(command.GetCommandInfo(6), nullptr);
-    EXPECT_EQ(command.GetCommandInfos().size(), 1u);
-    int objects[2];
-    replaced->AddObject(QuorelCommandInfo::kDeleted, &objects[0]);
-    second->AddObject(QuorelCommandInfo::kDeleted, &objects[1]);
-    second->Merge(replaced.get());
-    second->Merge(nullptr);
-    second->Merge(second);
-    EXPECT_EQ(second->GetFlags(), (QuorelCommandInfo::Flags{1, 2}));
-    EXPECT_EQ(second->GetObjects(QuorelCommandInfo::kDeleted),
-              (QuorelCommandInfo::Objects{&objects[1], &objects[0], &objects[1], &objects[0]}));
 }
 
 } // namespace

@@ -192,18 +192,6 @@ TEST(CommandRunner, AFailureLeavesAllAsItWas) {
     }
 }
 
-TEST(CommandRunner, DropsTheOldestBeyondTheOption) {
-    Stage stage;
-    stage.m_Store.Set(u"Options", u"NumberOfCommands", u"3");
-    for (int i = 0; i < 1000; ++i)
-        stage.Run();
-    EXPECT_EQ(stage.m_Alive, 3);
-    EXPECT_EQ(stage.State(), "10000 1000 2 3 3 0 ");
-    for (int i = 0; i < 5; ++i)
-        stage.Undo();
-    EXPECT_EQ(stage.State(), "9970 997 -1 3 0 3 ");
-}
-
 TEST(CommandRunner, CommandsOfACommandComeAfterIt) {
     Stage stage;
     auto* const outer = new Adding(stage);

@@ -211,18 +211,17 @@ TEST_F(ModuleTest, ACommandOutlivesItsEditorAndItsView) {
     EXPECT_EQ(design.GetCommands().GetCommandIndex(), -1);
 }
 
-/// Leaves the editor at its first notice.
-struct Leaving : IEditorExtender {
-    explicit Leaving(INetlistEditor* editor) : m_Editor(editor) {}
+/// Counts the notices of its editor's commands; one that leaves does so at the first.
+struct Listener : IEditorExtender {
     void TextChanged(IQuorelCommand* command) override {
-        m_Notices += dynamic_cast<QuorelCommand&>(*command).GetContext().mEditor == m_Told;
-        if (m_Editor)
+        m_Notices += dynamic_cast<QuorelCommand&>(*command).GetContext().mEditor == m_Editor;
+        if (m_Leaves)
             m_Editor->RemoveExtender(this);
     }
     void Saved() override {}
     void Closed() override {}
-    INetlistEditor* m_Editor; ///< null: it stays
-    IEditor* m_Told = nullptr;
+    INetlistEditor* m_Editor = nullptr;
+    bool m_Leaves = false;
     int m_Notices = 0;
 };
 
@@ -231,16 +230,15 @@ TEST_F(ModuleTest, ExtendersHearOfEachKeystrokeAndMayLeave) {
     TestInstance instance(u"one");
     OpenEditor editor(Factory().CreateEditor(&design));
     editor->OpenView(&instance);
-    auto& netlist = dynamic_cast<INetlistEditor&>(*editor.m_Editor);
-    Leaving first(&netlist), second(&netlist), staying(nullptr);
-    for (Leaving* extender : {&first, &second, &staying}) {
-        extender->m_Told = editor.m_Editor.get();
-        EXPECT_TRUE(netlist.AddExtender(extender));
+    Listener leaving, staying;
+    leaving.m_Leaves = true;
+    for (Listener* listener : {&leaving, &staying}) {
+        listener->m_Editor = dynamic_cast<INetlistEditor*>(editor.m_Editor.get());
+        EXPECT_TRUE(listener->m_Editor->AddExtender(listener));
     }
     for (const char16_t key : {u'a', u'b'})
         m_Desk.GetWindows().back()->Send(kMsgChar, key, 1);
-    EXPECT_EQ(first.m_Notices, 1);
-    EXPECT_EQ(second.m_Notices, 1);
+    EXPECT_EQ(leaving.m_Notices, 1);
     EXPECT_EQ(staying.m_Notices, 2);
 }
 
