@@ -173,8 +173,7 @@ void QuorelCommand::ReportChanges() {
         for (const auto& [target, list] : *changes)
             targets.push_back(target);
     std::ranges::sort(targets, std::less<>());
-    const auto repeated = std::ranges::unique(targets);
-    targets.erase(repeated.begin(), repeated.end());
+    targets.erase(std::unique(targets.begin(), targets.end()), targets.end());
     if (IsUndone())
         std::ranges::reverse(targets);
     const Changes& directed = IsUndone() ? undone : redone;

@@ -227,8 +227,7 @@ void Undo_Manager::Clear() {
     EmptyStack(m_RedoStack, objects);
     EmptyStack(m_UndoStack, objects);
     std::ranges::sort(objects, std::less<>());
-    const auto repeated = std::ranges::unique(objects);
-    objects.erase(repeated.begin(), repeated.end());
+    objects.erase(std::unique(objects.begin(), objects.end()), objects.end());
     for (Undoable* u : objects) {
         USE_ASSERT(u);
         if (!u->m_Deleted || u->m_ItsManager != this)
