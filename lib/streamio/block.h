@@ -68,7 +68,7 @@ public:
     Position begin() const { return Position(*this, NextSlot(0)); }
     Position end() const { return Position(*this, mItems.size()); }
 
-    /// Appends a shared item; a null pointer is ignored.
+    /// Appends a shared item; a null pointer is ignored. Its name must not change any more.
     void AddItem(const CBlockItemPtr& item);
     /// Append a new item with the name and contents of the argument.
     void Add(const CBlock& block);
@@ -130,6 +130,7 @@ private:
     const CBlock_item* FindOfClass(const CBlock_item& target,
                                    bool (CBlock_item::*isOfClass)() const) const;
     void DropEmptySlots();
+    void ForgetNames();
 
     mutable std::uint32_t mCursor : 31 = 0; ///< the slot behind the last one found
     mutable std::uint32_t mFound : 1 = 0;

@@ -37,8 +37,8 @@ public:
 
     /// Enters a block, in place of an entry of that path. A nested one is passed over, with true,
     /// unless all levels are on. False for a position that is not valid, and for a path that would
-    /// make the table's paths long beyond measure: more than 4 units for each unit of the stream in
-    /// front of the position, with 65,536 to begin with.
+    /// make the table's paths long beyond measure: more than 16 units for each unit of the stream
+    /// in front of the position, with 65,536 to begin with.
     bool AddEntry(const AString& path, const CAbstract_stream_pos& pos);
     /// Takes position, line and level of an entry over into `pos`; false without one, and for one
     /// that tells no position from 0 on.

@@ -23,7 +23,7 @@ public:
 
     /// A grammar must outlive the stream. With a locale, text is read a character a unit. With
     /// kReadIndex an index at the stream's start is read first; one that can't be read is as good
-    /// as none, but one that fails kCheckIndex fails the stream.
+    /// as none; with kCheckIndex it fails the stream, as does one that doesn't fit the blocks.
     explicit CToken_istream(CRawIstream& stream,
                             CBase_grammar* grammar = &CToken_grammar_default::Get(),
                             unsigned flags = 0, Form form = Form::kGiven,

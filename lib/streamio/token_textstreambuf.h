@@ -16,8 +16,8 @@ class Text_runs;
 ///
 /// On input a comment or a run of blanks is no token unless it is kept, a line end is always one.
 /// UTF-8 is strict: an ill-formed sequence reads as the character 0, a character beyond 16 bits as
-/// its two units, U+FFFF, which stands for the end of input, as U+FFFD. A lone surrogate goes out
-/// as U+FFFD.
+/// its two units, U+FFFF, which stands for the end of input, as U+FFFD. A surrogate without the
+/// other one in the same write goes out as U+FFFD.
 class QUOREL_API CToken_textstreambuf : public CToken_streambuf {
 public:
     /// The grammar is not owned and must outlive the buffer. It is fit for encoding Utf8 at first.

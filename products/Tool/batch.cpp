@@ -96,6 +96,8 @@ std::string AnswerLine(const std::string& line, bool tooLong, const Serve& serve
         return ServeLine(line, tooLong, serve);
     } catch (const std::bad_alloc&) {
         return ErrorLine("out of memory");
+    } catch (const BadRequest& error) {
+        return ErrorLine(error.GetReason());
     } catch (const std::exception& error) {
         return ErrorLine(error.what());
     }

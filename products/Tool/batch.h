@@ -4,6 +4,7 @@
 #include <functional>
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include "json_text.h"
 #include "tool_error.h"
@@ -11,7 +12,14 @@
 /// A request that can't be served. Its text is the answer's "error".
 class BadRequest : public std::runtime_error {
 public:
-    using std::runtime_error::runtime_error;
+    explicit BadRequest(std::string reason)
+        : std::runtime_error(reason), m_Reason(std::move(reason)) {}
+
+    /// Unlike what(), it may hold NULs.
+    const std::string& GetReason() const { return m_Reason; }
+
+private:
+    std::string m_Reason;
 };
 
 /// Reads standard input to its end and answers each line, in order, flushed. A line that is no

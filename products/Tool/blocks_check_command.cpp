@@ -20,7 +20,7 @@ struct CheckOptions {
 bool IsIndexSound(io::CToken_istream& stream) {
     const bool isSound = stream.Good();
     stream.Clear();
-    return isSound && (stream.GetIndex() || !stream.IsBegin(io::CBlock_index::kBaseIndexName));
+    return isSound;
 }
 
 ExitCode Check(const CheckOptions& options) {

@@ -170,6 +170,13 @@ void CBlock::Remove(Position position) {
         DropEmptySlots();
 }
 
+/// Without an index nobody knows of empty slots.
+void CBlock::ForgetNames() {
+    if (mNameIndex && mNameIndex->GetRemovedCount() != 0)
+        DropEmptySlots();
+    mNameIndex.reset();
+}
+
 void CBlock::DropEmptySlots() {
     Item_list items;
     items.reserve(GetSize());

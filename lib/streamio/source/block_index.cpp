@@ -66,7 +66,7 @@ void CBlock_index::TakeSettings(const CBlock_index& other) noexcept {
 
 bool CBlock_index::AddEntry(const AString& path, const CAbstract_stream_pos& pos) {
     constexpr std::size_t kFreeUnits = 0x10000;
-    constexpr std::size_t kUnitsPerUnit = 4;
+    constexpr std::size_t kUnitsPerUnit = 16;
     USE_ASSERT_TEXT(mIndexBlock.get() != nullptr, "mIndexBlock != 0");
     if (!mIndexBlock || !pos.IsValid())
         return false;

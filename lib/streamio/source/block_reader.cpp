@@ -91,6 +91,12 @@ inline bool IsNoName(const CToken& token) {
             token.GetTextLength() == 0);
 }
 
+/// The binary form has true and false without their words, by which a name is found.
+void GiveWord(CToken& name) {
+    if (const std::u16string_view word = WordOf(name.GetKind()); !word.empty())
+        name = CToken(name.GetKind(), word);
+}
+
 } // namespace
 
 inline ReadError Block_reader::ReadToken(CToken& value) {
@@ -160,6 +166,8 @@ ReadError Block_reader::ReadArg(Block_hold<CBlock_item>& arg) {
 template <class T>
 T& Block_reader::Make(Block_hold<CBlock_item>& item, CToken& name) {
     T& made = mArena.Make<T>(item);
+    if (name.GetTextView().empty())
+        GiveWord(name);
     made.mName.Take(name);
     mStream->Step();
     return made;
@@ -305,11 +313,11 @@ void Block_reader::ReadBlock(CBlock& block) {
 
 void Block_reader::ReadBlockBody(CBlock& block) {
     mStream->TakeBegin(block.mName);
+    block.ForgetNames();
     ++mBlockDepth;
     Children items(*this);
     ReadItems(block, items);
     items.MoveTo(block.mItems);
-    block.mNameIndex.reset();
     block.mCursor = 0;
     --mBlockDepth;
 }
@@ -330,9 +338,10 @@ void Block_reader::ReadItems(CBlock& block, Children& items) {
 
 void Block_reader::ReadEnd(CBlock& block) {
     mStream->ReadEnd();
-    if (mStream->IsEol() || mStream->AtEof())
+    const bool isNull = mStream->Peek().GetKind() == TokenKind::Null; // an ill-formed text
+    if (!isNull && (mStream->IsEol() || mStream->AtEof()))
         return;
-    const bool isName = mStream->IsValue(BlockName(block.mName));
+    const bool isName = !isNull && mStream->IsValue(BlockName(block.mName));
     if (!isName)
         mErrorLine = mStream->GetTokenLine();
     if (!mStream->Accept(isName))

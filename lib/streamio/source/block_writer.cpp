@@ -136,11 +136,11 @@ void Block_writer::WriteName(const CToken& name) {
         mBuffer->WriteToken(CToken(written, text), mFlags);
 }
 
-/// A name that is a number, true or false keeps its text: that of a number goes out as a text in
-/// the binary form, which has no source texts; that of true or false as it stands in text.
+/// A name that is a number, true or false keeps its text: as a text in the binary form, which has
+/// no source texts; in the text form that of true or false as it stands.
 void Block_writer::WriteNameOfValue(const CToken& name) {
     const AString text = name.GetText();
-    if (mIsBinary && name.IsNumber() && !text.empty())
+    if (mIsBinary && !text.empty() && text != WordOf(name.GetKind()))
         mBuffer->WriteToken(CToken(TokenKind::SingleQuotedText, text), mFlags);
     else if (!mIsBinary && mStream->GetGrammar()->IsTrueOrFalse(text))
         mBuffer->WriteToken(CToken(TokenKind::Keyword, text), mFlags);

@@ -37,6 +37,13 @@ private:
     std::u16string_view mView;
 };
 
+/// The word of the kinds True and False, which their tokens may come without; empty for others.
+inline std::u16string_view WordOf(TokenKind kind) noexcept {
+    if (kind == TokenKind::True)
+        return u"true";
+    return kind == TokenKind::False ? u"false" : std::u16string_view();
+}
+
 /// The token whose text is an item's name.
 inline const CToken& NameTextToken(const CBlock_item& item) {
     static const CToken kNone;

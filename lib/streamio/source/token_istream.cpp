@@ -40,8 +40,12 @@ CToken_istream::CToken_istream(CRawIstream& stream, std::unique_ptr<CBase_gramma
     if (!mGood)
         return;
     Step();
-    if ((flags & kReadIndex) != 0 && ReadStoredIndex() && (flags & kCheckIndex) != 0)
-        mGood = CheckIndex((flags & kCheckBlocks) != 0);
+    if ((flags & kReadIndex) == 0)
+        return;
+    const bool isRead = ReadStoredIndex();
+    if ((flags & kCheckIndex) != 0)
+        mGood = isRead ? CheckIndex((flags & kCheckBlocks) != 0)
+                       : !IsBegin(CBlock_index::kBaseIndexName);
 }
 
 CToken_istream::~CToken_istream() = default;
@@ -161,7 +165,10 @@ bool CToken_istream::IsSymbol() {
     return IsOfKind(TokenKind::Symbol);
 }
 bool CToken_istream::IsEol() {
-    return PrepareRaw() && Peek().GetKind() == TokenKind::Eol;
+    if (mStopOnFail && !mGood)
+        return false;
+    mGood = true;
+    return Peek().GetKind() == TokenKind::Eol;
 }
 bool CToken_istream::IsNumber() {
     return Prepare() && Peek().IsNumber();

@@ -171,7 +171,7 @@ struct Checked_entry {
     AString path;
     CAbstract_stream_pos pos;
 
-    bool IsNested() const { return path.find(u'\t') != AString::npos; }
+    bool IsNested() const { return pos.GetState() && pos.GetState()->mLevel != 0; }
 };
 
 /// True for the paths of the index blocks and those under them.

@@ -225,14 +225,13 @@ bool CToken_streambuf::Find(Matches matches) {
 }
 
 bool CToken_streambuf::FindToken(TokenKind kind, std::u16string_view text) {
-    return Find([&](const CToken& token) {
-        return token.GetKind() == kind && IsSameWord(token.GetTextView(), text);
-    });
+    return Find(
+        [&](const CToken& token) { return token.GetKind() == kind && IsSameText(token, text); });
 }
 
 bool CToken_streambuf::FindTokenAtLineStart(TokenKind kind, std::u16string_view text) {
     return Find([&](const CToken& token) {
-        return IsAtLineStart() && token.GetKind() == kind && IsSameWord(token.GetTextView(), text);
+        return IsAtLineStart() && token.GetKind() == kind && IsSameText(token, text);
     });
 }
 

@@ -16,13 +16,15 @@ constexpr std::uint32_t kEnd = kEndOfInput;
 
 /// The upper case of the characters below 256; one whose upper case lies beyond stays.
 struct UpperCase {
-    char16_t of[0x100];
+    std::array<char16_t, 0x10000> of{};
     UpperCase() {
-        for (char16_t ch = 0; ch < 0x100; ++ch)
-            of[ch] = ch;
-        for (char16_t ch = 0; ch < 0x100; ++ch) {
-            if (const char16_t lower = chars::ToLower(ch); lower < 0x100)
-                of[lower] = ch == lower ? of[lower] : ch;
+        for (std::uint32_t ch = 0; ch < of.size(); ++ch)
+            of[ch] = static_cast<char16_t>(ch);
+        // Backwards: of several forms with one lower case the first counts.
+        for (std::uint32_t ch = 0xFFFF; ch > 0; --ch) {
+            const char16_t lower = chars::ToLower(static_cast<char16_t>(ch));
+            if (lower != ch && (lower < 0x100) == (ch < 0x100))
+                of[lower] = static_cast<char16_t>(ch);
         }
     }
 };
@@ -196,10 +198,12 @@ void CToken_textstreambuf::AppendRunOf() {
 }
 
 std::uint32_t CToken_textstreambuf::FoldCase(std::uint32_t ch) const {
-    static const UpperCase upper;
     if (mCaseMode == CaseMode::Lower)
         return chars::ToLower(static_cast<char16_t>(ch));
-    return mCaseMode == CaseMode::Upper && ch < 0x100 ? upper.of[ch] : ch;
+    if (mCaseMode != CaseMode::Upper)
+        return ch;
+    static const UpperCase kUpper;
+    return kUpper.of[ch & 0xFFFF];
 }
 
 TokenKind CToken_textstreambuf::GetWordKind(std::u16string_view word) const {

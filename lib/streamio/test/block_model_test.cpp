@@ -172,6 +172,17 @@ TEST(Block_lookup, GivesTheFirstOfANameThroughAnyChange) {
     }
 }
 
+TEST(Block_lookup, ReadingOnBehindARemovalKeepsCount) {
+    CBlock block(AString("A"));
+    for (int i = 0; i < 40; ++i)
+        block.Add(CBlock_named_value(Name(i), i));
+    block.Remove(block.Find(Name(7)));
+    CToken_istring more(u"$begin A\nx=1\n$end");
+    block.Read(more);
+    EXPECT_EQ(block.GetSize(), 40u);
+    EXPECT_EQ(std::distance(block.begin(), block.end()), 40);
+}
+
 TEST(Block_lookup, GetAsksForTheClassOfTheFirst) {
     CBlock block(AString("A"));
     block.Add(CBlock_func(AString("twice")));

@@ -229,6 +229,17 @@ TEST(Block_write, BinaryFormIsTokensWithoutCommas) {
               (std::vector<int>{0, 73, 0xFE, 0xFF, 0xFF, 0xFF})); // keeps its sign
 }
 
+/// The binary form has true and false without their words.
+TEST(Block_write, NamesTrueAndFalseAreFoundInBothForms) {
+    const auto read = test::ReadBlocks("$begin A\ntrue=1\nFALSE(2)\n$end");
+    const auto again = test::ReadBlocks(test::WriteBytes(*read.at(0), kBinary));
+    for (const CBlockPtr& block : {read.at(0), again.at(0)}) {
+        EXPECT_EQ((*block->Find(u"True"))->GetNameToken().GetText(), u"true");
+        EXPECT_EQ((*block->Find(u"false"))->GetNameToken().GetText(), u"FALSE");
+        EXPECT_EQ(block->Find(u""), block->end());
+    }
+}
+
 TEST(Block_write, TextToTreeToBinaryToTreeToText) {
     const std::string text =
         "$begin 'A'\n\ti=7\n\t0x1f=-5\n\t1.50(true=2)\n\tr=0.10000000000000001\n\th(true, 'two\\\n "

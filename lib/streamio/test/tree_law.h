@@ -92,9 +92,12 @@ private:
         return shape + "]";
     }
 
-    /// A text that reads as a number is the name that this number is.
+    /// A text that reads as a number is the name that this number is; true and false are their
+    /// text.
     std::string NameShape(const CToken& name) const {
-        TokenKind kind;
+        TokenKind kind = name.GetKind();
+        if ((kind == TokenKind::True || kind == TokenKind::False) && name.HasText())
+            return Shape(CToken(TokenKind::Keyword, name.GetText()));
         const bool mayBeNumber =
             CToken_grammar_default::Get().IsOneToken(name.GetTextView(), kind) &&
             IsNumberKind(kind);
