@@ -108,7 +108,7 @@ bool HostToolBars::HearOfButton(std::uintptr_t notice, const ToolBarButton& butt
     return isKnown;
 }
 
-/// The lists are copies: those of the module end ahead of its bars.
+/// The lists are copies: what the user makes of a bar is not the module's.
 void HostToolBars::TakeBars(CToolBarsData& data) {
     const auto& definitions = data.GetShownBars();
     for (const auto& bar : data.GetBars()) {

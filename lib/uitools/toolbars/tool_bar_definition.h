@@ -38,7 +38,7 @@ using ToolBarButtonList = std::vector<ToolBarButton>;
 /// A toolbar as a module wants it.
 struct ToolBarDefinition {
     AString mName;
-    std::unique_ptr<ToolBarButtonList> mButtons; ///< null only while the owner ends
+    std::unique_ptr<ToolBarButtonList> mButtons; ///< never null
 };
 
 /// A window that stands on a toolbar where a button has the bitmap kControlPlace.

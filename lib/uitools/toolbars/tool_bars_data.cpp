@@ -22,9 +22,8 @@ CToolBarsData::CToolBarsData(IDesktop& desktop, AString name)
                              AString());
 }
 
+/// The bars go ahead of the lists of buttons, which a host may have given them.
 CToolBarsData::~CToolBarsData() {
-    for (auto* list : {&mToolBarDefs, &mShownBars, &mBuiltInBars})
-        list->clear();
     DestroyBars(true);
     if (!mSavedNames.empty())
         mDesktop.SetStringOption(0, GetToolBarSection(), GetToolBarNamesKey(mName), mSavedNames);
