@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include <QApplication>
+#include <QDrag>
+#include <QMimeData>
 #include <QMouseEvent>
+#include <QPointer>
 #include <QTimer>
 
 #include "find_box.h"
@@ -14,6 +18,9 @@
 #include "tool_bars_data.h"
 
 namespace {
+
+/// What a dragged button is to other programs: nothing of theirs.
+constexpr const char* kButtonFormat = "application/x-quorel-toolbar-button";
 
 constexpr struct {
     unsigned m_Id;
@@ -78,6 +85,7 @@ ModuleToolBar::ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget
     setObjectName(QStringLiteral("ToolBar %1.%2")
                       .arg(FromAString(bar.GetData().GetName()), FromAString(bar.GetBarName())));
     m_Bar.SetPeer(this);
+    setAcceptDrops(true);
     connect(this, &QToolBar::orientationChanged, this, &ModuleToolBar::FitBoxes);
     ShowButtons();
 }
@@ -110,6 +118,7 @@ QAction* ModuleToolBar::AddButton(const ToolBarButton& button) {
     const ToolBarButton* const known = m_Around.m_Host.FindInCatalogue(button);
     action->setIcon(IconOf(known ? *known : button));
     action->setStatusTip(StatusTextOf(button.mCommand));
+    widgetForAction(action)->installEventFilter(this);
     connect(action, &QAction::triggered, this, [this, command = button.mCommand] {
         if (!m_Around.m_Host.IsCustomizing())
             m_Around.m_Commands.Run(command, m_Around.m_Source);
@@ -165,6 +174,91 @@ void ModuleToolBar::SetCustomizing(bool on) {
     for (const Box& box : m_Boxes)
         if (!on)
             box.m_Shown->setEnabled(true);
+}
+
+/// The index of the button at a place, or of the one ahead of which the place is.
+std::size_t ModuleToolBar::IndexAt(QPoint place) const {
+    std::size_t index = 0;
+    for (; index < m_Items.size(); ++index) {
+        QAction* const action = m_Items[index].m_Action;
+        const QRect rect = action && action->isVisible() ? actionGeometry(action) : QRect();
+        const bool isBehind =
+            orientation() == Qt::Horizontal ? place.x() > rect.right() : place.y() > rect.bottom();
+        if (!rect.isNull() && !isBehind)
+            break;
+    }
+    return index;
+}
+
+bool ModuleToolBar::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+        if (m_Around.m_Host.IsCustomizing())
+            return FilterMouse(static_cast<QWidget&>(*watched), static_cast<QMouseEvent&>(*event));
+        break;
+    default:
+        break;
+    }
+    return QToolBar::eventFilter(watched, event);
+}
+
+bool ModuleToolBar::FilterMouse(QWidget& button, const QMouseEvent& mouse) {
+    const QPoint place = button.mapTo(this, mouse.position().toPoint());
+    if (mouse.type() == QEvent::MouseButtonPress)
+        m_PressedAt = place;
+    const bool isDragged =
+        mouse.type() == QEvent::MouseMove && mouse.buttons().testFlag(Qt::LeftButton) &&
+        (place - m_PressedAt).manhattanLength() >= QApplication::startDragDistance();
+    if (isDragged && !m_Dragged && m_Bar.HandleMessage(kMsgNotify, kNoticeBeginDrag, 0) != 0)
+        DragButton(IndexAt(m_PressedAt));
+    return true;
+}
+
+void ModuleToolBar::DragButton(std::size_t index) {
+    if (index >= m_Items.size() || !m_Items[index].m_Action)
+        return;
+    const QPointer<ModuleToolBar> alive = this;
+    auto* const drag = new QDrag(this);
+    auto* const dragged = new QMimeData;
+    dragged->setData(QLatin1String(kButtonFormat), {});
+    drag->setMimeData(dragged);
+    drag->setPixmap(m_Items[index].m_Action->icon().pixmap(iconSize()));
+    m_Dragged = index;
+    m_DropIndex.reset();
+    drag->exec(Qt::MoveAction);
+    if (!alive)
+        return;
+    m_Dragged.reset();
+    // Behind the event of the button, which goes.
+    QTimer::singleShot(0, this, [this, index, to = m_DropIndex] { MoveButton(index, to); });
+}
+
+/// @param to ahead of which button, as they stand now; nothing: off the bar
+void ModuleToolBar::MoveButton(std::size_t from, std::optional<std::size_t> to) {
+    if (!m_Bar.GetButtons() || from >= m_Bar.GetButtons()->size())
+        return;
+    ToolBarButtonList buttons = *m_Bar.GetButtons();
+    const ToolBarButton moved = buttons[from];
+    buttons.erase(buttons.begin() + static_cast<std::ptrdiff_t>(from));
+    if (to) {
+        const std::size_t behindErased = *to > from ? *to - 1 : *to;
+        const std::size_t place = std::min(behindErased, buttons.size());
+        buttons.insert(buttons.begin() + static_cast<std::ptrdiff_t>(place), moved);
+    }
+    m_Around.m_Host.SetButtons(m_Bar, std::move(buttons));
+}
+
+void ModuleToolBar::dragEnterEvent(QDragEnterEvent* event) {
+    if (m_Dragged && event->mimeData()->hasFormat(QLatin1String(kButtonFormat)))
+        event->acceptProposedAction();
+}
+
+void ModuleToolBar::dropEvent(QDropEvent* event) {
+    event->acceptProposedAction();
+    m_DropIndex = IndexAt(event->position().toPoint());
 }
 
 void ModuleToolBar::FloatAt(CPoint place) {

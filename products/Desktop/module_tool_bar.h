@@ -56,6 +56,10 @@ public:
 
 protected:
     bool event(QEvent* event) override;
+    /// While customising, buttons are dragged: along the bar to another place, or off it.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     struct Item {
@@ -78,10 +82,17 @@ private:
     void Search(unsigned box, bool backward);
     bool Pass(unsigned message, QEvent& event);
     void FitBoxes();
+    bool FilterMouse(QWidget& button, const QMouseEvent& mouse);
+    void DragButton(std::size_t index);
+    void MoveButton(std::size_t from, std::optional<std::size_t> to);
+    std::size_t IndexAt(QPoint place) const;
 
     CQrToolBar& m_Bar;
     Surroundings m_Around;
     std::vector<Item> m_Items; ///< one for each of the bar's buttons
     std::vector<Box> m_Boxes;
     Passing* m_Passing = nullptr;
+    QPoint m_PressedAt;                     ///< while customising
+    std::optional<std::size_t> m_Dragged;   ///< the index of the button that is on its way
+    std::optional<std::size_t> m_DropIndex; ///< where it was dropped
 };
