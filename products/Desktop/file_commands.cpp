@@ -72,6 +72,11 @@ void FileCommands::DropPristine(const OpenDocument* but) {
 
 OpenDocument* FileCommands::Open(const FileTarget& file, bool mayBeNew) {
     const std::string& path = file.m_Path;
+    if (m_Window.m_OpenOther && m_Window.m_OpenOther(path)) {
+        if (const OpenDocument* shown = m_Documents.GetActive(); shown && shown->GetHome())
+            DropPristine(shown);
+        return nullptr;
+    }
     OpenDocument* document = m_Documents.FindPath(path);
     if (!document) {
         const QString name = QFileInfo(FromPath(path)).fileName();
@@ -144,6 +149,8 @@ sys::Status FileCommands::Load(OpenDocument& document, const std::string& path) 
 }
 
 bool FileCommands::Save(OpenDocument& document) {
+    if (ITextHome* home = document.GetHome())
+        return home->Save();
     const std::string path = document.GetFile().GetPath();
     if (path.empty())
         return SaveAs(document);
@@ -151,6 +158,8 @@ bool FileCommands::Save(OpenDocument& document) {
 }
 
 bool FileCommands::SaveAs(OpenDocument& document) {
+    if (ITextHome* home = document.GetHome())
+        return home->SaveAs();
     const std::string& own = document.GetFile().GetPath();
     const QString preset =
         own.empty() ? QDir::current().filePath(document.GetTitle()) : FromPath(own);
@@ -255,7 +264,7 @@ void FileCommands::Revert(OpenDocument& document) {
 }
 
 bool FileCommands::MayClose(OpenDocument& document) {
-    if (!document.IsModified())
+    if (!document.IsModified() || document.GetHome())
         return true;
     m_Documents.Show(document);
     const int answer = m_Window.m_Ask(
@@ -269,6 +278,10 @@ bool FileCommands::MayClose(OpenDocument& document) {
 bool FileCommands::Close(OpenDocument& document) {
     if (!MayClose(document))
         return false;
+    if (document.GetHome()) {
+        document.CloseShell(document.GetShell());
+        return true;
+    }
     m_Recovery.Forget(document);
     m_Documents.Remove(document);
     return true;
@@ -279,6 +292,8 @@ bool FileCommands::CloseAll() {
         if (!MayClose(*document))
             return false;
     for (OpenDocument* document : m_Documents.GetAll()) {
+        if (document->GetHome())
+            continue;
         m_Recovery.Forget(*document);
         m_Documents.Remove(*document);
     }

@@ -22,6 +22,8 @@ public:
         std::function<QString(const QString& preset)> m_AskSave;
         std::function<void(const QString& text, bool warning)> m_Tell;
         std::function<void(const QString& path)> m_Used; ///< for the list of recent files
+        /// Opens what is no text. @return false: it is one. May be empty, unlike the others
+        std::function<bool(const std::string& path)> m_OpenOther{};
     };
 
     /// All outlive the commands.
@@ -32,8 +34,8 @@ public:
     OpenDocument* New(EditorSort sort);
     /// Opens a file, or brings its window to the front, and puts the caret.
     /// @param mayBeNew a file that isn't there gives an empty text of that name
-    /// @return null when it can't be opened, of which the user has been told, or the user stopped
-    /// it
+    /// @return null when it can't be opened, of which the user has been told, the user stopped it,
+    ///         or it was no text
     OpenDocument* Open(const FileTarget& file, bool mayBeNew = false);
     void AskAndOpen();
 
@@ -43,9 +45,11 @@ public:
     bool SaveAll();
     /// Takes the file's text again.
     void Revert(OpenDocument& document);
+    /// Of a text with a home only its window closes.
     /// @return false: the user wants to go on with it
     bool Close(OpenDocument& document);
-    /// Asks about every unsaved text first. @return false: nothing was closed
+    /// Asks about every unsaved text first. Those with a home stay. @return false: nothing was
+    /// closed
     bool CloseAll();
 
     /// Notices that somebody else has written the file, and asks above the text.

@@ -14,6 +14,8 @@
 #include "desktop_core.h"
 #include "line_icon.h"
 #include "message_pane.h"
+#include "project_commands.h"
+#include "project_tree.h"
 #include "qt_strings.h"
 #include "recent_files.h"
 #include "status_line.h"
@@ -27,8 +29,8 @@ constexpr int kSavingMilliseconds = 1000;
 constexpr int kOpeningMilliseconds = 50;
 constexpr QSize kFirstSize{1080, 720};
 
-const QString kOpenFilter = QStringLiteral(
-    "All texts (*);;Netlists (*.cir *.ckt *.net *.sp *.lib *.inc);;Scripts (*.js *.vbs)");
+const QString kOpenFilter = QStringLiteral("All texts (*);;Projects (*.qproj);;Netlists (*.cir "
+                                           "*.ckt *.net *.sp *.lib *.inc);;Scripts (*.js *.vbs)");
 
 /// Events upon which the state of a text may be another.
 bool IsUserAction(QEvent::Type type) {
@@ -113,6 +115,10 @@ void MainWindow::BuildParts() {
         });
     m_Recovery->SetPause(m_Core.m_Settings.GetRecoveryPause());
     m_Files = std::make_unique<FileCommands>(m_Core, *m_Documents, *m_Recovery, MakeSurroundings());
+    m_Tree = new ProjectTree(this);
+    addDockWidget(Qt::LeftDockWidgetArea, m_Tree);
+    m_Projects =
+        std::make_unique<ProjectCommands>(*m_Documents, *m_Recovery, *m_Tree, MakeSurroundings());
     m_Core.m_Desktop.GetUserInterface()->m_OnRefresh = [this] { RefreshSoon(); };
     m_Core.m_Desktop.GetPrompt()->m_OnShown = [this](const HostPrompt::Shown& shown) {
         Tell(FromAString(shown.m_Text), false);
@@ -128,6 +134,13 @@ FileCommands::Surroundings MainWindow::MakeSurroundings() {
                 [this](const QString& path) {
                     m_Recent->Add(path);
                     SaveOptions();
+                },
+            .m_OpenOther =
+                [this](const std::string& path) {
+                    const bool isProject = ProjectCommands::IsProject(path);
+                    if (isProject)
+                        m_Projects->Open(path);
+                    return isProject;
                 }};
 }
 
@@ -235,13 +248,16 @@ void MainWindow::ReadState() {
         resize(kFirstSize);
     restoreState(settings.GetWindowState());
     m_Messages->hide();
+    m_Tree->hide();
 }
 
 /// Places toolbars and panes as they were at the last close, those that have come since too.
 void MainWindow::RestorePlaces() {
     const bool areMessagesHidden = m_Messages->isHidden();
+    const bool isTreeHidden = m_Tree->isHidden();
     restoreState(m_Core.m_Settings.GetWindowState());
     m_Messages->setHidden(areMessagesHidden);
+    m_Tree->setHidden(isTreeHidden);
 }
 
 void MainWindow::WriteState() {
@@ -257,10 +273,12 @@ void MainWindow::SaveOptions() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
-    if (!m_SessionEnds && !m_Files->CloseAll()) {
+    if (!m_SessionEnds && !(m_Projects->MayClose() && m_Files->CloseAll())) {
         event->ignore();
         return;
     }
+    if (!m_SessionEnds)
+        m_Projects->CloseNow();
     WriteState();
     event->accept();
     qApp->quit();

@@ -14,6 +14,8 @@
 class DesktopCore;
 class MessagePane;
 class OpenDocuments;
+class ProjectCommands;
+class ProjectTree;
 class RecentFiles;
 class StatusLine;
 class ToolBarScreen;
@@ -91,6 +93,9 @@ private:
     void SaveAs();
     void SaveAll();
     void Revert();
+    void SaveProject();
+    void SaveProjectAs();
+    void CloseProject();
     void CloseActive();
     void Export();
     void PageSetup();
@@ -119,6 +124,8 @@ private:
     OpenDocuments* m_Documents = nullptr;
     std::unique_ptr<RecoveryTimer> m_Recovery;
     std::unique_ptr<FileCommands> m_Files;
+    std::unique_ptr<ProjectCommands> m_Projects;
+    ProjectTree* m_Tree = nullptr;
     RecentFiles* m_Recent = nullptr;
     StatusLine* m_Status = nullptr;
     MessagePane* m_Messages = nullptr;

@@ -1,8 +1,10 @@
 #include "open_document.h"
 
+#include <algorithm>
 #include <cerrno>
 
 #include <QFileInfo>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QVBoxLayout>
 
@@ -50,10 +52,11 @@ EditorSort EditorSortNamed(const std::string& name) {
 }
 
 OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort sort,
-                           const QString& title)
-    : m_Desktop(desktop), m_Sort(sort), m_Title(title), m_Id(NewId()),
-      m_Design(ToAString(title), desktop), m_Context(ToAString(title), &desktop),
-      m_Instance(ToAString(title)) {
+                           const QString& title, ITextHome* home)
+    : m_Desktop(desktop), m_Home(home), m_Sort(sort), m_Title(title), m_Id(NewId()),
+      m_Design(ToAString(title), desktop), m_Context(ToAString(title), &desktop) {
+    if (!home)
+        AddInstance(ToAString(title));
     const AString language(kSorts[static_cast<std::size_t>(sort)].m_Language);
     m_Editor = sort == EditorSort::netlist
                    ? host.CreateNetlistEditor(&m_Design)
@@ -122,7 +125,7 @@ std::string OpenDocument::GetArchive() {
 }
 
 bool OpenDocument::IsPristine() const {
-    return m_File.GetPath().empty() && !IsModified() &&
+    return !m_Home && m_File.GetPath().empty() && !IsModified() &&
            m_Editor.m_Inspector->GetChangeCount() == m_KeptChange;
 }
 
@@ -131,25 +134,71 @@ QString OpenDocument::GetTitle() const {
     return path.empty() ? m_Title : QFileInfo(FromPath(path)).fileName();
 }
 
-void OpenDocument::Show() {
-    m_Editor.m_Editor->OpenView(&m_Instance);
-    RefreshTitle();
+DocumentInstance& OpenDocument::AddInstance(const AString& name) {
+    return *m_Instances.emplace_back(std::make_unique<DocumentInstance>(name));
+}
+
+QMdiSubWindow* OpenDocument::GetShell() const {
+    QMdiSubWindow* first = nullptr;
+    for (const Shell& shell : m_Shells) {
+        const QMdiArea* const area = shell.m_Window ? shell.m_Window->mdiArea() : nullptr;
+        if (area && area->currentSubWindow() == shell.m_Window)
+            return shell.m_Window;
+        first = first ? first : shell.m_Window.data();
+    }
+    return first;
+}
+
+QMdiSubWindow* OpenDocument::GetShellOf(const DocumentInstance& instance) const {
+    const auto found = std::ranges::find_if(m_Shells, [&](const Shell& shell) {
+        return shell.m_Window && shell.m_Instance == &instance;
+    });
+    return found == m_Shells.end() ? nullptr : found->m_Window.data();
+}
+
+bool OpenDocument::HasShell(const QWidget* shell) const {
+    return shell &&
+           std::ranges::any_of(m_Shells, [&](const Shell& own) { return own.m_Window == shell; });
+}
+
+void OpenDocument::AddShell(QMdiSubWindow& shell, DocumentInstance& instance) {
+    std::erase_if(m_Shells, [](const Shell& own) { return !own.m_Window; });
+    m_Shells.push_back({&shell, &instance});
+}
+
+void OpenDocument::CloseShell(const QWidget* shell) {
+    const auto found = std::ranges::find_if(
+        m_Shells, [&](const Shell& own) { return shell && own.m_Window == shell; });
+    if (found != m_Shells.end())
+        m_Editor.m_Editor->CloseViews(found->m_Instance);
+}
+
+/// That of a text with a home tells the instance.
+QString OpenDocument::TitleOf(DocumentInstance& instance) const {
+    AString name;
+    instance.GetInstanceName(name);
+    const QString own = FromAString(name);
+    return m_Home && own != m_Title ? own + QStringLiteral(" \u2013 ") + m_Title : GetTitle();
 }
 
 void OpenDocument::RefreshTitle() {
-    m_Instance.SetName(ToAString(GetTitle()));
-    if (!m_Shell)
-        return;
-    QString title = GetTitle();
-    // "[*]" is the place of the mark; one in the name is to be shown as it is.
-    title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
-    m_Shell->setWindowTitle(title + QLatin1String("[*]"));
-    m_Shell->setWindowModified(IsModified());
-    m_Shell->setToolTip(FromPath(m_File.GetPath()));
+    if (!m_Home)
+        m_Instances.front()->SetName(ToAString(GetTitle()));
+    for (const Shell& shell : m_Shells) {
+        if (!shell.m_Window)
+            continue;
+        QString title = TitleOf(*shell.m_Instance);
+        // "[*]" is the place of the mark; one in the name is to be shown as it is.
+        title.replace(QLatin1String("[*]"), QLatin1String("[*][*]"));
+        shell.m_Window->setWindowTitle(title + QLatin1String("[*]"));
+        shell.m_Window->setWindowModified(IsModified());
+        shell.m_Window->setToolTip(FromPath(m_File.GetPath()));
+    }
 }
 
 QVBoxLayout* OpenDocument::GetBody() const {
-    QWidget* const body = m_Shell ? m_Shell->widget() : nullptr;
+    const QMdiSubWindow* const shell = GetShell();
+    QWidget* const body = shell ? shell->widget() : nullptr;
     return body ? qobject_cast<QVBoxLayout*>(body->layout()) : nullptr;
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <QMdiSubWindow>
 #include <QPointer>
@@ -13,6 +14,7 @@
 #include "file_session.h"
 #include "host_design.h"
 #include "module_host.h"
+#include "text_home.h"
 
 class NoticeBar;
 class QVBoxLayout;
@@ -29,9 +31,11 @@ class OpenDocument {
 public:
     /// A document without a file and a window.
     /// @param title shown until there is a file
+    /// @param home  of a text without a file of its own, else null; then it has no instance yet
     /// @param host and desktop outlive the document. Without an editor (!GetEditor()) the module
     ///        made none.
-    OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort sort, const QString& title);
+    OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort sort, const QString& title,
+                 ITextHome* home = nullptr);
     OpenDocument(const OpenDocument&) = delete;
     OpenDocument& operator=(const OpenDocument&) = delete;
     ~OpenDocument();
@@ -49,6 +53,8 @@ public:
     void MarkUnsaved();
     /// A document as new: no file, no text, nothing done to it. It may give way to a file.
     bool IsPristine() const;
+    /// Null for a text with a file, or one to come.
+    ITextHome* GetHome() const { return m_Home; }
     FileSession& GetFile() { return m_File; }
     const FileSession& GetFile() const { return m_File; }
     /// @}
@@ -72,14 +78,21 @@ public:
     const std::string& GetId() const { return m_Id; }
     void SetId(const std::string& id) { m_Id = id; }
 
-    /// @name Window
+    /// @name Windows: one for each design instance
     /// @{
-    /// Opens the window in the frame area, or brings it to the front.
-    void Show();
-    /// Null before Show.
-    QMdiSubWindow* GetShell() const { return m_Shell; }
-    void SetShell(QMdiSubWindow* shell) { m_Shell = shell; }
-    /// Shows title and modified mark.
+    DocumentInstance& AddInstance(const AString& name);
+    const std::vector<std::unique_ptr<DocumentInstance>>& GetInstances() const {
+        return m_Instances;
+    }
+    /// The active window if it is the document's, else its first; null while it has none.
+    QMdiSubWindow* GetShell() const;
+    /// The instance's window, null while it has none.
+    QMdiSubWindow* GetShellOf(const DocumentInstance& instance) const;
+    bool HasShell(const QWidget* shell) const;
+    void AddShell(QMdiSubWindow& shell, DocumentInstance& instance);
+    /// Closes the window of an instance; the text stays open.
+    void CloseShell(const QWidget* shell);
+    /// Shows titles and modified marks.
     void RefreshTitle();
     /// Shows a bar above the text, in place of one with that topic; the document's window owns it.
     void ShowNotice(NoticeBar* bar, const QString& topic);
@@ -92,16 +105,22 @@ public:
     static constexpr std::uint64_t kNothingKept = ~std::uint64_t{0};
 
 private:
+    struct Shell {
+        QPointer<QMdiSubWindow> m_Window;
+        DocumentInstance* m_Instance;
+    };
     QVBoxLayout* GetBody() const;
+    QString TitleOf(DocumentInstance& instance) const;
 
     HostDesktop& m_Desktop;
+    ITextHome* m_Home;
     EditorSort m_Sort;
     QString m_Title;
     std::string m_Id;
     HostDesign m_Design;
     HostContext m_Context;
-    DocumentInstance m_Instance;
+    std::vector<std::unique_ptr<DocumentInstance>> m_Instances;
     HostedEditor m_Editor;
     FileSession m_File;
-    QPointer<QMdiSubWindow> m_Shell;
+    std::vector<Shell> m_Shells;
 };

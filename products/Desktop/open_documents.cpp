@@ -7,7 +7,9 @@
 #include <QTabBar>
 #include <QTimer>
 
+#include "block.h"
 #include "desktop_core.h"
+#include "project.h"
 
 OpenDocuments::OpenDocuments(DesktopCore& core, QWidget* parent) : QMdiArea(parent), m_Core(core) {
     setTabsClosable(true);
@@ -43,7 +45,10 @@ FrameHooks OpenDocuments::MakeHooks() {
     hooks.m_Closing = [this](IBackendWindow& frame) {
         const QPointer<QWidget> shell = QtDesk::GetWidget(frame);
         QTimer::singleShot(0, this, [this, shell] {
-            if (OpenDocument* document = shell ? OfShell(shell) : nullptr; document && m_OnClosing)
+            OpenDocument* const document = shell ? OfShell(shell) : nullptr;
+            if (document && document->GetHome())
+                document->CloseShell(shell);
+            else if (document && m_OnClosing)
                 m_OnClosing(*document);
         });
         return false;
@@ -54,12 +59,13 @@ FrameHooks OpenDocuments::MakeHooks() {
 /// The first that is heard of a window comes while its document is being shown.
 void OpenDocuments::TakeShell(QWidget* shell) {
     auto* const sub = qobject_cast<QMdiSubWindow*>(shell);
-    if (m_Opening && !m_Opening->GetShell() && sub && !OfShell(sub))
-        m_Opening->SetShell(sub);
+    if (m_Opening && sub && !OfShell(sub))
+        m_Opening->AddShell(*sub, *m_OpeningInstance);
 }
 
-OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title) {
-    auto made = std::make_unique<OpenDocument>(m_Core.m_Module, m_Core.m_Desktop, sort, title);
+OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title, ITextHome* home) {
+    auto made =
+        std::make_unique<OpenDocument>(m_Core.m_Module, m_Core.m_Desktop, sort, title, home);
     if (!made->GetEditor())
         return nullptr;
     m_Documents.push_back(std::move(made));
@@ -67,12 +73,32 @@ OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title) {
 }
 
 void OpenDocuments::Show(OpenDocument& document) {
-    if (QMdiSubWindow* shell = document.GetShell()) {
+    if (QMdiSubWindow* shell = document.GetShell())
         setActiveSubWindow(shell);
-        return;
-    }
+    else if (!document.GetInstances().empty())
+        Show(document, *document.GetInstances().front());
+}
+
+void OpenDocuments::Show(OpenDocument& document, DocumentInstance& instance) {
+    if (QMdiSubWindow* shell = document.GetShellOf(instance))
+        setActiveSubWindow(shell);
+    else
+        OpenWindows(document, instance, [&](IEditor& editor) { editor.OpenView(&instance); });
+}
+
+void OpenDocuments::Place(OpenDocument& document, DocumentInstance& instance,
+                          const ProjectPlacement& placement) {
+    io::CBlock block;
+    block.AddItem(io::CBlockItemPtr(placement.GetViews()));
+    OpenWindows(document, instance, [&](IEditor& editor) { editor.ReadViews(&block, &instance); });
+}
+
+/// Windows that come to light meanwhile are the instance's.
+void OpenDocuments::OpenWindows(OpenDocument& document, DocumentInstance& instance,
+                                const std::function<void(IEditor&)>& open) {
     m_Opening = &document;
-    document.Show();
+    m_OpeningInstance = &instance;
+    open(*document.GetEditor().m_Editor);
     m_Opening = nullptr;
     document.RefreshTitle();
 }
@@ -95,7 +121,7 @@ std::vector<OpenDocument*> OpenDocuments::GetAll() const {
 
 OpenDocument* OpenDocuments::OfShell(const QWidget* shell) const {
     for (const auto& document : m_Documents)
-        if (shell && document->GetShell() == shell)
+        if (document->HasShell(shell))
             return document.get();
     return nullptr;
 }

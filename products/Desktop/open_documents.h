@@ -10,6 +10,7 @@
 #include "open_document.h"
 
 class DesktopCore;
+class ProjectPlacement;
 struct FrameHooks;
 
 /// Owns the documents in the order of opening. Their windows are sub windows, or tabs.
@@ -20,9 +21,14 @@ public:
     ~OpenDocuments() override;
 
     /// A new document without a window. @return null when the module makes none
-    OpenDocument* Create(EditorSort sort, const QString& title);
-    /// Opens the document's window, or brings it to the front.
+    OpenDocument* Create(EditorSort sort, const QString& title, ITextHome* home = nullptr);
+    /// Opens the document's window, or brings it to the front; of many the one in use.
     void Show(OpenDocument& document);
+    /// The same with the window of one of its instances.
+    void Show(OpenDocument& document, DocumentInstance& instance);
+    /// Opens the windows of an instance as they stood.
+    void Place(OpenDocument& document, DocumentInstance& instance,
+               const ProjectPlacement& placement);
     /// Closes the document's window and destroys it, whatever is in it.
     void Remove(OpenDocument& document);
 
@@ -38,16 +44,20 @@ public:
     bool AreTabs() const { return viewMode() == TabbedView; }
 
     std::function<void()> m_OnActivated;
-    /// The user wants to close a document's window; called in a turn of its own.
+    /// The user wants to close a document's window; called in a turn of its own. The windows of a
+    /// document with a home close by themselves.
     std::function<void(OpenDocument&)> m_OnClosing;
 
 private:
     OpenDocument* OfShell(const QWidget* shell) const;
     void TakeShell(QWidget* shell);
+    void OpenWindows(OpenDocument& document, DocumentInstance& instance,
+                     const std::function<void(IEditor&)>& open);
     FrameHooks MakeHooks();
 
     DesktopCore& m_Core;
     std::vector<std::unique_ptr<OpenDocument>> m_Documents;
     OpenDocument* m_Opening = nullptr; ///< whose window is being made
+    DocumentInstance* m_OpeningInstance = nullptr;
     int m_Untitled = 0;
 };

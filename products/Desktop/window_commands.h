@@ -10,7 +10,7 @@
 #include "main_window.h"
 
 /// When a command can be used.
-enum class Needs { nothing, document, file, undo, redo, modified };
+enum class Needs { nothing, document, file, undo, redo, modified, project };
 
 struct MainWindow::Command {
     const char* m_Text; ///< null: a separator

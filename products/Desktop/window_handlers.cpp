@@ -8,6 +8,7 @@
 #include "keys_page.h"
 #include "messages.h"
 #include "page_layout.h"
+#include "project_commands.h"
 #include "status_line.h"
 #include "tool_bar_screen.h"
 #include "window_commands.h"
@@ -47,6 +48,21 @@ void MainWindow::SaveAll() {
 
 void MainWindow::Revert() {
     WithActive([this](OpenDocument& document) { m_Files->Revert(document); });
+}
+
+void MainWindow::SaveProject() {
+    m_Projects->Save();
+    RefreshSoon();
+}
+
+void MainWindow::SaveProjectAs() {
+    m_Projects->SaveAs();
+    RefreshSoon();
+}
+
+void MainWindow::CloseProject() {
+    m_Projects->Close();
+    RefreshSoon();
 }
 
 void MainWindow::CloseActive() {

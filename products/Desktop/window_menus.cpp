@@ -9,6 +9,8 @@
 #include "desktop_core.h"
 #include "iview_doc.h"
 #include "message_pane.h"
+#include "project_commands.h"
+#include "project_tree.h"
 #include "recent_files.h"
 #include "tool_bar_screen.h"
 #include "undo_pane.h"
@@ -133,6 +135,8 @@ void MainWindow::FillWindowList() {
     int number = 0;
     m_WindowMenu->addSeparator();
     for (OpenDocument* document : m_Documents->GetAll()) {
+        if (!document->GetShell())
+            continue;
         QString title = document->GetTitle().replace(QLatin1Char('&'), QLatin1String("&&"));
         if (++number < 10)
             title.prepend(QStringLiteral("&%1  ").arg(number));
@@ -194,7 +198,8 @@ QMenu* MainWindow::createPopupMenu() {
 void MainWindow::AddViewToggles(QMenu& menu) {
     for (QToolBar* bar : findChildren<QToolBar*>(Qt::FindDirectChildrenOnly))
         menu.addAction(bar->toggleViewAction());
-    menu.addActions({m_Messages->toggleViewAction(), m_UndoPane->toggleViewAction()});
+    menu.addActions({m_Messages->toggleViewAction(), m_UndoPane->toggleViewAction(),
+                     m_Tree->toggleViewAction()});
 }
 
 void MainWindow::RefreshActions(OpenDocument* document) {
@@ -204,7 +209,8 @@ void MainWindow::RefreshActions(OpenDocument* document) {
                             document && !document->GetFile().GetPath().empty(),
                             document && document->CanUndo(),
                             document && document->CanRedo(),
-                            inspector && inspector->IsModified()};
+                            inspector && inspector->IsModified(),
+                            m_Projects->GetSession().IsOpen()};
     for (const BoundAction& bound : m_Actions)
         bound.m_Action->setEnabled(isThere[static_cast<std::size_t>(bound.m_Command->m_Needs)]);
     m_ToolBars->Refresh();

@@ -1,0 +1,168 @@
+#include "project_session.h"
+
+#include <algorithm>
+
+#include "block.h"
+#include "file_io.h"
+#include "qt_strings.h"
+
+std::optional<ProjectSession::Stamp> ProjectSession::StampOf(const std::string& path) {
+    std::error_code error;
+    const std::uintmax_t size = std::filesystem::file_size(path, error);
+    const auto time =
+        error ? std::filesystem::file_time_type() : std::filesystem::last_write_time(path, error);
+    return error ? std::nullopt : std::optional(Stamp{size, time});
+}
+
+sys::Status ProjectSession::Open(const std::string& path, std::vector<ProjectProblem>& problems) {
+    m_Stamp = StampOf(path);
+    sys::Status status = LoadProject(path, m_Project, problems);
+    if (status)
+        m_Path = path;
+    return status;
+}
+
+void ProjectSession::Close() {
+    for (const auto& [text, open] : m_Texts)
+        m_Documents.Remove(*open.m_Document);
+    m_Texts.clear();
+    m_Path.clear();
+    m_Project = {};
+}
+
+// --- Documents ---
+
+ProjectSession::Text* ProjectSession::TextOf(ProjectText& text, EditorSort sort,
+                                             const AString& name) {
+    OpenDocument* const document = m_Documents.Create(sort, FromAString(name), &m_Home);
+    if (!document)
+        return nullptr;
+    AString all = text.Get();
+    if (!all.CanEncode(AString::kAnsi) && m_OnForeignCharacters)
+        m_OnForeignCharacters(name);
+    document->GetEditor().m_Editor->SetText(std::move(all));
+    document->GetEditor().m_Driver->SetModified(false);
+    document->m_KeptChange = document->GetEditor().m_Inspector->GetChangeCount();
+    Text& open = m_Texts[&text];
+    open.m_Document = document;
+    return &open;
+}
+
+ProjectSession::Text* ProjectSession::NetlistOf(ProjectDesign& design) {
+    if (const auto found = m_Texts.find(&design.m_Netlist); found != m_Texts.end())
+        return &found->second;
+    Text* const open = TextOf(design.m_Netlist, EditorSort::netlist, design.m_Name);
+    if (open)
+        for (const auto& instance : design.m_Instances)
+            open->m_Views.push_back(
+                {&instance->m_Placement, &open->m_Document->AddInstance(instance->m_Name)});
+    return open;
+}
+
+ProjectSession::Text* ProjectSession::ScriptOf(ProjectDesign& design, ProjectScript& script) {
+    if (const auto found = m_Texts.find(&script.m_Text); found != m_Texts.end())
+        return &found->second;
+    const bool isVbScript = script.m_Language.CompareNoCase(u"VBScript") == 0;
+    Text* const open = TextOf(
+        script.m_Text, isVbScript ? EditorSort::vbScript : EditorSort::javaScript, design.m_Name);
+    if (open)
+        open->m_Views.push_back(
+            {&script.m_Placement, &open->m_Document->AddInstance(script.m_Name)});
+    return open;
+}
+
+OpenDocument* ProjectSession::Show(Text* text, const ProjectPlacement& placement) {
+    if (!text)
+        return nullptr;
+    const auto view = std::ranges::find(text->m_Views, &placement, &View::m_Placement);
+    if (view != text->m_Views.end())
+        m_Documents.Show(*text->m_Document, *view->m_Instance);
+    return text->m_Document;
+}
+
+OpenDocument* ProjectSession::Show(ProjectDesign& design, ProjectInstance& instance) {
+    return Show(NetlistOf(design), instance.m_Placement);
+}
+
+OpenDocument* ProjectSession::Show(ProjectDesign& design, ProjectScript& script) {
+    return Show(ScriptOf(design, script), script.m_Placement);
+}
+
+void ProjectSession::Place(Text* text) {
+    if (!text)
+        return;
+    for (const View& view : text->m_Views)
+        if (!view.m_Placement->GetWindows().empty())
+            m_Documents.Place(*text->m_Document, *view.m_Instance, *view.m_Placement);
+}
+
+void ProjectSession::RestoreViews() {
+    const auto hasWindows = [](const auto& placed) {
+        return !placed->m_Placement.GetWindows().empty();
+    };
+    for (const auto& design : m_Project.m_Designs) {
+        if (std::ranges::any_of(design->m_Instances, hasWindows))
+            Place(NetlistOf(*design));
+        for (const auto& script : design->m_Scripts)
+            if (hasWindows(script))
+                Place(ScriptOf(*design, *script));
+    }
+}
+
+std::vector<OpenDocument*> ProjectSession::GetDocuments() const {
+    std::vector<OpenDocument*> documents;
+    for (const auto& [text, open] : m_Texts)
+        documents.push_back(open.m_Document);
+    return documents;
+}
+
+// --- Saving ---
+
+bool ProjectSession::IsModified() const {
+    return std::ranges::any_of(m_Texts,
+                               [](const auto& row) { return row.second.m_Document->IsModified(); });
+}
+
+/// What the editors write of their windows.
+void ProjectSession::TakePlaces() {
+    for (auto& [text, open] : m_Texts) {
+        for (View& view : open.m_Views) {
+            io::CBlock block;
+            open.m_Document->GetEditor().m_Editor->WriteViews(&block, view.m_Instance);
+            if (block.begin() != block.end())
+                *view.m_Placement =
+                    ProjectPlacement(io::CBlock_ptr<io::CBlock_func>(*block.begin()));
+        }
+    }
+}
+
+sys::Status ProjectSession::Save(const std::string& path) {
+    for (auto& [text, open] : m_Texts) {
+        if (!open.m_Document->IsModified())
+            continue;
+        AString all;
+        open.m_Document->GetEditor().m_Editor->GetText(all);
+        text->Set(std::move(all));
+    }
+    TakePlaces();
+    if (sys::Status status = SaveProject(path, m_Project); !status)
+        return status;
+    m_Path = path;
+    m_Stamp = StampOf(path);
+    for (auto& [text, open] : m_Texts) {
+        open.m_Document->GetEditor().m_Driver->SetModified(false);
+        open.m_Document->RefreshTitle();
+    }
+    return {};
+}
+
+void ProjectSession::SavePlaces() {
+    std::string bytes;
+    const std::string read = WriteProject(m_Project);
+    if (!IsOpen() || IsModified() || !sys::ReadWholeFile(m_Path, kMaxProjectFile, bytes) ||
+        bytes != read)
+        return;
+    TakePlaces();
+    if (WriteProject(m_Project) != read)
+        static_cast<void>(SaveProject(m_Path, m_Project)); // nothing but places is lost
+}
