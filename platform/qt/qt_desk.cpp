@@ -6,6 +6,8 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QDrag>
+#include <QKeyEvent>
+#include <QMdiSubWindow>
 #include <QMimeData>
 #include <QProgressDialog>
 #include <QThread>
@@ -15,6 +17,7 @@
 #include "image_surface.h"
 #include "print_job.h"
 #include "qt_dialog.h"
+#include "qt_keys.h"
 #include "qt_seat.h"
 #include "qt_text.h"
 #include "standard_dialogs.h"
@@ -43,6 +46,16 @@ void QtDesk::SetFrameArea(QMdiArea* area) {
 
 void QtDesk::SetFrameHooks(FrameHooks hooks) {
     m_Seat->m_Hooks = std::move(hooks);
+}
+
+bool QtDesk::OfferKey(const QKeyEvent& key) {
+    const QMdiArea* const area = m_Seat->GetFrameArea();
+    const QWidget* const shell = area ? area->activeSubWindow() : nullptr;
+    FrameWindow* const frame = shell ? m_Seat->GetFrameOf(shell) : nullptr;
+    const unsigned code = KeyCodeOf(key.key());
+    m_Seat->NoteModifiers(key.modifiers());
+    return frame && code != 0 &&
+           frame->GetSink().PreTranslateKey(code, ModifiersOf(key.modifiers()));
 }
 
 QWidget* QtDesk::GetWidget(IBackendWindow& window) {

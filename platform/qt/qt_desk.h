@@ -9,6 +9,7 @@
 #include "job_progress.h"
 #include "pdf_desk.h"
 
+class QKeyEvent;
 class QMdiArea;
 class QProgressDialog;
 class QtSeat;
@@ -47,6 +48,9 @@ public:
     /// Where frames made from now on go, not owned; null: each is a window of its own.
     void SetFrameArea(QMdiArea* area);
     void SetFrameHooks(FrameHooks hooks);
+    /// Offers a key that a widget of the host has no use for to the active frame: its accelerators.
+    /// @return whether it was one
+    bool OfferKey(const QKeyEvent& key);
     /// The widget of a window of this desk: of a frame the window itself, a QMdiSubWindow in the
     /// frame area; of a view its area with the scroll bars. Owned by the window.
     static QWidget* GetWidget(IBackendWindow& window);

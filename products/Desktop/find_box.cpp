@@ -1,5 +1,6 @@
 #include "find_box.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
 
@@ -29,7 +30,6 @@ FindBox::FindBox(CComboBox& box, QWidget* parent) : QComboBox(parent), m_Box(box
     setSizeAdjustPolicy(AdjustToMinimumContentsLengthWithIcon);
     lineEdit()->setPlaceholderText(QStringLiteral("Find"));
     lineEdit()->setClearButtonEnabled(true);
-    lineEdit()->installEventFilter(this);
     setAccessibleName(QStringLiteral("Find"));
     connect(this, &QComboBox::editTextChanged, this, [this](const QString& text) {
         if (m_Syncing)
@@ -71,10 +71,21 @@ bool FindBox::TakeKey(const QKeyEvent& key) {
         m_OnReturn(key.modifiers().testFlag(Qt::ShiftModifier));
     if (key.key() == Qt::Key_Escape && m_OnEscape)
         m_OnEscape();
-    return isReturn || key.key() == Qt::Key_Escape;
+    if (isReturn || key.key() == Qt::Key_Escape)
+        return true;
+    return m_OnOtherKey && !Edits(key) && m_OnOtherKey(key);
 }
 
-bool FindBox::eventFilter(QObject* watched, QEvent* event) {
+/// Whether the line has a use for a key: it is asked as before a shortcut.
+bool FindBox::Edits(const QKeyEvent& key) const {
+    QKeyEvent question(QEvent::ShortcutOverride, key.key(), key.modifiers(), key.text());
+    question.ignore();
+    QCoreApplication::sendEvent(lineEdit(), &question);
+    return question.isAccepted();
+}
+
+/// The line has no focus of its own: what comes to the box is passed on to it past all filters.
+bool FindBox::event(QEvent* event) {
     if (event->type() == QEvent::KeyPress && TakeKey(static_cast<QKeyEvent&>(*event)))
         return true;
     if (event->type() == QEvent::FocusIn) {
@@ -84,5 +95,5 @@ bool FindBox::eventFilter(QObject* watched, QEvent* event) {
     }
     if (event->type() == QEvent::FocusOut)
         m_Box.HandleMessage(kMsgKillFocus, 0, 0);
-    return QComboBox::eventFilter(watched, event);
+    return QComboBox::event(event);
 }

@@ -94,6 +94,11 @@ void MainWindow::BuildParts() {
     m_Documents = new OpenDocuments(m_Core, this);
     setCentralWidget(m_Documents);
     m_Documents->m_OnActivated = [this] { RefreshSoon(); };
+    m_Documents->m_OnScriptSaved = [this](OpenDocument& document) {
+        if (m_Files->Save(document))
+            Tell(document.GetTitle() + QStringLiteral(": the script is saved"), false);
+        RefreshSoon();
+    };
     m_Documents->m_OnClosing = [this](OpenDocument& document) { m_Files->Close(document); };
     m_Documents->SetTabs(m_Core.m_Settings.GetTabs());
     m_Status = new StatusLine(this);

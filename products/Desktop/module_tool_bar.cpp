@@ -136,6 +136,7 @@ QAction* ModuleToolBar::AddBox(const ToolBarButton& button) {
     auto* const box = new FindBox(*window, this);
     box->m_OnReturn = [this, id = button.mCommand](bool backward) { Search(id, backward); };
     box->m_OnEscape = m_Around.m_OnEscape;
+    box->m_OnOtherKey = m_Around.m_OnOtherKey;
     box->m_OnFocus = [this, id = button.mCommand, window] {
         m_Bar.HandleMessage(kMsgCommand, MakeControlNotice(id, kNoticeGotFocus),
                             reinterpret_cast<std::intptr_t>(static_cast<CWnd*>(window)));

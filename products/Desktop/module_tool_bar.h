@@ -9,6 +9,7 @@
 #include "module_commands.h"
 #include "qr_tool_bar.h"
 
+class QKeyEvent;
 class FindBox;
 class HostToolBars;
 
@@ -26,10 +27,11 @@ public:
     struct Surroundings {
         HostToolBars& m_Host;
         ModuleCommands& m_Commands;
-        ModuleCommands::Source m_Source;     ///< gives who answers the commands
-        std::function<void()> m_OnEscape;    ///< out of a box
-        std::function<unsigned()> m_GetArea; ///< the number of the dock bar
-        std::function<void()> m_OnEnd;       ///< deletes this bar, whose own one ends
+        ModuleCommands::Source m_Source;                    ///< gives who answers the commands
+        std::function<void()> m_OnEscape;                   ///< out of a box
+        std::function<bool(const QKeyEvent&)> m_OnOtherKey; ///< that a box has no use for
+        std::function<unsigned()> m_GetArea;                ///< the number of the dock bar
+        std::function<void()> m_OnEnd; ///< deletes this bar, whose own one ends
     };
 
     ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget* parent);

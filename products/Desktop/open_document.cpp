@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "host_desktop.h"
+#include "ieditor.h"
 #include "notice_bar.h"
 #include "qt_strings.h"
 
@@ -63,9 +64,24 @@ OpenDocument::OpenDocument(ModuleHost& host, HostDesktop& desktop, EditorSort so
                    : host.CreateScriptEditor(&m_Context, {}, language, ToAString(title));
     if (m_Editor)
         m_KeptChange = m_Editor.m_Inspector->GetChangeCount();
+    if (IScriptEditor* script = GetScript())
+        script->AddExtender(this);
 }
 
-OpenDocument::~OpenDocument() = default;
+OpenDocument::~OpenDocument() {
+    if (IScriptEditor* script = GetScript())
+        script->RemoveExtender(this);
+}
+
+IScriptEditor* OpenDocument::GetScript() const {
+    return dynamic_cast<IScriptEditor*>(m_Editor.m_Editor.get());
+}
+
+void OpenDocument::Saved() {
+    MarkUnsaved(); // until its file is written
+    if (m_OnScriptSaved)
+        m_OnScriptSaved(*this);
+}
 
 sys::Status OpenDocument::Load(const std::string& path, bool mayStop) {
     std::string archive;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -27,7 +28,7 @@ std::string NameOf(EditorSort sort);
 EditorSort EditorSortNamed(const std::string& name);
 
 /// One document. Destroying it closes its window and ends its editor.
-class OpenDocument {
+class OpenDocument : private IEditorExtender {
 public:
     /// A document without a file and a window.
     /// @param title shown until there is a file
@@ -38,7 +39,10 @@ public:
                  ITextHome* home = nullptr);
     OpenDocument(const OpenDocument&) = delete;
     OpenDocument& operator=(const OpenDocument&) = delete;
-    ~OpenDocument();
+    virtual ~OpenDocument();
+
+    /// The user has saved the script by the editor's own command, which writes no file.
+    std::function<void(OpenDocument&)> m_OnScriptSaved;
 
     /// @name Text and file
     /// @{
@@ -105,6 +109,10 @@ public:
     static constexpr std::uint64_t kNothingKept = ~std::uint64_t{0};
 
 private:
+    void TextChanged(IQuorelCommand*) override {}
+    void Saved() override;
+    void Closed() override {}
+    IScriptEditor* GetScript() const;
     struct Shell {
         QPointer<QMdiSubWindow> m_Window;
         DocumentInstance* m_Instance;

@@ -68,6 +68,13 @@ OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title, IText
         std::make_unique<OpenDocument>(m_Core.m_Module, m_Core.m_Desktop, sort, title, home);
     if (!made->GetEditor())
         return nullptr;
+    made->m_OnScriptSaved = [this](OpenDocument& saved) {
+        QTimer::singleShot(0, this, [this, id = saved.GetId()] {
+            const auto document = std::ranges::find(m_Documents, id, &OpenDocument::GetId);
+            if (document != m_Documents.end() && m_OnScriptSaved)
+                m_OnScriptSaved(**document);
+        });
+    };
     m_Documents.push_back(std::move(made));
     return m_Documents.back().get();
 }

@@ -44,6 +44,8 @@ public:
     bool AreTabs() const { return viewMode() == TabbedView; }
 
     std::function<void()> m_OnActivated;
+    /// The user has saved a script by its editor's own command; called in a turn of its own.
+    std::function<void(OpenDocument&)> m_OnScriptSaved;
     /// The user wants to close a document's window; called in a turn of its own. The windows of a
     /// document with a home close by themselves.
     std::function<void(OpenDocument&)> m_OnClosing;

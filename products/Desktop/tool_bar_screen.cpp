@@ -39,6 +39,7 @@ void ToolBarScreen::BarComes(CQrToolBar& bar) {
                            .m_Commands = m_Around.m_Commands,
                            .m_Source = m_Around.m_Source,
                            .m_OnEscape = m_Around.m_OnEscape,
+                           .m_OnOtherKey = m_Around.m_OnOtherKey,
                            .m_GetArea =
                                [this, &bar] {
                                    ModuleToolBar* const own = Find(bar);

@@ -9,6 +9,7 @@
 #include "host_tool_bars.h"
 #include "module_commands.h"
 
+class QKeyEvent;
 class CustomizePage;
 class ModuleToolBar;
 class QMainWindow;
@@ -20,8 +21,9 @@ public:
     struct Surroundings {
         QMainWindow& m_Window;
         ModuleCommands& m_Commands;
-        ModuleCommands::Source m_Source;  ///< gives who answers the commands
-        std::function<void()> m_OnEscape; ///< out of a box
+        ModuleCommands::Source m_Source;                    ///< gives who answers the commands
+        std::function<void()> m_OnEscape;                   ///< out of a box
+        std::function<bool(const QKeyEvent&)> m_OnOtherKey; ///< that a box has no use for
         /// A bar has come: the window's own memory of places has a chance to be exact.
         std::function<void()> m_RestorePlaces;
         std::function<void(QAction&)> m_AddToggle; ///< of a bar that has come

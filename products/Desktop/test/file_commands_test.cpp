@@ -141,6 +141,19 @@ TEST_F(Files, KeptOverOthersAreWrittenOrAskedAbout) {
     EXPECT_EQ(ReadBytes(PathOf("a.cir")), "theirs\n");
 }
 
+/// The script editor's own save writes no file: the desktop that listens does.
+TEST_F(Files, OfScriptsAreWrittenByTheEditorsSaveToo) {
+    OpenDocument& script = OpenBytes("a.js", "x\n");
+    Type(script, "y");
+    m_Documents.m_OnScriptSaved = [this](OpenDocument& saved) { m_Files.Save(saved); };
+    constexpr unsigned kSaveScript = 42015;
+    EXPECT_TRUE(script.GetEditor().m_Driver->RunCommand(kSaveScript));
+    EXPECT_TRUE(script.IsModified()) << "nothing is written yet";
+    QApplication::processEvents();
+    EXPECT_FALSE(script.IsModified());
+    EXPECT_EQ(ReadBytes(PathOf("a.js")), "yx\n");
+}
+
 TEST_F(Files, RemovedByOthersStayInTheWindow) {
     OpenDocument& document = OpenBytes("a.cir", "mine\n");
     std::filesystem::remove(PathOf("a.cir"));
