@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <optional>
 
 #include "block_named_value.h"
 #include "block_vec.h"
@@ -21,19 +22,28 @@ bool IsUnit(const io::CToken& token) {
     return token.IsNumber() && number >= 0 && number <= 0xFFFF && number == std::floor(number);
 }
 
-/// A text stands as one, or as the vector of its units.
-bool TakeText(const io::CBlock_item& item, AString& text) {
-    if (item.IsNamedValue())
-        return static_cast<const io::CBlock_named_value&>(item).Get(text);
+/// A text stands as one, or as the vector of its units, which go to `room`.
+std::optional<std::u16string_view> GetText(const io::CBlock_item& item, AString& room) {
+    if (item.IsNamedValue()) {
+        const io::CToken& value = static_cast<const io::CBlock_named_value&>(item).GetValue();
+        return value.IsText() ? std::optional(value.GetTextView()) : std::nullopt;
+    }
     if (!item.IsVec())
-        return false;
+        return std::nullopt;
     const auto& units = static_cast<const io::CBlock_vec&>(item);
     if (!std::all_of(units.begin(), units.end(), IsUnit))
-        return false;
-    text.clear();
+        return std::nullopt;
     for (const io::CToken& unit : units)
-        text += static_cast<char16_t>(unit.GetNumber());
-    return true;
+        room += static_cast<char16_t>(unit.GetNumber());
+    return room;
+}
+
+bool TakeText(const io::CBlock_item& item, AString& text) {
+    AString room;
+    const auto found = GetText(item, room);
+    if (found)
+        text = *found;
+    return found.has_value();
 }
 
 bool TakePlacement(const io::CBlock_item& item, ProjectPlacement& placement) {
@@ -122,15 +132,16 @@ struct ProjectReader::Tables {
 };
 
 bool ProjectReader::Tables::LineOf(Text& text, const io::CBlock_item& item) {
-    AString line;
-    if (!TakeText(item, line))
+    AString room;
+    const auto line = GetText(item, room);
+    if (!line)
         return false;
     if (text.m_Text) {
         if (text.m_LineCount > 0)
             *text.m_Text += u'\n';
-        *text.m_Text += line;
+        *text.m_Text += *line;
     }
-    text.m_LineCount += 1 + static_cast<std::size_t>(std::count(line.begin(), line.end(), u'\n'));
+    text.m_LineCount += 1 + static_cast<std::size_t>(std::count(line->begin(), line->end(), u'\n'));
     return true;
 }
 
@@ -222,7 +233,6 @@ void ProjectReader::ReadInnerBlock(Target& target, const Rows<Target>& rows, Kep
 template <class Target>
 void ProjectReader::ReadItem(Target& target, const Rows<Target>& rows, KeptItems& kept, Met& met) {
     const std::size_t offset = m_Scanner.GetLineStart();
-    const int line = m_Scanner.GetLine();
     io::CBlockItemPtr item;
     if (const auto error = m_Scanner.ReadItem(item)) {
         Report(error->GetLine(), error->GetMessage().ToCString(AString::kUtf8));
@@ -230,7 +240,7 @@ void ProjectReader::ReadItem(Target& target, const Rows<Target>& rows, KeptItems
         std::string reason = TakeItem(target, rows, *item, met);
         if (reason.empty())
             return;
-        Report(line, std::move(reason));
+        Report(m_Scanner.GetLine(), std::move(reason));
     }
     Keep(offset, kept);
 }
@@ -254,7 +264,6 @@ std::string ProjectReader::TakeItem(Target& target, const Rows<Target>& rows,
 
 /// @param name of the block; empty: there is none that could end
 void ProjectReader::EndBlock(std::u16string_view name, KeptItems& kept) {
-    const int line = m_Scanner.GetLine();
     const std::size_t offset = m_Scanner.GetStart();
     if (name.empty()) {
         m_Scanner.SkipLine();
@@ -263,7 +272,7 @@ void ProjectReader::EndBlock(std::u16string_view name, KeptItems& kept) {
         return;
     }
     m_BlockEnd = kNoEnd;
-    Report(line, std::string(io::GetReadErrorMessage(io::ReadError::kBeginEnd)));
+    Report(m_Scanner.GetLine(), std::string(io::GetReadErrorMessage(io::ReadError::kBeginEnd)));
     kept.push_back({std::string(m_Scanner.GetBytesFrom(offset)), true});
 }
 

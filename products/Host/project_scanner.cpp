@@ -13,7 +13,6 @@ ProjectScanner::Next ProjectScanner::Look() {
     m_Stream.Clear();
     const bool isAtEnd = m_Stream.IsAtEof();
     m_Start = GetOffset(); // a look ahead would lose it
-    m_Line = m_Stream.GetTokenLine();
     if (isAtEnd)
         return Next::end;
     if (m_Stream.IsEnd())
@@ -24,6 +23,15 @@ ProjectScanner::Next ProjectScanner::Look() {
 std::size_t ProjectScanner::GetOffset() {
     io::CToken_streambuf& buffer = m_Stream.GetTokenStreambuf();
     return static_cast<std::size_t>(buffer.TellRaw() - buffer.GetTokenDistance());
+}
+
+/// Counts when it is asked for: few are, and they come in order.
+int ProjectScanner::GetLine() {
+    for (; m_Counted < m_Start; ++m_Counted) {
+        const bool isPair = m_Bytes.substr(m_Counted, 2) == "\r\n";
+        m_Line += (m_Bytes[m_Counted] == '\r' && !isPair) || m_Bytes[m_Counted] == '\n';
+    }
+    return m_Line;
 }
 
 std::size_t ProjectScanner::GetLineStart() const {

@@ -22,7 +22,7 @@ public:
     Next Look();
     /// The byte at which what Look has found begins, and its line.
     std::size_t GetStart() const { return m_Start; }
-    int GetLine() const { return m_Line; }
+    int GetLine();
     /// The same byte, or that at which its line begins if nothing but blanks stands in front of it.
     std::size_t GetLineStart() const;
     /// Whether it is a block of that name.
@@ -52,6 +52,7 @@ private:
     io::CRawIstream m_Raw;
     io::CToken_istream m_Stream;
     std::size_t m_Start = 0;
+    std::size_t m_Counted = 0; ///< bytes whose line ends are counted in m_Line
     int m_Line = 1;
     bool m_WasSkipped = false; ///< what was read last took the rest of its line with it
 };
