@@ -64,8 +64,14 @@ public:
     virtual bool GetUseScript() { return false; }
     /// Whether the script menu offers to run; only what is set before the menu's first request.
     virtual void SetShowRunMenu(bool show) { (void)show; }
-    virtual bool AddExtender(IEditorExtender* extender) = 0;
-    virtual bool RemoveExtender(IEditorExtender* extender) = 0;
+    virtual bool AddExtender(IEditorExtender* extender) {
+        (void)extender;
+        return false;
+    }
+    virtual bool RemoveExtender(IEditorExtender* extender) {
+        (void)extender;
+        return false;
+    }
 
 protected:
     IScriptEditor() = default;

@@ -87,11 +87,19 @@ sys::Status OpenDocument::Load(const std::string& path, bool mayStop) {
     std::string archive;
     if (sys::Status status = m_File.Load(path, archive); !status)
         return status;
-    if (!m_Editor.m_Driver->LoadArchive(archive, mayStop))
+    const bool isLoaded = m_Editor.m_Driver->LoadArchive(archive, mayStop);
+    GetCommands().Clear(); // of the text that is gone
+    if (!isLoaded)
         return sys::Failure("load", path, ECANCELED);
     m_Editor.m_Driver->SetModified(false);
     RefreshTitle();
     return {};
+}
+
+void OpenDocument::TakeAsLoaded() {
+    GetCommands().Clear();
+    m_Editor.m_Driver->SetModified(false);
+    m_KeptChange = m_Editor.m_Inspector->GetChangeCount();
 }
 
 sys::Status OpenDocument::Save(const std::string& path) {

@@ -75,6 +75,10 @@ public:
     /// @}
 
     HostedEditor& GetEditor() { return m_Editor; }
+    /// The editor as a script's; null for a netlist.
+    IScriptEditor* GetScript() const;
+    /// What was set is the text as it was found: unmodified, with nothing to undo.
+    void TakeAsLoaded();
     EditorSort GetSort() const { return m_Sort; }
     /// The file's name without folders, or what was given.
     QString GetTitle() const;
@@ -112,7 +116,6 @@ private:
     void TextChanged(IQuorelCommand*) override {}
     void Saved() override;
     void Closed() override {}
-    IScriptEditor* GetScript() const;
     struct Shell {
         QPointer<QMdiSubWindow> m_Window;
         DocumentInstance* m_Instance;

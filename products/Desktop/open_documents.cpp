@@ -79,16 +79,22 @@ OpenDocument* OpenDocuments::Create(EditorSort sort, const QString& title, IText
     return m_Documents.back().get();
 }
 
+void OpenDocuments::BringForward(QMdiSubWindow& shell) {
+    if (shell.isMinimized())
+        shell.showNormal();
+    setActiveSubWindow(&shell);
+}
+
 void OpenDocuments::Show(OpenDocument& document) {
     if (QMdiSubWindow* shell = document.GetShell())
-        setActiveSubWindow(shell);
+        BringForward(*shell);
     else if (!document.GetInstances().empty())
         Show(document, *document.GetInstances().front());
 }
 
 void OpenDocuments::Show(OpenDocument& document, DocumentInstance& instance) {
     if (QMdiSubWindow* shell = document.GetShellOf(instance))
-        setActiveSubWindow(shell);
+        BringForward(*shell);
     else
         OpenWindows(document, instance, [&](IEditor& editor) { editor.OpenView(&instance); });
 }

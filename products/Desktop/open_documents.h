@@ -53,6 +53,7 @@ public:
 private:
     OpenDocument* OfShell(const QWidget* shell) const;
     void TakeShell(QWidget* shell);
+    void BringForward(QMdiSubWindow& shell);
     void OpenWindows(OpenDocument& document, DocumentInstance& instance,
                      const std::function<void(IEditor&)>& open);
     FrameHooks MakeHooks();

@@ -4,7 +4,28 @@
 
 #include "block.h"
 #include "file_io.h"
+#include "ieditor.h"
 #include "qt_strings.h"
+
+namespace {
+
+/// A text, whose lines end with LF, as a document's archive: its last lines may be empty.
+std::string ArchiveOf(const AString& text) {
+    std::string archive;
+    for (const char byte : text.ToCString(AString::kAnsi))
+        byte == '\n' ? archive += "\r\n" : archive += byte;
+    return archive;
+}
+
+/// Whether a window is told as the one in front: shown as it is, or over all.
+bool IsInFront(const ProjectPlacement& placement) {
+    constexpr long kShown = 1, kMaximised = 3;
+    return std::ranges::any_of(placement.GetWindows(), [](const auto& window) {
+        return window[0] == kShown || window[0] == kMaximised;
+    });
+}
+
+} // namespace
 
 std::optional<ProjectSession::Stamp> ProjectSession::StampOf(const std::string& path) {
     std::error_code error;
@@ -40,9 +61,8 @@ ProjectSession::Text* ProjectSession::TextOf(ProjectText& text, EditorSort sort,
     AString all = text.Get();
     if (!all.CanEncode(AString::kAnsi) && m_OnForeignCharacters)
         m_OnForeignCharacters(name);
-    document->GetEditor().m_Editor->SetText(std::move(all));
-    document->GetEditor().m_Driver->SetModified(false);
-    document->m_KeptChange = document->GetEditor().m_Inspector->GetChangeCount();
+    document->GetEditor().m_Driver->LoadArchive(ArchiveOf(all));
+    document->TakeAsLoaded();
     Text& open = m_Texts[&text];
     open.m_Document = document;
     return &open;
@@ -65,9 +85,16 @@ ProjectSession::Text* ProjectSession::ScriptOf(ProjectDesign& design, ProjectScr
     const bool isVbScript = script.m_Language.CompareNoCase(u"VBScript") == 0;
     Text* const open = TextOf(
         script.m_Text, isVbScript ? EditorSort::vbScript : EditorSort::javaScript, design.m_Name);
-    if (open)
-        open->m_Views.push_back(
-            {&script.m_Placement, &open->m_Document->AddInstance(script.m_Name)});
+    if (!open)
+        return nullptr;
+    open->m_Script = &script;
+    if (IScriptEditor* editor = open->GetEditor()) {
+        editor->SetScriptName(script.m_Name);
+        editor->SetLanguage(script.m_Language);
+        editor->SetUseScript(script.m_IsUsed);
+    }
+    open->m_Document->TakeAsLoaded();
+    open->m_Views.push_back({&script.m_Placement, &open->m_Document->AddInstance(script.m_Name)});
     return open;
 }
 
@@ -96,6 +123,7 @@ void ProjectSession::Place(Text* text) {
             m_Documents.Place(*text->m_Document, *view.m_Instance, *view.m_Placement);
 }
 
+/// Each window comes to the front as it opens: the one that was there comes last once more.
 void ProjectSession::RestoreViews() {
     const auto hasWindows = [](const auto& placed) {
         return !placed->m_Placement.GetWindows().empty();
@@ -107,6 +135,10 @@ void ProjectSession::RestoreViews() {
             if (hasWindows(script))
                 Place(ScriptOf(*design, *script));
     }
+    for (auto& [text, open] : m_Texts)
+        for (const View& view : open.m_Views)
+            if (IsInFront(*view.m_Placement))
+                Show(&open, *view.m_Placement);
 }
 
 std::vector<OpenDocument*> ProjectSession::GetDocuments() const {
@@ -119,8 +151,18 @@ std::vector<OpenDocument*> ProjectSession::GetDocuments() const {
 // --- Saving ---
 
 bool ProjectSession::IsModified() const {
-    return std::ranges::any_of(m_Texts,
-                               [](const auto& row) { return row.second.m_Document->IsModified(); });
+    return std::ranges::any_of(m_Texts, [](const auto& row) {
+        return row.second.m_Document->IsModified() || row.second.HasOtherChoices();
+    });
+}
+
+bool ProjectSession::Text::HasOtherChoices() const {
+    IScriptEditor* const editor = GetEditor();
+    AString language;
+    if (editor)
+        editor->GetLanguage(language);
+    return editor &&
+           (language != m_Script->m_Language || editor->GetUseScript() != m_Script->m_IsUsed);
 }
 
 /// What the editors write of their windows.
@@ -138,6 +180,10 @@ void ProjectSession::TakePlaces() {
 
 sys::Status ProjectSession::Save(const std::string& path) {
     for (auto& [text, open] : m_Texts) {
+        if (IScriptEditor* editor = open.GetEditor()) {
+            editor->GetLanguage(open.m_Script->m_Language);
+            open.m_Script->m_IsUsed = editor->GetUseScript();
+        }
         if (!open.m_Document->IsModified())
             continue;
         AString all;

@@ -11,6 +11,8 @@
 #include "open_documents.h"
 #include "project_file.h"
 
+class IScriptEditor;
+
 /// One project at a time. A text becomes a document when it is first looked at; from then on to the
 /// project's end the document has it, with or without a window.
 class ProjectSession {
@@ -63,6 +65,11 @@ private:
     };
     struct Text {
         OpenDocument* m_Document = nullptr;
+        ProjectScript* m_Script = nullptr; ///< null for a netlist
+
+        IScriptEditor* GetEditor() const { return m_Script ? m_Document->GetScript() : nullptr; }
+        /// Whether the user has chosen another language, or whether to use the script.
+        bool HasOtherChoices() const;
         std::vector<View> m_Views;
     };
     Text* NetlistOf(ProjectDesign& design);

@@ -26,6 +26,8 @@ CRect RectOf(const QRect& rect) {
     return {rect.left(), rect.top(), rect.left() + rect.width(), rect.top() + rect.height()};
 }
 
+constexpr int kLeastHeight = 50; ///< that a user can drag a frame to
+
 } // namespace
 
 /// Sees the shell's events before it does.
@@ -74,6 +76,7 @@ FrameWindow::FrameWindow(QtSeat& seat, IWindowSink& sink)
     layout->setSpacing(0);
     if (QMdiArea* area = seat.GetFrameArea()) {
         auto* shell = new QMdiSubWindow;
+        shell->setMinimumHeight(kLeastHeight);
         shell->setWidget(m_Body);
         m_Shell = shell;
         shell->resize(kFirstSize.boundedTo(area->size()).expandedTo({200, 120}));

@@ -4,6 +4,7 @@
 #include <QTreeWidget>
 
 #include "desk_stage.h"
+#include "ieditor.h"
 #include "project_commands.h"
 #include "project_tree.h"
 
@@ -112,12 +113,37 @@ TEST_F(Projects, OpenAViewForEachInstanceOfOneText) {
 
     EXPECT_TRUE(m_Files.Close(netlist));
     EXPECT_EQ(Titles(), (std::vector<QString>{kLeft, kSweep})) << "the text stays open";
+    m_Documents.setActiveSubWindow(left);
     EXPECT_TRUE(m_Projects.Close());
     EXPECT_TRUE(m_Documents.GetAll().empty());
     EXPECT_TRUE(m_Asked.empty());
     EXPECT_TRUE(m_Projects.Open(path));
     EXPECT_EQ(Titles(), (std::vector<QString>{kLeft, kSweep})) << "as they stood at the end";
+    EXPECT_EQ(m_Documents.activeSubWindow()->windowTitle(), kLeft);
     EXPECT_EQ(m_Documents.subWindowList().front()->geometry(), QRect(40, 50, 400, 300));
+}
+
+/// A script keeps its name, language and use, and the empty lines at its end.
+TEST_F(Projects, ScriptsKeepWhatTheUserChooses) {
+    std::string bytes = kProject;
+    bytes.insert(bytes.find("\t\t\t$end 'Text'\n\t\t$end 'Script'"),
+                 "\t\t\t\tLine=''\n\t\t\t\tLine=''\n");
+    const std::string path = OpenBytes(bytes);
+    Activate(2);
+    OpenDocument& script = *m_Documents.GetActive();
+    EXPECT_EQ(script.GetEditor().m_Inspector->GetLineCount(), 3);
+    AString name;
+    script.GetScript()->GetScriptName(name);
+    EXPECT_EQ(name, u"sweep");
+    EXPECT_FALSE(m_Projects.GetSession().IsModified());
+    script.GetScript()->SetUseScript(true);
+    script.GetScript()->SetLanguage(u"Python");
+    EXPECT_TRUE(m_Projects.GetSession().IsModified());
+    EXPECT_TRUE(m_Files.Save(script));
+    EXPECT_FALSE(m_Projects.GetSession().IsModified());
+    const std::string saved = ReadBytes(path);
+    EXPECT_NE(saved.find("Language='Python'\n\t\t\tUse=true"), std::string::npos) << saved;
+    EXPECT_NE(saved.find("Line=''\n\t\t\t\tLine=''\n"), std::string::npos) << saved;
 }
 
 TEST_F(Projects, AskBeforeChangesAreLost) {

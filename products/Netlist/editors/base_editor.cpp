@@ -73,14 +73,14 @@ void CBaseEditor::OpenViewOf(IDesignInstance* instance) {
             frame->ActivateFrame(kShowRestore);
         return;
     }
-    CSimEditView* const view = OpenNewView(instance);
+    CSimEditView* const view = OpenNewView(instance, "sv");
     UpdateTitle({}, false);
     if (view)
         view->GetParentFrame()->ActivateFrame(kShowDefault);
 }
 
 /// A view of the instance in a new frame that isn't shown yet; null when no frame can be made.
-CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance) {
+CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance, const char* viewText) {
     CDocTemplate* const docTemplate = m_Factory ? m_Factory->GetNetlistTemplate() : nullptr;
     CFrameWnd* const newFrame = docTemplate ? docTemplate->CreateNewFrame(this) : nullptr;
     USE_ASSERT(newFrame);
@@ -88,9 +88,11 @@ CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance) {
         return nullptr;
     docTemplate->InitialUpdateFrame(newFrame, this, false);
     auto* const sv = dynamic_cast<CSimEditView*>(newFrame->GetActiveView());
-    USE_ASSERT(sv);
-    if (!sv)
+    USE_ASSERT_TEXT(sv, viewText);
+    if (!sv) {
+        newFrame->ActivateFrame(kShowDefault);
         return nullptr;
+    }
     sv->SetInstance(instance);
     sv->OnInitialUpdate();
     m_ActiveView = sv;
@@ -98,7 +100,7 @@ CSimEditView* CBaseEditor::OpenNewView(IDesignInstance* instance) {
 }
 
 void CBaseEditor::OpenPlacedView(IDesignInstance* instance, const io::CBlock_func& placement) {
-    CSimEditView* const view = OpenNewView(instance);
+    CSimEditView* const view = OpenNewView(instance, "view");
     if (view)
         ReadPlacement(*view, placement);
     UpdateTitle({}, false);

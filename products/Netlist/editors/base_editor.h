@@ -78,7 +78,7 @@ protected:
     /// @}
 
 private:
-    CSimEditView* OpenNewView(IDesignInstance* instance);
+    CSimEditView* OpenNewView(IDesignInstance* instance, const char* viewText);
     void OpenPlacedView(IDesignInstance* instance, const io::CBlock_func& placement);
     template <class Condition>
     void CloseViewsIf(Condition condition);

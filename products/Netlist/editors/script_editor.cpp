@@ -98,8 +98,12 @@ void CScriptEditor::SetLanguage(AString language) {
     UseSyntax(isVBScript ? kVBScriptSyntax : kJavaScriptSyntax);
     AString text;
     GetText(text);
-    if (!text.empty())
-        SetText(std::move(text)); // colours it anew
+    if (text.empty())
+        return;
+    if (text.back() == u'\n')
+        text += u'\n';        // one is taken for the end of the last line
+    SetText(std::move(text)); // colours it anew
+    m_UndoManager.Clear();    // its commands stood for what the journal held
 }
 
 const CommandMap& CScriptEditor::GetCommandMap() const {
