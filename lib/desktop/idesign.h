@@ -14,7 +14,8 @@ class IEditor;
 class IQuorelCommand;
 class PropList;
 
-/// What names an instance beyond its life: a view keeps the key, never the instance.
+/// What names an instance beyond its life: views and commands keep the key, never the instance.
+/// It lasts until the design that the instance belongs to has ended, with its editors and commands.
 class QUOREL_API IViewKey {
 public:
     /// The instance of this key; null when it is gone.

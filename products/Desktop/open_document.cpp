@@ -159,7 +159,8 @@ QString OpenDocument::GetTitle() const {
 }
 
 DocumentInstance& OpenDocument::AddInstance(const AString& name) {
-    return *m_Instances.emplace_back(std::make_unique<DocumentInstance>(name));
+    return *m_Instances.emplace_back(
+        std::make_unique<DocumentInstance>(name, m_Design.GetViewKeys()));
 }
 
 QMdiSubWindow* OpenDocument::GetShell() const {

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -20,7 +21,9 @@ class Undo_Manager;
 ///
 /// A command that fails or throws leaves steps, commands and index as they were, and the objects
 /// that it has recorded too. A command that comes while another of its manager is at work waits
-/// until that has ended. Each operation costs the command's own work.
+/// until that has ended, and is deleted when that fails. A command that can't be undone takes no
+/// part in steps and commands; what counts is what it says when Execute has ended. Each operation
+/// costs the command's own work.
 class QUOREL_API CommandRunner {
 public:
     static constexpr int kDefaultLimit = 100000;
@@ -37,20 +40,31 @@ public:
     bool Undo(Undo_Manager& manager);
     bool Redo(Undo_Manager& manager);
 
-    /// Told why a command has thrown, once all is as it was; may be empty.
-    std::function<void(const std::string& reason)> m_OnFailure;
+    /// What became of the work of a command that has thrown.
+    enum class Outcome {
+        takenBack,
+        notTakenBack, ///< the command can't be undone, or has thrown again
+        done          ///< it stands: those who are told of it have thrown
+    };
+    struct Failure {
+        std::string m_Reason;
+        Outcome m_Outcome;
+    };
+    /// Told of each failure once no command is at work, so that it may run, undo and redo; may be
+    /// empty.
+    std::function<void(const Failure&)> m_OnFailure;
 
 private:
     class AtWork;
 
     bool IsAtWork(const Undo_Manager& manager) const;
     bool RunOne(QuorelCommand* command, Undo_Manager& manager);
-    bool ExecuteStep(QuorelCommand& command, Undo_Manager& manager);
     bool Move(QuorelCommand* command, Undo_Manager& manager, bool forward);
+    bool MoveOne(QuorelCommand& command, Undo_Manager& manager, bool forward);
     void RunWaiting(Undo_Manager& manager);
-    template <class Work>
-    bool Try(Work work);
+    void Keep(const std::optional<std::string>& reason, Outcome outcome);
 
     std::size_t m_Limit = kDefaultLimit;
     std::vector<const Undo_Manager*> m_AtWork;
+    std::vector<Failure> m_Failures; ///< not told yet
 };

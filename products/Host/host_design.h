@@ -2,6 +2,7 @@
 #pragma once
 
 #include "astring.h"
+#include "host_instance.h"
 #include "idesign.h"
 #include "quorel_export.h"
 #include "undo_manager.h"
@@ -58,6 +59,8 @@ public:
     HostProject* GetProject() override { return &m_Project; }
     IDesignManager* GetManager() override { return this; }
     Undo_Manager& GetCommands() { return m_Commands; }
+    /// For the keys of its instances.
+    HostViewKeys& GetViewKeys() { return m_ViewKeys; }
 
     /// The two lists, null until the host that knows the property library has set them.
     PropList* GetVariableList() override { return m_Variables; }
@@ -74,5 +77,6 @@ private:
     AString m_Name;
     HostDesktop& m_Desktop;
     HostProject m_Project;
+    HostViewKeys m_ViewKeys;
     Undo_Manager m_Commands;
 };

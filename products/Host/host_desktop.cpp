@@ -8,6 +8,15 @@
 #include "read_error.h"
 #include "streamio_object.h"
 
+namespace {
+
+/// By CommandRunner::Outcome.
+constexpr const char16_t* kFailures[] = {u"An action has failed and was taken back: ",
+                                         u"An action has failed and can't be taken back: ",
+                                         u"An action was done, but what goes with it has failed: "};
+
+} // namespace
+
 HostUserInterface::~HostUserInterface() = default;
 
 void HostUserInterface::Refresh() {
@@ -17,9 +26,9 @@ void HostUserInterface::Refresh() {
 
 HostDesktop::HostDesktop(Settings settings, OptionStore& options)
     : m_Settings(std::move(settings)), m_Options(options) {
-    m_Runner.m_OnFailure = [this](const std::string& reason) {
-        const AString text(u"An action has failed and was taken back: ");
-        m_Prompt.ShowPrompt(text + AString(reason), IPrompt::kError, 0);
+    m_Runner.m_OnFailure = [this](const CommandRunner::Failure& failure) {
+        const AString text = kFailures[static_cast<std::size_t>(failure.m_Outcome)];
+        m_Prompt.ShowPrompt(text + AString(failure.m_Reason), IPrompt::kError, 0);
     };
 }
 

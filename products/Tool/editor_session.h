@@ -78,23 +78,12 @@ private:
     HostedEditor MakeEditor(const std::string& kind);
     IFactoryTools& GetTools();
 
-    /// The only instance, to which the view belongs.
-    class Instance : public IDesignInstance, public IViewKey {
-    public:
-        void GetInstanceName(AString& name) override { name = u"quorel"; }
-        IViewKey* GetViewKey() override { return this; }
-        void EditorActivated(IEditor*) override {}
-        void EditorDeactivated(IEditor*) override {}
-        ICommandListener* GetCommandListener() override { return nullptr; }
-        IDesignInstance* GetInstance() override { return this; }
-    };
-
     ConfigFolder m_Config;
     OptionStore m_Store;
     HostDesktop m_Desktop;
     HostDesign m_Design{u"quorel", m_Desktop};
     HostContext m_ScriptOwner{u"quorel", &m_Desktop};
-    Instance m_Instance;
+    HostInstance m_Instance{u"quorel", m_Design.GetViewKeys()}; // the only one
     ModuleHost m_Host;
     HostedEditor m_Editor; // gone before the module
 };

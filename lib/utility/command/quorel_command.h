@@ -16,8 +16,9 @@ class Undo_Manager;
 
 /// The base of all commands. A command keeps the record of what it changed, while the objects that
 /// changed keep their own states. The desktop owns the stack of commands and drives them: it gives
-/// a command its manager and opens a step, calls Execute, sets the state to kDone, closes the step
-/// and calls CommandExecuted; later it sets kUndone and calls Undo, or kRedone and Redo.
+/// a command its manager and calls CheckMessages, opens a step, calls Execute, closes the step,
+/// sets the state to kDone and calls CommandExecuted; later it sets kUndone and calls Undo, or
+/// kRedone and Redo.
 class QUOREL_API QuorelCommand : public IQuorelCommand {
 public:
     enum State : std::int32_t { kNew, kDone, kUndone, kRedone };

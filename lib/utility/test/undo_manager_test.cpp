@@ -14,6 +14,7 @@ namespace {
 
 int sSnapshots = 0; // alive
 bool sRestoreThrows = false;
+bool sCreateThrows = false;
 
 /// An object whose state is a number.
 struct Number : MUndoableObject {
@@ -24,6 +25,8 @@ struct Number : MUndoableObject {
     };
 
     std::unique_ptr<UndoableSnapshot> CreateSnapshot() override {
+        if (sCreateThrows)
+            throw std::bad_alloc();
         return std::make_unique<Snapshot>(m_Value);
     }
     void RestoreSnapshot(const UndoableSnapshot& snapshot) override {
@@ -57,7 +60,7 @@ protected:
     ~UndoManager() override {
         SetAssertHandler({});
         gIgnoreAllAsserts = true;
-        sRestoreThrows = false;
+        sRestoreThrows = sCreateThrows = false;
     }
     void Undo() {
         m_Manager.Undo();
@@ -154,6 +157,44 @@ TEST_F(UndoManager, RecordsAnObjectOnceAStepAndOnlyIfItHasChanged) {
     EXPECT_EQ(number.m_Value, 1) << "a step taken back has ended nothing";
     m_Manager.Redo();
     EXPECT_EQ(m_Asserts, 4);
+    m_Manager.SetCommandIndex(0);
+    EXPECT_EQ(m_Asserts, 5);
+    EXPECT_EQ(m_Manager.GetCommandIndex(), -1) << "no command has that index";
+}
+
+TEST_F(UndoManager, AStepTakenBackLeavesObjectsAsTheyWere) {
+    Number& changed = m_Numbers[0];
+    Number& created = m_Numbers[1];
+    m_Manager.OpenStep();
+    m_Manager.Record(&changed);
+    m_Manager.CloseStep(nullptr);
+    for (const bool again : {false, true}) {
+        m_Manager.OpenStep();
+        EXPECT_FALSE(m_Manager.Record(&changed)) << "equal to its newest snapshot";
+        changed.m_Value = 7;
+        changed.SetDeleted(true);
+        EXPECT_EQ(again && m_Manager.Record(&changed), again);
+        changed.m_Value = 8;
+        EXPECT_TRUE(m_Manager.CancelStep());
+        EXPECT_EQ(changed.m_Value, 0);
+        EXPECT_FALSE(changed.GetDeleted());
+    }
+    created.SetNew();
+    m_Manager.OpenStep();
+    sCreateThrows = true;
+    EXPECT_THROW(m_Manager.Record(&created), std::bad_alloc);
+    sCreateThrows = false;
+    EXPECT_FALSE(created.GetDeleted());
+    EXPECT_TRUE(created.IsNew());
+    EXPECT_EQ(created.GetManager(), nullptr);
+    m_Numbers[2].SetDeleted(true);
+    m_Manager.Record(&m_Numbers[2]);
+    m_Manager.Record(&created);
+    m_Manager.CancelStep();
+    EXPECT_FALSE(created.IsAliveUndoable());
+    EXPECT_TRUE(m_Numbers[2].IsAliveUndoable()) << "its owner had it before";
+    EXPECT_EQ(sSnapshots, 1);
+    EXPECT_EQ(m_Asserts, 0);
 }
 
 TEST_F(UndoManager, LetsGoWhatNothingBringsBack) {

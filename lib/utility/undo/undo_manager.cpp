@@ -12,6 +12,19 @@ namespace {
 constexpr const char* kIndexRule =
     "m_CommandIndex >= -1 && m_CommandIndex < (int) m_UndoableCommands.size()";
 
+/// A flag that has another value while this object lives.
+class ForTheMoment {
+public:
+    ForTheMoment(bool& flag, bool value) : m_Flag(flag), m_Before(std::exchange(flag, value)) {}
+    ForTheMoment(const ForTheMoment&) = delete;
+    ForTheMoment& operator=(const ForTheMoment&) = delete;
+    ~ForTheMoment() { m_Flag = m_Before; }
+
+private:
+    bool& m_Flag;
+    bool m_Before;
+};
+
 } // namespace
 
 Undo_Manager::Undo_Manager() = default;
@@ -21,8 +34,8 @@ Undo_Manager::~Undo_Manager() {
     Clear();
 }
 
-bool Undo_Manager::IsIndexValid() const {
-    return m_CommandIndex >= -1 && m_CommandIndex < static_cast<int>(m_UndoableCommands.size());
+bool Undo_Manager::IsIndexValid(int index) const {
+    return index >= -1 && index < static_cast<int>(m_UndoableCommands.size());
 }
 
 bool Undo_Manager::Record(Undoable* obj) {
@@ -30,18 +43,23 @@ bool Undo_Manager::Record(Undoable* obj) {
     USE_ASSERT(obj);
     if (!m_CurrentSet || !obj || m_CurrentSet->contains(obj))
         return false;
-    if (!obj->m_Past.IsEmpty() && obj->IsSameAs(*obj->m_Past.GetHead()))
+    if (!obj->m_Past.IsEmpty() && obj->IsSameAs(*obj->m_Past.GetHead())) {
+        m_Unchanged.try_emplace(obj, obj->m_Deleted);
         return false;
+    }
     USE_ASSERT_TEXT(!obj->m_ItsManager || obj->m_ItsManager == this,
                     "obj->m_ItsManager == NULL || obj->m_ItsManager == this");
-    if (!obj->m_ItsManager)
-        obj->m_ItsManager = this;
+    const auto* const created = dynamic_cast<MUndoableObject*>(obj);
     Joined& joined = m_Joined.emplace_back();
     joined.m_Object = obj;
     joined.m_EndedFuture = std::move(obj->m_Future);
+    joined.m_Manager = obj->m_ItsManager;
+    joined.m_IsNew = created && created->m_IsNew;
+    if (!obj->m_ItsManager)
+        obj->m_ItsManager = this;
     try {
         m_CurrentSet->insert(obj);
-        if (TakeStepSnapshot(*obj))
+        if (TakeStepSnapshot(joined))
             return true;
     } catch (...) {
         Leave();
@@ -53,27 +71,36 @@ bool Undo_Manager::Record(Undoable* obj) {
 
 /// The snapshot that undoing the open step goes back to: of a new object, that it didn't exist.
 /// @return whether one was taken
-bool Undo_Manager::TakeStepSnapshot(Undoable& object) {
+bool Undo_Manager::TakeStepSnapshot(const Joined& joined) {
+    Undoable& object = *joined.m_Object;
     const UndoableSnapshot* const prev = object.m_Past.GetHead();
-    auto* const created = dynamic_cast<MUndoableObject*>(&object);
-    if (!created || !created->m_IsNew) {
+    if (joined.m_IsNew) {
+        USE_ASSERT(!prev);
+        const ForTheMoment deleted(object.m_Deleted, true);
         object.TakeSnapshot();
     } else {
-        USE_ASSERT(!prev);
-        const bool deleted = std::exchange(object.m_Deleted, true);
         object.TakeSnapshot();
-        object.m_Deleted = deleted;
-        created->m_IsNew = false;
     }
-    return object.m_Past.GetHead() != prev;
+    if (object.m_Past.GetHead() == prev)
+        return false;
+    if (joined.m_IsNew)
+        static_cast<MUndoableObject&>(object).m_IsNew = false;
+    return true;
 }
 
-/// The object that joined last, and has no snapshot, leaves the open step.
+/// The object that joined last, and has no snapshot any more, leaves the open step.
 void Undo_Manager::Leave() {
     Joined& last = m_Joined.back();
     last.m_Object->m_Future = std::move(last.m_EndedFuture);
+    last.m_Object->m_ItsManager = last.m_Manager;
     m_CurrentSet->erase(last.m_Object);
     m_Joined.pop_back();
+}
+
+void Undo_Manager::EndStep() {
+    m_CurrentSet.reset();
+    m_Joined.clear();
+    m_Unchanged.clear();
 }
 
 const Undo_Manager::Step& Undo_Manager::ObjectsOf(const std::unique_ptr<const Step>& step) {
@@ -126,15 +153,20 @@ void Undo_Manager::Redo() {
 }
 
 QuorelCommand* Undo_Manager::GetUndoCommand() const {
-    USE_ASSERT_TEXT(IsIndexValid(), kIndexRule);
-    return m_CommandIndex < 0 ? nullptr
-                              : m_UndoableCommands[static_cast<std::size_t>(m_CommandIndex)];
+    return CommandAt(m_CommandIndex);
 }
 
 QuorelCommand* Undo_Manager::GetRedoCommand() const {
-    USE_ASSERT_TEXT(IsIndexValid(), kIndexRule);
-    const auto next = static_cast<std::size_t>(m_CommandIndex + 1);
-    return next < m_UndoableCommands.size() ? m_UndoableCommands[next] : nullptr;
+    return CommandAt(m_CommandIndex + 1);
+}
+
+/// Null where no command stands, and while the index breaks its rule, which is an assertion.
+QuorelCommand* Undo_Manager::CommandAt(int index) const {
+    const bool isSound = IsIndexValid(m_CommandIndex);
+    USE_ASSERT_TEXT(isSound, kIndexRule);
+    return isSound && index >= 0 && IsIndexValid(index)
+               ? m_UndoableCommands[static_cast<std::size_t>(index)]
+               : nullptr;
 }
 
 void Undo_Manager::OpenStep() {
@@ -158,8 +190,7 @@ void Undo_Manager::CloseStep(QuorelCommand* command) {
         m_UndoStack.pop_back();
         throw;
     }
-    m_CurrentSet.reset();
-    m_Joined.clear();
+    EndStep();
     if (command) // changes places with one of those that are forgotten now
         std::swap(m_UndoableCommands[static_cast<std::size_t>(++m_CommandIndex)],
                   m_UndoableCommands.back());
@@ -177,24 +208,41 @@ void Undo_Manager::ForgetRedo() {
         delete m_UndoableCommands.back();
 }
 
-void Undo_Manager::CancelStep() {
-    for (; !m_Joined.empty(); m_Joined.pop_back()) {
+bool Undo_Manager::CancelStep() {
+    bool areRestored = true;
+    while (!m_Joined.empty()) {
         Undoable& object = *m_Joined.back().m_Object;
-        object.TakeBackSnapshot(std::move(m_Joined.back().m_EndedFuture));
-        object.LetGoIfUnreachable(*this);
+        areRestored = object.RestoreNewest(object.m_Past.GetHead()->GetDeleted()) && areRestored;
+        object.m_Past.Pop();
+        if (m_Joined.back().m_IsNew)
+            object.LetGoIfUnreachable(*this);
+        Leave();
     }
-    m_CurrentSet.reset();
+    for (const auto& [object, deleted] : m_Unchanged) // behind the others: some have joined later
+        if (!object->m_Past.IsEmpty())
+            areRestored = object->RestoreNewest(deleted) && areRestored;
+    EndStep();
+    return areRestored;
+}
+
+void Undo_Manager::ForgetStep() {
+    while (!m_Joined.empty()) {
+        m_Joined.back().m_Object->m_Past.Pop();
+        Leave();
+    }
+    EndStep();
 }
 
 void Undo_Manager::SetCommandIndex(int index) {
-    m_CommandIndex = index;
-    USE_ASSERT_TEXT(IsIndexValid(), kIndexRule);
+    const bool isSound = IsIndexValid(index);
+    USE_ASSERT_TEXT(isSound, kIndexRule);
+    if (isSound)
+        m_CommandIndex = index;
 }
 
-void Undo_Manager::DropOldest() {
-    USE_ASSERT(m_CommandIndex >= 0 && !m_UndoStack.empty());
+bool Undo_Manager::DropOldest() {
     if (m_CommandIndex < 0 || m_UndoStack.empty())
-        return;
+        return false;
     for (Undoable* object : ObjectsOf(m_UndoStack.front())) {
         if (!object->m_Past.IsEmpty())
             object->m_Past.DropOldest();
@@ -204,6 +252,12 @@ void Undo_Manager::DropOldest() {
     delete m_UndoableCommands.front();
     m_UndoableCommands.pop_front();
     --m_CommandIndex;
+    return true;
+}
+
+void Undo_Manager::ForgetWaiting(std::size_t kept) {
+    for (; m_ExtraCommands.size() > kept; m_ExtraCommands.pop_back())
+        delete m_ExtraCommands.back();
 }
 
 QuorelCommand* Undo_Manager::TakeFirst() {
@@ -238,7 +292,6 @@ void Undo_Manager::Clear() {
     }
     for (; !m_UndoableCommands.empty(); m_UndoableCommands.pop_back())
         delete m_UndoableCommands.back();
-    for (; !m_ExtraCommands.empty(); m_ExtraCommands.pop_back())
-        delete m_ExtraCommands.back();
+    ForgetWaiting(0);
     m_CommandIndex = -1;
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <deque>
+#include <map>
 #include <memory>
 #include <optional>
 #include <set>
@@ -54,15 +55,24 @@ public:
     /// @param command belongs to the manager from then on, as the newest one done; null for a step
     ///        of no command
     void CloseStep(QuorelCommand* command);
-    /// Takes back the open step: its objects are as they were before it, their futures included.
-    void CancelStep();
-    /// Says that the command at this index is the newest one done, -1: none is.
+    /// Takes back the open step: the objects given to Record are as they were before it, their
+    /// futures included; those that were new are let go.
+    /// @return false: an object could not be restored
+    bool CancelStep();
+    /// Ends the open step without a place on the stack: its objects keep their present states, and
+    /// all else is as if none had been recorded.
+    void ForgetStep();
+    /// Says that the command at this index is the newest one done, -1: none is. An index of no
+    /// command is an assertion and changes nothing.
     void SetCommandIndex(int index);
-    /// Forgets the oldest step and the oldest command, which must be done.
-    void DropOldest();
+    /// Forgets the oldest step and the oldest command done. @return false: there is none
+    bool DropOldest();
     /// Takes a command for later, and gives the first one so taken; null when there is none.
     void AddWaiting(QuorelCommand* command) { m_ExtraCommands.push_back(command); }
     QuorelCommand* TakeWaiting() { return m_ExtraCommands.empty() ? nullptr : TakeFirst(); }
+    std::size_t GetWaitingCount() const { return m_ExtraCommands.size(); }
+    /// Deletes those taken last, until so many are left.
+    void ForgetWaiting(std::size_t kept);
     /// @}
 
     /// -1 when no command is done.
@@ -75,17 +85,21 @@ public:
 
 private:
     using Step = std::vector<Undoable*>;
-    /// An object of the open step, with the future that its snapshot has ended.
+    /// An object of the open step, with what it was before it joined.
     struct Joined {
         Undoable* m_Object = nullptr;
         SnapshotChain m_EndedFuture;
+        Undo_Manager* m_Manager = nullptr;
+        bool m_IsNew = false;
     };
 
     using Steps = std::deque<std::unique_ptr<const Step>>; ///< null: without objects
 
-    bool IsIndexValid() const;
-    static bool TakeStepSnapshot(Undoable& object);
+    bool IsIndexValid(int index) const;
+    QuorelCommand* CommandAt(int index) const;
+    static bool TakeStepSnapshot(const Joined& joined);
     void Leave();
+    void EndStep();
     QuorelCommand* TakeFirst();
     void ForgetRedo();
     static const Step& ObjectsOf(const std::unique_ptr<const Step>& step);
@@ -94,7 +108,10 @@ private:
     Steps m_UndoStack; ///< newest at the back
     Steps m_RedoStack;
     std::optional<std::set<Undoable*>> m_CurrentSet;
-    std::vector<Joined> m_Joined;                  ///< the open step's, in order
+    std::vector<Joined> m_Joined; ///< the open step's, in order
+    /// Objects that have equalled their newest snapshot in the open step, and whether they were
+    /// out of the model then.
+    std::map<Undoable*, bool> m_Unchanged;
     std::deque<QuorelCommand*> m_UndoableCommands; ///< owned
     int m_CommandIndex = -1;
     std::vector<QuorelCommand*> m_ExtraCommands; ///< owned, not executed yet

@@ -74,18 +74,16 @@ void Undoable::ClearPast() {
         m_Past.Clear();
 }
 
-/// Goes back to the newest snapshot as if it had never been taken. A class that can't restore it
-/// keeps the state it has.
-/// @param future what the snapshot has ended
-void Undoable::TakeBackSnapshot(SnapshotChain future) noexcept {
+/// Sets the state from the newest snapshot, of which there is one, and leaves that where it is.
+/// @return false: the class has thrown, and keeps the state it has
+bool Undoable::RestoreNewest(bool deleted) noexcept {
+    m_Deleted = deleted;
     try {
         RestoreSnapshot(*m_Past.GetHead());
+        return true;
     } catch (...) {
-        USE_ASSERT_TEXT(false, "a snapshot can be restored");
+        return false;
     }
-    m_Deleted = m_Past.GetHead()->GetDeleted();
-    m_Past.Pop();
-    m_Future = std::move(future);
 }
 
 /// An object that is out of the model, and that no step can bring back, isn't alive any more.

@@ -63,7 +63,7 @@ private:
 
     std::unique_ptr<UndoableSnapshot> MakeSnapshot();
     void Move(SnapshotChain& from, SnapshotChain& to);
-    void TakeBackSnapshot(SnapshotChain future) noexcept;
+    bool RestoreNewest(bool deleted) noexcept;
     void LetGoIfUnreachable(const Undo_Manager& manager);
 
     LifeMark m_LifeMark = kAlive;

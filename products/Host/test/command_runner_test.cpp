@@ -84,6 +84,7 @@ struct Adding : QuorelCommand {
 
     Stage& m_Stage;
     QuorelCommand* m_Nested = nullptr; ///< run meanwhile
+    bool m_TurnsPassing = false;       ///< finds that it can't be undone
 };
 
 struct Stage {
@@ -97,6 +98,7 @@ struct Stage {
     Context m_Context{&m_Desktop, m_Commands};
 
     void Run() { m_Design.RunCommand(new Adding(*this)); }
+    void RunWithNested();
     void Undo() { m_Desktop.UndoCommand(&m_Commands); }
     void Redo() { m_Desktop.RedoCommand(&m_Commands); }
     /// Number, count, index of the newest command done, commands, steps to undo and to redo.
@@ -119,6 +121,12 @@ Adding::~Adding() {
     --m_Stage.m_Alive;
 }
 
+void Stage::RunWithNested() {
+    auto* const outer = new Adding(*this);
+    outer->m_Nested = new Adding(*this);
+    m_Design.RunCommand(outer);
+}
+
 bool Adding::Execute() {
     sLog += "execute ";
     if (m_Nested)
@@ -129,6 +137,7 @@ bool Adding::Execute() {
     m_Stage.m_Number.m_Value += 10;
     AddDeltaState(new Delta(m_Stage.m_Count, m_Stage.m_Context.m_Fault));
     ++m_Stage.m_Count;
+    mIsUndoable = !m_TurnsPassing;
     if (m_Stage.m_Context.m_Fault == Fault::executing)
         throw std::runtime_error("executing");
     return m_Stage.m_Context.m_Fault != Fault::fails;
@@ -164,16 +173,28 @@ TEST(CommandRunner, AFailureLeavesAllAsItWas) {
         Fault m_Fault;
         void (Stage::*m_Work)();
         const char* m_Prompt; ///< null: nothing is told
+        bool m_IsDone = false;
     } kRows[] = {
-        {Fault::fails, &Stage::Run, nullptr},      {Fault::executing, &Stage::Run, "executing"},
-        {Fault::delta, &Stage::Undo, "delta"},     {Fault::delta, &Stage::Redo, "delta"},
-        {Fault::telling, &Stage::Undo, "telling"}, {Fault::telling, &Stage::Redo, "telling"}};
+        {Fault::fails, &Stage::RunWithNested, nullptr},
+        {Fault::executing, &Stage::RunWithNested, "was taken back: executing"},
+        {Fault::telling, &Stage::Run, "was done, but what goes with it has failed: tell", true},
+        {Fault::delta, &Stage::Undo, "was taken back: delta"},
+        {Fault::delta, &Stage::Redo, "was taken back: delta"},
+        {Fault::telling, &Stage::Undo, "was taken back: telling"},
+        {Fault::telling, &Stage::Redo, "was taken back: telling"}};
     for (const auto& row : kRows) {
         Stage stage;
         stage.Run();
         stage.Run();
         stage.Undo();
-        const std::string before = stage.State();
+        const std::string after = row.m_IsDone ? "20 2 1 2 2 0 " : stage.State();
+        stage.m_Desktop.GetPrompt()->m_OnShown = [&](const HostPrompt::Shown&) {
+            EXPECT_EQ(stage.State(), after) << "all is as it was when it is told";
+            stage.m_Context.m_Fault = Fault::none;
+            row.m_IsDone ? stage.Undo() : stage.Redo();
+            EXPECT_NE(stage.State(), after) << "no command is at work any more";
+            row.m_IsDone ? stage.Redo() : stage.Undo();
+        };
         stage.m_Context.m_Fault = row.m_Fault;
         (stage.*row.m_Work)();
         const auto& shown = stage.m_Desktop.GetPrompt()->GetShown();
@@ -181,7 +202,7 @@ TEST(CommandRunner, AFailureLeavesAllAsItWas) {
         if (row.m_Prompt) {
             EXPECT_NE(shown[0].m_Text.find(AString(row.m_Prompt)), AString::npos);
         }
-        EXPECT_EQ(stage.State(), before);
+        EXPECT_EQ(stage.State(), after);
         EXPECT_EQ(stage.m_Alive, 2);
         stage.m_Context.m_Fault = Fault::none;
         stage.Redo();
@@ -194,10 +215,8 @@ TEST(CommandRunner, AFailureLeavesAllAsItWas) {
 
 TEST(CommandRunner, CommandsOfACommandComeAfterIt) {
     Stage stage;
-    auto* const outer = new Adding(stage);
-    outer->m_Nested = new Adding(stage);
     sLog.clear();
-    stage.m_Design.RunCommand(outer);
+    stage.RunWithNested();
     EXPECT_EQ(sLog, "check execute told1@0 check execute told1@1 ");
     stage.Undo();
     EXPECT_EQ(stage.State(), "10 1 0 2 1 1 ");
@@ -207,6 +226,29 @@ TEST(CommandRunner, CommandsOfACommandComeAfterIt) {
     stage.m_Design.RunCommand(passing);
     EXPECT_EQ(stage.State(), "10 1 0 2 1 1 ") << "what can't be undone stands on no stack";
     EXPECT_EQ(stage.m_Alive, 2);
+    auto* const turning = new Adding(stage);
+    turning->m_TurnsPassing = true;
+    stage.m_Design.RunCommand(turning);
+    EXPECT_EQ(stage.State(), "20 2 0 2 1 1 ") << "nor what finds so only when it is executed";
+    stage.Undo();
+    EXPECT_EQ(stage.State(), "0 1 -1 2 0 2 ");
+}
+
+TEST(CommandRunner, ALowerLimitDropsOnlyWhatIsDone) {
+    Stage stage;
+    CommandRunner runner;
+    for (int i = 0; i < 3; ++i)
+        runner.Run(new Adding(stage), stage.m_Commands);
+    while (runner.Undo(stage.m_Commands)) {
+    }
+    runner.SetLimit(2);
+    auto* const passing = new Adding(stage);
+    passing->mIsUndoable = false;
+    runner.Run(passing, stage.m_Commands);
+    EXPECT_EQ(stage.State(), "0 0 -1 3 0 3 ");
+    for (int i = 0; i < 3; ++i)
+        runner.Run(new Adding(stage), stage.m_Commands);
+    EXPECT_EQ(stage.State(), "30 3 1 2 2 0 ");
 }
 
 } // namespace

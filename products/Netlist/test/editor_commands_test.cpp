@@ -207,6 +207,8 @@ TEST_F(ModuleTest, ACommandOutlivesItsEditorAndItsView) {
         EXPECT_EQ(editor.Text(), u"a") << "no view replays it";
         m_Desktop.RedoCommand(&design.GetCommands());
     }
+    const QuorelCommandContext& context = design.GetCommands().GetCommand(0).GetContext();
+    EXPECT_EQ(context.mViewKey->GetInstance(), nullptr) << "the key says that it is gone";
     m_Desktop.UndoCommand(&design.GetCommands());
     EXPECT_EQ(design.GetCommands().GetCommandIndex(), -1);
 }

@@ -32,19 +32,15 @@ public:
 };
 
 /// An instance that notes when editors become active (+) and stop being it (-).
-class TestInstance : public IDesignInstance, public IViewKey {
+class TestInstance : public HostInstance {
 public:
-    explicit TestInstance(AString name) : m_Name(std::move(name)) {}
+    explicit TestInstance(AString name) : HostInstance(std::move(name), sKeys) {}
 
     std::string m_Notices;
 
-    void GetInstanceName(AString& name) override { name = m_Name; }
-    IViewKey* GetViewKey() override { return this; }
-    IDesignInstance* GetInstance() override { return this; }
     void EditorActivated(IEditor*) override { m_Notices += '+'; }
     void EditorDeactivated(IEditor*) override { m_Notices += '-'; }
-    ICommandListener* GetCommandListener() override { return nullptr; }
 
 private:
-    AString m_Name;
+    static inline HostViewKeys sKeys;
 };

@@ -1,0 +1,7 @@
+#include "host_instance.h"
+
+HostViewKey::~HostViewKey() = default;
+
+HostInstance::~HostInstance() {
+    m_Key.InstanceEnds();
+}
