@@ -1,5 +1,6 @@
 #include "netlist_edit_cmd.h"
 
+#include "assertion.h"
 #include "base_editor.h"
 #include "sim_edit_view.h"
 
@@ -21,6 +22,7 @@ NetlistEditCmd::NetlistEditCmd(ICommandContext* context, IViewKey* viewKey, IEdi
 NetlistEditCmd::~NetlistEditCmd() = default;
 
 bool NetlistEditCmd::Execute() {
+    USE_ASSERT_TEXT(GetContext().mEditor, "ed");
     if (const std::shared_ptr<CBaseEditor> editor = m_Editor.lock())
         editor->TellTextChanged(this);
     return true;

@@ -16,7 +16,8 @@ public:
     NetlistEditCmd(ICommandContext* context, IViewKey* viewKey, IEditor* editor);
     ~NetlistEditCmd() override;
 
-    /// Tells the editor's extenders that the text has changed. @return true
+    /// Tells the editor's extenders that the text has changed. A command that was made without an
+    /// editor is an assertion. @return true
     bool Execute() override;
     void Undo() override;
     void Redo() override;
