@@ -135,9 +135,11 @@ bool Adding::Execute() {
         return true;
     AddUndoable(&m_Stage.m_Number);
     m_Stage.m_Number.m_Value += 10;
+    mIsUndoable = !m_TurnsPassing;
+    if (m_TurnsPassing)
+        return true;
     AddDeltaState(new Delta(m_Stage.m_Count, m_Stage.m_Context.m_Fault));
     ++m_Stage.m_Count;
-    mIsUndoable = !m_TurnsPassing;
     if (m_Stage.m_Context.m_Fault == Fault::executing)
         throw std::runtime_error("executing");
     return m_Stage.m_Context.m_Fault != Fault::fails;
@@ -229,9 +231,9 @@ TEST(CommandRunner, CommandsOfACommandComeAfterIt) {
     auto* const turning = new Adding(stage);
     turning->m_TurnsPassing = true;
     stage.m_Design.RunCommand(turning);
-    EXPECT_EQ(stage.State(), "20 2 0 2 1 1 ") << "nor what finds so only when it is executed";
+    EXPECT_EQ(stage.State(), "20 1 0 2 1 1 ") << "nor what finds so only when it is executed";
     stage.Undo();
-    EXPECT_EQ(stage.State(), "0 1 -1 2 0 2 ");
+    EXPECT_EQ(stage.State(), "0 0 -1 2 0 2 ");
 }
 
 TEST(CommandRunner, ALowerLimitDropsOnlyWhatIsDone) {
