@@ -32,17 +32,6 @@ std::string ShowUnits(const Units& units, bool keepAll = true, bool isTrickled =
     return ShowAll(buffer);
 }
 
-TEST(BinaryToken, NumberWrittenOverLeavesWhatIsBehind) {
-    CString_streambuf raw;
-    Buffer buffer(&raw);
-    const unsigned first = 0x01020304, other = 0x05060708;
-    buffer.WriteUnsignedInt(&first, {});
-    buffer.WriteUnsignedInt(&first, {});
-    raw.pubseekpos(0);
-    buffer.WriteUnsignedInt(&other, {});
-    EXPECT_EQ(Units(raw.GetView()), (Units{64, 8, 7, 6, 5, 64, 4, 3, 2, 1}));
-}
-
 TEST(BinaryToken, ShortestForms) {
     const double zero = 0, one = 1, half = 0.5, third = 1.0 / 3, minusZero = -0.0;
     const float floatHalf = 0.5F;
@@ -52,11 +41,7 @@ TEST(BinaryToken, ShortestForms) {
     const unsigned short u16 = 0x1234;
     const long large = 5000000000, minus = -5;
     const bool yes = true;
-    const struct {
-        std::function<void(Buffer&)> write;
-        Units units;
-        std::string_view tokens;
-    } rows[] = {
+    const std::tuple<std::function<void(Buffer&)>, Units, std::string_view> rows[] = {
         {[&](Buffer& b) { b.WriteUnsignedInt(&u0, {}); }, {61, 0}, "UnsignedShort(|0)"},
         {[&](Buffer& b) { b.WriteInt(&i256, {}); }, {71, 0, 1}, "Short(|256)"},
         {[&](Buffer& b) { b.WriteUnsignedInt(&u70000, {}); },
@@ -103,13 +88,12 @@ TEST(BinaryToken, ShortestForms) {
         {[&](Buffer& b) { b.EndLine(false), b.EndLine(true), b.EndLine(false), b.EndLine(true); },
          {19, 19},
          "Eol Eol"},
-        {[&](Buffer& b) { b.WriteHeader(); }, {0}, "Null"},
-    };
-    for (const auto& row : rows) {
-        const Units units = Written(row.write);
-        EXPECT_EQ(Show(units), Show(row.units)) << row.tokens;
-        EXPECT_EQ(ShowUnits(units), row.tokens);
-        EXPECT_EQ(ShowUnits(units, true, true), row.tokens);
+        {[&](Buffer& b) { b.WriteHeader(); }, {0}, "Null"}};
+    for (const auto& [write, wantedUnits, tokens] : rows) {
+        const Units units = Written(write);
+        EXPECT_EQ(Show(units), Show(wantedUnits)) << tokens;
+        EXPECT_EQ(ShowUnits(units), tokens);
+        EXPECT_EQ(ShowUnits(units, true, true), tokens);
     }
 }
 
@@ -119,22 +103,20 @@ TEST(BinaryToken, WholeTokens) {
         CToken token;
         Units head; ///< what it begins with
         unsigned size;
-    } rows[] = {
-        {CToken(Int, 5.0), {80, 0x14, 0x40}, 3},
-        {CToken(Hex, 0.0), {79, 0}, 2},
-        {CToken(True), {10}, 1},
-        {CToken(False), {11}, 1},
-        {CToken(Symbol, u"("), {18, u'('}, 3},
-        {CToken(Symbol, u"\U0001F600"), {0x92, 4, 0, 0, 0, 0xF0}, 6},
-        {CToken(Keyword, text255), {12, 255, u'x'}, 257},
-        {CToken(CData, text256), {0x8F, 0, 1, 0, 0, u'x'}, 261},
-        {CToken(DoubleQuotedText, u"\u00E9"), {14, 2, 0xC3}, 4},
-        {CToken(SingleQuotedText), {13, 0}, 1},
-        {CToken(Eol), {19}, 1},
-        {CToken(), {}, 1},
-        {CToken(Eof), {}, 1},
-        {CToken(Error), {}, 1},
-    };
+    } rows[] = {{CToken(Int, 5.0), {80, 0x14, 0x40}, 3},
+                {CToken(Hex, 0.0), {79, 0}, 2},
+                {CToken(True), {10}, 1},
+                {CToken(False), {11}, 1},
+                {CToken(Symbol, u"("), {18, u'('}, 3},
+                {CToken(Symbol, u"\U0001F600"), {0x92, 4, 0, 0, 0, 0xF0}, 6},
+                {CToken(Keyword, text255), {12, 255, u'x'}, 257},
+                {CToken(CData, text256), {0x8F, 0, 1, 0, 0, u'x'}, 261},
+                {CToken(DoubleQuotedText, u"\u00E9"), {14, 2, 0xC3}, 4},
+                {CToken(SingleQuotedText), {13, 0}, 1},
+                {CToken(Eol), {19}, 1},
+                {CToken(), {}, 1},
+                {CToken(Eof), {}, 1},
+                {CToken(Error), {}, 1}};
     for (const auto& row : rows) {
         const Units units = Written([&](Buffer& buffer) { buffer.WriteToken(row.token, {}); });
         EXPECT_EQ(Show(units.substr(0, row.head.size())), Show(row.head)) << Show(row.token);
@@ -148,10 +130,7 @@ TEST(BinaryToken, WholeTokens) {
 }
 
 TEST(BinaryToken, FaultyInput) {
-    const struct {
-        Units units;
-        std::string_view tokens;
-    } rows[] = {
+    const std::pair<Units, std::string_view> rows[] = {
         {{1, 9, 22, 59, 60, 69, 78, 87, 0x7F},
          "Error Error Error Error Error Error Error Error Error"},
         {{0x100 | 13, 0}, "Error Null"}, // no unit of a byte
@@ -172,11 +151,10 @@ TEST(BinaryToken, FaultyInput) {
         {{64, 1, 2}, "UnsignedInt(|4294902273)"},
         {{73, 1}, "Int(|-255)"},
         {{80, 0xF0}, "Float(|-inf)"},
-        {{0x8D, 0, 0, 0, 0, 10}, "SingleQuotedText() True"},
-    };
-    for (const auto& row : rows) {
-        EXPECT_EQ(ShowUnits(row.units), row.tokens) << Show(row.units);
-        EXPECT_EQ(ShowUnits(row.units, true, true), row.tokens) << Show(row.units);
+        {{0x8D, 0, 0, 0, 0, 10}, "SingleQuotedText() True"}};
+    for (const auto& [units, tokens] : rows) {
+        EXPECT_EQ(ShowUnits(units), tokens) << Show(units);
+        EXPECT_EQ(ShowUnits(units, true, true), tokens) << Show(units);
     }
     EXPECT_EQ(ShowUnits({17, 1, u'c', 16, 1, u' ', 10, 17, 9, u'c'}, false), "True Null");
 }
@@ -205,7 +183,7 @@ TEST(BinaryToken, TruncationAtEveryUnit) {
     }
 }
 
-TEST(BinaryToken, LinesAndSettings) {
+TEST(BinaryToken, Lines) {
     CString_streambuf raw(Units{12, 1, u'a', 10, 19, 12, 1, u'b', 19, 19, 12, 1, u'c'});
     Buffer buffer(&raw);
     buffer.NewLine(); // nothing has been read yet
@@ -220,15 +198,6 @@ TEST(BinaryToken, LinesAndSettings) {
     EXPECT_EQ(Show(buffer.PeekToken()), "Keyword(c)");
     buffer.NewLine();
     EXPECT_EQ(Show(buffer.PeekToken()), "Eof");
-
-    buffer.PopIndent();
-    buffer.PushIndent(4, u' ');
-    EXPECT_EQ(buffer.GetIndentDepth(), 1);
-    EXPECT_TRUE(buffer.GetIndent().empty());
-    EXPECT_EQ(buffer.SetPrecision(3), -1);
-    EXPECT_EQ(buffer.SetWidth(3), -1);
-    EXPECT_EQ(buffer.SetFill(u'0'), u' ');
-    EXPECT_FALSE(buffer.SetHex(true));
 }
 
 } // namespace

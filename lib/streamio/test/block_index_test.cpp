@@ -103,11 +103,7 @@ TEST(Block_index, DamageIsAsGoodAsNoIndexUnlessItIsChecked) {
     const std::string sound = Indexed(0, {Sample("A", 1), Sample("B", 2)});
     const std::size_t a = sound.find("$begin 'A'");
     const auto pos = [](std::size_t value) { return "(pos=" + std::to_string(value); };
-    const struct {
-        const char* what;
-        std::string bytes;
-        bool hasIndex, isSound;
-    } rows[] = {
+    const std::tuple<const char*, std::string, bool, bool> rows[] = {
         {"sound", sound, true, true},
         {"no index", sound.substr(a), false, true},
         {"base index points outside", Replaced(sound, "$index$(pos=0000", "$index$(pos=9999"),
@@ -127,15 +123,14 @@ TEST(Block_index, DamageIsAsGoodAsNoIndexUnlessItIsChecked) {
                       ", lin=1, lvl=0)\n\tb(pos=" + std::to_string(sound.find("$begin 'B'"))),
          true, false},
         {"entry that is no function", Replaced(sound, "\tB(", "\tC=5\n\tB("), true, false},
-        {"block with an error", Replaced(sound, "\tx=2", "\tx 2"), true, false},
-    };
-    for (const auto& row : rows) {
-        test::Bytes_in lax(row.bytes, kReadIndex), strict(row.bytes, kChecked);
-        EXPECT_EQ(lax.stream.GetIndex() != nullptr, row.hasIndex) << row.what;
-        EXPECT_TRUE(lax.stream.Good()) << row.what;
-        EXPECT_EQ(strict.stream.Good(), row.isSound) << row.what;
+        {"block with an error", Replaced(sound, "\tx=2", "\tx 2"), true, false}};
+    for (const auto& [what, bytes, hasIndex, isSound] : rows) {
+        test::Bytes_in lax(bytes, kReadIndex), strict(bytes, kChecked);
+        EXPECT_EQ(lax.stream.GetIndex() != nullptr, hasIndex) << what;
+        EXPECT_TRUE(lax.stream.Good()) << what;
+        EXPECT_EQ(strict.stream.Good(), isSound) << what;
         strict.stream.Clear();
-        EXPECT_EQ(strict.stream.GetLine(), 1) << row.what;
+        EXPECT_EQ(strict.stream.GetLine(), 1) << what;
         ReadAt(lax.stream, "A");
     }
 }
@@ -150,8 +145,7 @@ TEST(Block_index, StandsWhateverIsSetMeanwhile) {
         [](CToken_ostream& out, CRawOstream&) { out.SetBeginWord(u"$b"), out.SetEndWord(u"$e"); },
         [](CToken_ostream&, CRawOstream& raw) { raw.setf(std::ios_base::showpos); },
         [](CToken_ostream& out, CRawOstream&) { out.SetQuoteBlockNames(false); },
-        [](CToken_ostream& out, CRawOstream&) { out.GetTokenStreambuf().SetCrLf(true); },
-    };
+        [](CToken_ostream& out, CRawOstream&) { out.GetTokenStreambuf().SetCrLf(true); }};
     for (const Change change : changes) {
         std::stringbuf buffer;
         CByte_streambuf units(buffer);
@@ -177,11 +171,7 @@ TEST(Block_index, OfOddNamesPassesItsCheck) {
 }
 
 TEST(Block_index, IsMadeOfWhatIsThere) {
-    const struct {
-        const char* text;
-        bool isSound;
-        const char* paths;
-    } rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"", true, ""},
         {"$begin 'A'\n$end 'A'\n$begin B $end", true, "A|B|"},
         {"$begin 'A'\n$begin 'C'\n$end 'C'\n$end 'A'\n", true, "A|A/C|"},
@@ -189,11 +179,10 @@ TEST(Block_index, IsMadeOfWhatIsThere) {
         {"$begin 'A'\n$end 'C'\n$begin 'B'\n$end", false, "A|B|"},
         {"$begin 'A'\n$begin 'B'\n$begin 'C'\n", false, "A|A/B|A/B/C|"},
         {"$begin 5\n$begin 'C'\n$end\n$end\n", true, "C|"},
-        {"x=1", true, ""},
-    };
-    for (const auto& row : rows) {
-        test::Bytes_in in(row.text);
-        EXPECT_EQ(in.stream.BuildIndex(kAllLevels), row.isSound) << row.text;
+        {"x=1", true, ""}};
+    for (const auto& [text, isSound, wantedPaths] : rows) {
+        test::Bytes_in in(text);
+        EXPECT_EQ(in.stream.BuildIndex(kAllLevels), isSound) << text;
         std::string paths;
         for (const CBlockItemPtr& entry : *in.stream.GetIndex()->GetTable()) {
             AString path;
@@ -201,7 +190,7 @@ TEST(Block_index, IsMadeOfWhatIsThere) {
             std::replace(path.begin(), path.end(), u'\t', u'/');
             paths += path.ToCString() + "|";
         }
-        EXPECT_EQ(paths, row.paths) << row.text;
+        EXPECT_EQ(paths, wantedPaths) << text;
     }
     test::Bytes_in fast("$begin 'A'\nx y z\n$end 'A'\n"); // looks at no item
     EXPECT_TRUE(fast.stream.BuildIndex(kFastScan));

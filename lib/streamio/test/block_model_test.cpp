@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "assertion.h"
+#include "assertion_watch.h"
 #include "block.h"
 #include "block_dump.h"
 #include "block_func.h"
@@ -49,10 +49,7 @@ std::string Succeeds(const CBlock_getters& value) {
 }
 
 TEST(Block_getters, SucceedByKindAndRange) {
-    struct {
-        CToken value;
-        const char* letters;
-    } const rows[] = {
+    const std::pair<CToken, const char*> rows[] = {
         {Number(TokenKind::Int, 5), "UUuIIsfd"},
         {Number(TokenKind::Int, -1), "IIsfd"},
         {Number(TokenKind::Double, -32768), "IIsfd"},
@@ -69,56 +66,24 @@ TEST(Block_getters, SucceedByKindAndRange) {
         {CToken(TokenKind::Keyword, u"k"), "wA"},
         {CToken(TokenKind::Symbol, u"+"), "wA"},
         {CToken(TokenKind::SingleQuotedText, u""), "wA"},
-        {CToken(), ""},
-    };
-    for (const auto& row : rows) {
-        const CBlock_value value(row.value);
-        EXPECT_EQ(Succeeds(value), row.letters) << DumpItem(value);
+        {CToken(), ""}};
+    for (const auto& [givenValue, letters] : rows) {
+        const CBlock_value value(givenValue);
+        EXPECT_EQ(Succeeds(value), letters) << DumpItem(value);
         CBlock_func inner(AString("g")), outer(AString("f"));
-        inner << row.value << 1;
+        inner << givenValue << 1;
         outer << CBlock_ptr<CBlock_func>(new CBlock_func(inner)) << true;
-        EXPECT_EQ(Succeeds(outer), row.letters); // the first argument, through functions
+        EXPECT_EQ(Succeeds(outer), letters); // the first argument, through functions
         CBlock_vec vec;
         EXPECT_EQ(Succeeds(vec), "");
-        vec.Add(row.value);
-        EXPECT_EQ(Succeeds(vec), row.letters);
+        vec.Add(givenValue);
+        EXPECT_EQ(Succeeds(vec), letters);
     }
     int number = 3;
     EXPECT_TRUE(CBlock_value(-2.9).Get(number));
     EXPECT_EQ(number, -2);
     EXPECT_FALSE(CBlock_value(1e10).Get(number));
     EXPECT_EQ(number, -2);
-}
-
-TEST(Block_items, TellWhatTheyAre) {
-    CBlock block(AString("A"));
-    CBlock_value value(5);
-    CBlock_named_value named(CToken(TokenKind::Keyword, u"n"));
-    CBlock_func func(AString("f"));
-    CBlock_vec vec(CToken(TokenKind::Keyword, u"v"));
-    CBlock_item* const items[] = {&block, &value, &named, &func, &vec};
-    const char* const kinds[] = {"block", "value", "named", "func", "vec"};
-    for (std::size_t i = 0; i < std::size(items); ++i) {
-        CBlock_item& item = *items[i];
-        const std::string kind = item.IsBlock()        ? "block"
-                                 : item.IsValue()      ? "value"
-                                 : item.IsNamedValue() ? "named"
-                                 : item.IsFunc()       ? "func"
-                                 : item.IsVec()        ? "vec"
-                                                       : "";
-        EXPECT_EQ(kind, kinds[i]);
-        EXPECT_EQ(item.IsNamed(), kind != "value");
-        EXPECT_EQ(item.IsEmpty(), kind != "value");
-        EXPECT_EQ(item.GetSize(), kind == "value" ? 1u : 0u);
-        AString name;
-        item.SetName(AString("other"));
-        item.GetName(name);
-        EXPECT_EQ(name, item.IsNamed() ? u"other" : u"");
-        EXPECT_EQ(item.GetNameToken().GetKind(),
-                  item.IsNamed() ? TokenKind::SingleQuotedText : TokenKind::Null);
-    }
-    value.Clear();
-    EXPECT_TRUE(value.IsEmpty());
 }
 
 // --- Look-ups ---
@@ -279,20 +244,13 @@ TEST(Block_items, ThatWereReadTogetherChangeAndStayOneByOne) {
 }
 
 TEST(Block_items, AnItemThatIsStillHeldMustNotGo) {
-    const bool wereIgnored = std::exchange(gIgnoreAllAsserts, false);
-    std::string asserted;
-    SetAssertHandler([&](const std::string& text, unsigned) {
-        asserted = text;
-        return AssertAnswer::kRetry;
-    });
+    const AssertionWatch asserted;
     alignas(CBlock_value) unsigned char room[sizeof(CBlock_value)];
     auto* const value = new (room) CBlock_value(1);
     alignas(CBlockItemPtr) unsigned char holder[sizeof(CBlockItemPtr)];
     new (holder) CBlockItemPtr(value); // never goes
     value->~CBlock_value();
-    SetAssertHandler({});
-    gIgnoreAllAsserts = wereIgnored;
-    EXPECT_NE(asserted.find("'mRefCount == 0'"), std::string::npos) << asserted;
+    EXPECT_NE(asserted.GetText().find("'mRefCount == 0'"), std::string::npos);
 }
 
 TEST(Block_errors, AreToldByLine) {

@@ -66,8 +66,7 @@ constexpr Row kItems[] = {
     {"$begin '' $end ''", "''{}"},
     {"$begin 5\n$end ''\n", "5i{}"},
     {"$begin = 1\n$end\n", "Symbol ={}!7@1"},
-    {"\n\n$begin\n'A'\n$end 'A'\n", "'A'{}"},
-};
+    {"\n\n$begin\n'A'\n$end 'A'\n", "'A'{}"}};
 INSTANTIATE_TEST_SUITE_P(Items, Block_read, testing::ValuesIn(kItems));
 
 constexpr Row kErrors[] = {
@@ -103,8 +102,7 @@ constexpr Row kErrors[] = {
     // a lone CR is a line end to the tokens, but not to what skips a line
     {"$begin 'A'\rx\ry=1\rz=\r2\r$end 'A'", "'A'{y=1i; z=2i}!7@2"},
     {"$begin 'A'\rx y\rz=1\r$end 'A'", "'A'{}!7@2"},
-    {"$begin 'A'\r\nx y\r\nz=1\r\n$end 'A'", "'A'{z=1i}!7@2"},
-};
+    {"$begin 'A'\r\nx y\r\nz=1\r\n$end 'A'", "'A'{z=1i}!7@2"}};
 INSTANTIATE_TEST_SUITE_P(Errors, Block_read, testing::ValuesIn(kErrors));
 
 TEST(Block_read, ComparesNamesByTheCaseMode) {
@@ -119,19 +117,14 @@ TEST(Block_read, ComparesNamesByTheCaseMode) {
 }
 
 TEST(Block_read, FromStringTellsWhetherThereWereErrors) {
-    struct {
-        const char* text;
-        bool isRead;
-        const char* tree;
-    } const rows[] = {
+    const std::tuple<const char*, bool, const char*> rows[] = {
         {"$begin 'A'\nx=1\n$end 'A'", true, "'A'{x=1i}"},
         {"$begin 'A'\n$begin 'B'\nx\n$end 'B'\n$end 'A'", false, "'A'{'B'{}!7@3}"},
-        {"x=1", false, "'A'{}!3@1"},
-    };
+        {"x=1", false, "'A'{}!3@1"}};
     CBlock block;
-    for (const auto& row : rows) {
-        EXPECT_EQ(block.FromString(row.text), row.isRead);
-        EXPECT_EQ(DumpItem(block), row.tree);
+    for (const auto& [text, isRead, tree] : rows) {
+        EXPECT_EQ(block.FromString(text), isRead);
+        EXPECT_EQ(DumpItem(block), tree);
     }
     CBlock_func func;
     CBlock_named_value value;
@@ -148,20 +141,16 @@ TEST(Block_read, FromStringTellsWhetherThereWereErrors) {
 /// A text that isn't UTF-8 is no value, and what stands behind it isn't taken for it.
 TEST(Block_read, ABinaryTextThatIsLostIsAnError) {
     const std::u16string head(u"\0\x0C\6$begin\x0D\1A\x13", 13);
-    const struct {
-        const char16_t* item;
-        const char* tree;
-    } rows[] = {
+    const std::pair<const char16_t*, const char*> rows[] = {
         {u"\x0D\1\xFF", "'A'{y=1us}"}, // on its own it is nothing
         {u"\x0D\1\xFF\x12=\x3D\1", "'A'{y=1us}!11@2"},
         {u"\x0C\1x\x12=\x0D\1\xFF", "'A'{y=1us}!5@2"},
         {u"\x0C\1x\x12(\x3D\1\x0D\1\xFF\x3D\1\x12)", "'A'{y=1us}!5@2"},
-        {u"\x0C\1x\x12[\x3D\1\x12:\x0D\1\xFF\x12]", "'A'{y=1us}!5@2"},
-    };
-    for (const auto& row : rows) {
+        {u"\x0C\1x\x12[\x3D\1\x12:\x0D\1\xFF\x12]", "'A'{y=1us}!5@2"}};
+    for (const auto& [item, tree] : rows) {
         CBlock block;
-        block.FromString(AString(head + row.item + u"\x13\x0C\1y\x12=\x3D\1\x13"));
-        EXPECT_EQ(DumpItem(block), row.tree);
+        block.FromString(AString(head + item + u"\x13\x0C\1y\x12=\x3D\1\x13"));
+        EXPECT_EQ(DumpItem(block), tree);
     }
 }
 
@@ -189,20 +178,16 @@ TEST(Block_read, NestingHasABound) {
 }
 
 TEST(Block_read, SurvivesPiecesThatNeverEnd) {
-    const struct {
-        const char* piece;
-        int count;
-        const char* tree; ///< of the start
-    } rows[] = {
+    // piece, count, how the tree starts
+    const std::tuple<const char*, int, const char*> rows[] = {
         {"$begin 'A'\n", 1000000, "'A'{'A'{'A'{"},
         {"$begin A ", 100000, "'A'{A{A{"},
         {"f(", 100000, "'A'{}!4@2"},
         {"x[65535:", 100000, "'A'{}!10@2"},
-        {"x=\n", 50000, "'A'{x=x; x=x"},
-    };
-    for (const auto& row : rows) {
-        const std::string tree = ReadTree("$begin 'A'\n" + Repeat(row.piece, row.count));
-        EXPECT_EQ(tree.substr(0, std::string(row.tree).size()), row.tree) << row.piece;
+        {"x=\n", 50000, "'A'{x=x; x=x"}};
+    for (const auto& [piece, count, wantedTree] : rows) {
+        const std::string tree = ReadTree("$begin 'A'\n" + Repeat(piece, count));
+        EXPECT_EQ(tree.substr(0, std::string(wantedTree).size()), wantedTree) << piece;
     }
 }
 

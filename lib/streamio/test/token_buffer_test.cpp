@@ -119,19 +119,6 @@ TEST(TokenBuffer, SkipsWhatWasPushedBack) {
     EXPECT_TRUE(text.buffer.IsAtLineStart());
 }
 
-TEST(TokenBuffer, Searches) {
-    Text text(u"x a b\n'B' 12 a");
-    EXPECT_TRUE(text.buffer.FindToken(TokenKind::Keyword, u"A"));
-    EXPECT_TRUE(text.buffer.FindToken(TokenKind::Keyword, u"a")); // the current one again
-    EXPECT_TRUE(text.buffer.FindTextAtLineStart(u"b"));
-    EXPECT_EQ(text.Peek(), "SingleQuotedText(B)");
-    EXPECT_TRUE(text.buffer.FindText(u"12"));
-    text.buffer.SetCaseMode(CaseMode::Sensitive);
-    EXPECT_FALSE(text.buffer.FindText(u"A"));
-    EXPECT_EQ(text.Peek(), "Eof");
-    EXPECT_FALSE(text.buffer.FindTokenAtLineStart(TokenKind::Keyword, u"x"));
-}
-
 TEST(TokenBuffer, GoesBackToAPosition) {
     Text text(u"a b\n\"c\" d e");
     text.Next();

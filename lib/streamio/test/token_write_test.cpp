@@ -38,10 +38,7 @@ TEST(TokenWrite, SeparatesWhereItMust) {
     const CToken a = Text(Keyword, u"a"), quoted = Text(SingleQuotedText, u"q");
     const CToken one(Int, 1.0), half(Double, 0.5, ".5"), negative(Int, -5.0), eol(Eol);
     const auto symbol = [](char16_t ch) { return CToken(Symbol, {&ch, 1}); };
-    const struct {
-        std::vector<CToken> tokens;
-        std::string_view text;
-    } rows[] = {
+    const std::pair<std::vector<CToken>, std::string_view> rows[] = {
         {{a, symbol(u'='), one}, "a=1"},
         {{a, symbol(u'('), one, symbol(u','), quoted, symbol(u')')}, "a(1,'q')"},
         {{a, one, a, quoted, quoted, one}, "a 1 a 'q' 'q' 1"},
@@ -56,10 +53,9 @@ TEST(TokenWrite, SeparatesWhereItMust) {
         {{a, CToken(WhiteSpace), a, Text(WhiteSpace, u"\t"), one}, "a a{9}1"},
         {{a, Text(Comment, u"!c")}, "a !c"},
         {{a, eol, eol, a}, "a{a}{a}a"},
-        {{a, CToken(), a, CToken(Keyword), CToken(True), CToken(False)}, "a a true false"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(WrittenTokens(row.tokens), row.text);
+        {{a, CToken(), a, CToken(Keyword), CToken(True), CToken(False)}, "a a true false"}};
+    for (const auto& [tokens, text] : rows)
+        EXPECT_EQ(WrittenTokens(tokens), text);
 }
 
 TEST(TokenWrite, Words) {
@@ -101,10 +97,7 @@ TEST(TokenWrite, Words) {
 }
 
 TEST(TokenWrite, CData) {
-    const struct {
-        std::u16string_view text;
-        std::string_view written;
-    } rows[] = {
+    const std::pair<std::u16string_view, std::string_view> rows[] = {
         {u" a b ", "$begin_cdata$ a b $end_cdata$"},
         {u"a", "$begin_cdata$ a $end_cdata$"},
         {u"(a)", "$begin_cdata$(a) $end_cdata$"},
@@ -115,16 +108,16 @@ TEST(TokenWrite, CData) {
         {u" $end_cdata$", "' $end_cdata$'"},
         {u" $end_cdata$b ", "$begin_cdata$ $end_cdata$b $end_cdata$"}, // this is another word
     };
-    for (const auto& row : rows) {
+    for (const auto& [text, written] : rows) {
         CString_streambuf raw;
         CToken_textstreambuf buffer(&raw, CToken_grammar_default::Get());
         buffer.SetEncoding(StreamEncoding::Utf16);
         buffer.PushIndent(1, u'\t');
         buffer.WriteWord(u"x");
-        buffer.WriteToken(Text(CData, row.text), {});
+        buffer.WriteToken(Text(CData, text), {});
         buffer.WriteWord(u"y");
-        EXPECT_EQ(Show(raw.GetView()), "{9}x " + std::string(row.written) + " y");
-        EXPECT_EQ(buffer.GetLine(), 1 + std::count(row.text.begin(), row.text.end(), u'\n'));
+        EXPECT_EQ(Show(raw.GetView()), "{9}x " + std::string(written) + " y");
+        EXPECT_EQ(buffer.GetLine(), 1 + std::count(text.begin(), text.end(), u'\n'));
     }
 }
 
@@ -156,10 +149,7 @@ TEST(TokenWrite, LinesIndentsAndComments) {
 TEST(TokenWrite, Numbers) {
     const double big = 4294967296.0, nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
-    const struct {
-        CToken token;
-        std::string_view text;
-    } rows[] = {
+    const std::pair<CToken, std::string_view> rows[] = {
         {CToken(Int, 3.9), "3"},
         {CToken(Short, -32768.0), "-32768"},
         {CToken(Short, 32768.0), "32768"},
@@ -176,10 +166,9 @@ TEST(TokenWrite, Numbers) {
         {CToken(Double, infinity), "1e999"},
         {CToken(Int, -infinity), "-1e999"},
         {CToken(Int, nan), "nan"},
-        {CToken(Double, -0.0), "-0"},
-    };
-    for (const auto& row : rows)
-        EXPECT_EQ(WrittenTokens({row.token}), row.text);
+        {CToken(Double, -0.0), "-0"}};
+    for (const auto& [token, text] : rows)
+        EXPECT_EQ(WrittenTokens({token}), text);
 }
 
 TEST(TokenWrite, NumberFormats) {
@@ -209,8 +198,8 @@ TEST(TokenWrite, NumberFormats) {
         {[](Buffer&) {}, ios_base::showpoint, 0, "0.00000", "0"},
         {[](Buffer&) {}, ios_base::showpoint, -0.0025, "-0.00250000", "0"},
         {[](Buffer& b) { b.SetPrecision(0); }, ios_base::showpoint, 4e7, "4.e+07", "40000000"},
-        {[](Buffer& b) { b.SetPrecision(0); }, ios_base::showpoint | ios_base::fixed, 7, "7.", "7"},
-    };
+        {[](Buffer& b) { b.SetPrecision(0); }, ios_base::showpoint | ios_base::fixed, 7, "7.",
+         "7"}};
     for (const auto& row : rows) {
         EXPECT_EQ(Written([&](Buffer& buffer) {
                       row.set(buffer);

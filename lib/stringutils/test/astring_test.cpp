@@ -100,34 +100,25 @@ TEST(AStringTest, MultiByteBuffers) {
 }
 
 TEST(AStringTest, Comparison) {
-    struct Row {
-        const char *a, *b;
-        int order, orderNoCase;
-    };
-    const Row rows[] = {{"", "", 0, 0},        {"Abc", "aBC", -1, 0}, {"abc", "abd", -1, -1},
-                        {"ab", "abc", -1, -1}, {"abc", "ab", 1, 1},   {"a", "B", 1, -1},
-                        {"_", "A", 1, -1},     {"ÄÖÜ", "äöü", -1, 0}, {"Ω", "ω", -1, 0},
-                        {"ЖЩ", "жщ", -1, 0},   {"\uFFFD", "😀", 1, 1}};
-    for (const Row& row : rows) {
-        const AString a = S(row.a), b = S(row.b);
-        EXPECT_EQ(a.Compare(b), row.order) << row.a;
-        EXPECT_EQ(b.Compare(a), -row.order) << row.a;
-        EXPECT_EQ(a.CompareNoCase(b), row.orderNoCase) << row.a;
-        EXPECT_EQ(AString::CompareNoCase(b.c_str(), a.c_str()), -row.orderNoCase) << row.a;
-        EXPECT_EQ(AStringNoCaseLess()(a, b), row.orderNoCase < 0) << row.a;
+    const std::tuple<const char*, const char*, int, int> rows[] = {
+        {"", "", 0, 0},      {"Abc", "aBC", -1, 0}, {"abc", "abd", -1, -1}, {"ab", "abc", -1, -1},
+        {"abc", "ab", 1, 1}, {"a", "B", 1, -1},     {"_", "A", 1, -1},      {"ÄÖÜ", "äöü", -1, 0},
+        {"Ω", "ω", -1, 0},   {"ЖЩ", "жщ", -1, 0},   {"\uFFFD", "😀", 1, 1}};
+    for (const auto& [givenA, givenB, order, orderNoCase] : rows) {
+        const AString a = S(givenA), b = S(givenB);
+        EXPECT_EQ(a.Compare(b), order) << givenA;
+        EXPECT_EQ(b.Compare(a), -order) << givenA;
+        EXPECT_EQ(a.CompareNoCase(b), orderNoCase) << givenA;
+        EXPECT_EQ(AString::CompareNoCase(b.c_str(), a.c_str()), -orderNoCase) << givenA;
+        EXPECT_EQ(AStringNoCaseLess()(a, b), orderNoCase < 0) << givenA;
     }
-    struct PartRow {
-        std::size_t pos, count;
-        const char16_t* other;
-        int order;
-    };
-    const PartRow parts[] = {{0, 3, u"ABC", 0}, {1, 2, u"bc", 0}, {1, 9, u"BCD", 0},
-                             {1, 2, u"bcx", 0}, {1, 9, u"bc", 1}, {1, 9, u"bcde", -1},
-                             {0, 0, u"", 0},    {0, 0, u"a", -1}, {4, 1, u"", 0},
-                             {9, 1, u"a", -1}};
-    for (const PartRow& row : parts)
-        EXPECT_EQ(AString(u"aBcD").CompareNoCase(row.pos, row.count, row.other), row.order)
-            << row.pos << " " << row.count << U8(row.other);
+    const std::tuple<std::size_t, std::size_t, const char16_t*, int> parts[] = {
+        {0, 3, u"ABC", 0}, {1, 2, u"bc", 0},    {1, 9, u"BCD", 0}, {1, 2, u"bcx", 0},
+        {1, 9, u"bc", 1},  {1, 9, u"bcde", -1}, {0, 0, u"", 0},    {0, 0, u"a", -1},
+        {4, 1, u"", 0},    {9, 1, u"a", -1}};
+    for (const auto& [pos, count, other, order] : parts)
+        EXPECT_EQ(AString(u"aBcD").CompareNoCase(pos, count, other), order)
+            << pos << " " << count << U8(other);
 }
 
 TEST(AStringTest, SubstringsNeverFail) {
@@ -144,21 +135,19 @@ TEST(AStringTest, SubstringsNeverFail) {
 }
 
 TEST(AStringTest, Trimming) {
-    struct Row {
-        const char16_t *text, *left, *right, *both;
-    };
-    const Row rows[] = {{u"", u"", u"", u""},
-                        {u" \t\u00A0\u2003", u"", u"", u""},
-                        {u" a b\n", u"a b\n", u" a b", u"a b"},
-                        {u"x", u"x", u"x", u"x"}};
-    for (const Row& row : rows) {
-        AString left = row.text, right = row.text, both = row.text;
+    const std::tuple<const char16_t*, const char16_t*, const char16_t*, const char16_t*> rows[] = {
+        {u"", u"", u"", u""},
+        {u" \t\u00A0\u2003", u"", u"", u""},
+        {u" a b\n", u"a b\n", u" a b", u"a b"},
+        {u"x", u"x", u"x", u"x"}};
+    for (const auto& [text, wantedLeft, wantedRight, wantedBoth] : rows) {
+        AString left = text, right = text, both = text;
         left.TrimLeft();
         right.TrimRight();
         both.Trim();
-        EXPECT_EQ(left, row.left);
-        EXPECT_EQ(right, row.right);
-        EXPECT_EQ(both, row.both);
+        EXPECT_EQ(left, wantedLeft);
+        EXPECT_EQ(right, wantedRight);
+        EXPECT_EQ(both, wantedBoth);
     }
 }
 
@@ -206,36 +195,31 @@ TEST(LocaleTest, EachIsFoundByItsName) {
 }
 
 TEST(CharClassTest, Classes) {
-    struct Row {
-        char16_t ch;
-        int classes;
-        char16_t lower;
-    };
     using namespace chars;
-    const Row rows[] = {{u'A', kAlpha | kUpper, u'a'},
-                        {u'z', kAlpha | kLower, u'z'},
-                        {u'5', kDigit, u'5'},
-                        {u'\t', kSpace | kControl, u'\t'},
-                        {u' ', kSpace, u' '},
-                        {u'\x7F', kControl, u'\x7F'},
-                        {u'\u0085', kSpace | kControl, u'\u0085'},
-                        {u'×', 0, u'×'},
-                        {u'ß', kAlpha | kLower, u'ß'},
-                        {u'ÿ', kAlpha | kLower, u'ÿ'},
-                        {u'Ÿ', kAlpha | kUpper, u'ÿ'},
-                        {u'Ā', kAlpha | kUpper, u'ā'},
-                        {u'ā', kAlpha | kLower, u'ā'},
-                        {u'\u01C5', kAlpha, u'\u01C6'},
-                        {u'Ⅷ', 0, u'ⅷ'},
-                        {u'\u212A', kAlpha | kUpper, u'k'},
-                        {u'中', kAlpha, u'中'},
-                        {u'\xD800', 0, u'\xD800'},
-                        {u'\uFF3A', kAlpha | kUpper, u'\uFF5A'},
-                        {u'\u3000', kSpace, u'\u3000'},
-                        {u'\uFFFF', 0, u'\uFFFF'}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(ClassesOf(row.ch), row.classes) << std::hex << +row.ch;
-        EXPECT_EQ(chars::ToLower(row.ch), row.lower) << std::hex << +row.ch;
+    const std::tuple<char16_t, int, char16_t> rows[] = {{u'A', kAlpha | kUpper, u'a'},
+                                                        {u'z', kAlpha | kLower, u'z'},
+                                                        {u'5', kDigit, u'5'},
+                                                        {u'\t', kSpace | kControl, u'\t'},
+                                                        {u' ', kSpace, u' '},
+                                                        {u'\x7F', kControl, u'\x7F'},
+                                                        {u'\u0085', kSpace | kControl, u'\u0085'},
+                                                        {u'×', 0, u'×'},
+                                                        {u'ß', kAlpha | kLower, u'ß'},
+                                                        {u'ÿ', kAlpha | kLower, u'ÿ'},
+                                                        {u'Ÿ', kAlpha | kUpper, u'ÿ'},
+                                                        {u'Ā', kAlpha | kUpper, u'ā'},
+                                                        {u'ā', kAlpha | kLower, u'ā'},
+                                                        {u'\u01C5', kAlpha, u'\u01C6'},
+                                                        {u'Ⅷ', 0, u'ⅷ'},
+                                                        {u'\u212A', kAlpha | kUpper, u'k'},
+                                                        {u'中', kAlpha, u'中'},
+                                                        {u'\xD800', 0, u'\xD800'},
+                                                        {u'\uFF3A', kAlpha | kUpper, u'\uFF5A'},
+                                                        {u'\u3000', kSpace, u'\u3000'},
+                                                        {u'\uFFFF', 0, u'\uFFFF'}};
+    for (const auto& [ch, classes, lower] : rows) {
+        EXPECT_EQ(ClassesOf(ch), classes) << std::hex << +ch;
+        EXPECT_EQ(chars::ToLower(ch), lower) << std::hex << +ch;
     }
 }
 

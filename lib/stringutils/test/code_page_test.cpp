@@ -27,20 +27,14 @@ TEST(CodePageTest, EachByteComesBack) {
 }
 
 TEST(CodePageTest, KnownCharacters) {
-    struct Row {
-        Page page;
-        unsigned char byte;
-        char16_t ch;
-    };
-    const Row rows[] = {
+    const std::tuple<Page, unsigned char, char16_t> rows[] = {
         {Page::kWindows1252, 0x80, u'€'}, {Page::kWindows1252, 0x99, u'™'},
         {Page::kWindows1252, 0xB5, u'µ'}, {Page::kWindows1252, 0x9F, u'Ÿ'},
         {Page::kDos850, 0x81, u'ü'},      {Page::kDos850, 0xE6, u'µ'},
         {Page::kDos850, 0xD5, u'ı'},      {Page::kDos850, 0xC4, u'─'},
-        {Page::kDos850, 0xFF, u'\u00A0'}, {Page::kDos850, 0xE1, u'ß'},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(DecodeByte(row.page, static_cast<char>(row.byte)), row.ch) << int(row.byte);
+        {Page::kDos850, 0xFF, u'\u00A0'}, {Page::kDos850, 0xE1, u'ß'}};
+    for (const auto& [page, byte, ch] : rows)
+        EXPECT_EQ(DecodeByte(page, static_cast<char>(byte)), ch) << int(byte);
     EXPECT_EQ(EncodeUnit(Page::kWindows1252, u'Ω'), '?');
     EXPECT_EQ(EncodeUnit(Page::kWindows1252, u'\u0080'), '?');
     EXPECT_EQ(EncodeUnit(Page::kDos850, u'€'), '?');
@@ -72,11 +66,7 @@ TEST(CodePageTest, BulkIsAsUnitByUnit) {
 /// Ill-formed bytes, with the replacements that the Unicode standard recommends (its table 3-8 and
 /// those beside it).
 TEST(Utf8Test, ReplacesEachIllFormedPiece) {
-    struct Row {
-        const char* bytes;
-        std::u16string_view text;
-    };
-    const Row rows[] = {
+    const std::pair<const char*, std::u16string_view> rows[] = {
         {"\xC0\xAF\xE0\x80\xBF\xF0\x81\x82\x41",
          u"\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFD\uFFFDA"},
         {"\xED\xA0\x80\xED\xBF\xBF\xED\xAF\x41",
@@ -88,13 +78,12 @@ TEST(Utf8Test, ReplacesEachIllFormedPiece) {
         {"\xF8\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},
         {"ab\xE2\x82", u"ab\uFFFD"},
         {"\xF0\x9F\x98", u"\uFFFD"},
-        {"\xC3", u"\uFFFD"},
-    };
-    for (const Row& row : rows) {
+        {"\xC3", u"\uFFFD"}};
+    for (const auto& [givenBytes, wantedText] : rows) {
         for (const std::u16string filler : {u"a", u"é", u"€", u"😀"}) {
-            for (const std::size_t ahead : {0, 1, 2, 3, 7, 16, 340, 511, 1022, 1023}) {
+            for (const std::size_t ahead : {0u, 1u, 2u, 3u, 7u, 16u, 340u, 511u, 1022u, 1023u}) {
                 // With and without text behind, and across the ends of words, blocks and steps.
-                for (const std::size_t behind : {0, 1, 40}) {
+                for (const std::size_t behind : {0u, 1u, 40u}) {
                     std::u16string front, back, text;
                     for (std::size_t i = 0; i < std::max(ahead, behind); ++i) {
                         front += i < ahead ? filler : u"";
@@ -103,9 +92,9 @@ TEST(Utf8Test, ReplacesEachIllFormedPiece) {
                     std::string bytes, tail;
                     AppendUtf16ToUtf8(front, bytes);
                     AppendUtf16ToUtf8(back, tail);
-                    bytes += row.bytes + tail;
+                    bytes += givenBytes + tail;
                     AppendUtf8ToUtf16(bytes, text);
-                    ASSERT_EQ(text, front.append(row.text) + back);
+                    ASSERT_EQ(text, front.append(wantedText) + back);
                     ASSERT_FALSE(IsValidUtf8(bytes));
                 }
             }

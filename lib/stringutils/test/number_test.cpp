@@ -50,12 +50,8 @@ TEST(FormatTest, NumbersAreAsInC) {
 TEST(FormatTest, TextsCharactersAndTheRest) {
     const std::int64_t big = 5000000000;
     AString own = u"own";
-    struct Row {
-        AString made;
-        const char* expected;
-    };
     AString work;
-    const Row rows[] = {
+    const std::pair<AString, const char*> rows[] = {
         {work.Format(u"%s|%8s|%-8s|%.2s|%8.2s", u"Ωhm", u"Ωhm", u"Ωhm", u"Ωhm", u"Ωhm"),
          "Ωhm|     Ωhm|Ωhm     |Ωh|      Ωh"},
         {work.Format(u"%6s|%S|%-3hs|", "caf\xE9", "\x80", std::string("a")), "  café|€|a  |"},
@@ -71,10 +67,9 @@ TEST(FormatTest, TextsCharactersAndTheRest) {
         {work.Format(u"a%nb%d", &big, 7), "ab7"},
         {work.Format(u"100%% %y %5"), "100% %y %5"},
         {work.Format(u"%d %s %f %x", 2.5, 7, 3, u"text"), "2.5 7 3.000000 text"},
-        {own.Format(u"<%s%s>", own.c_str(), own), "<ownown>"},
-    };
-    for (const Row& row : rows)
-        EXPECT_EQ(U8(row.made), row.expected);
+        {own.Format(u"<%s%s>", own.c_str(), own), "<ownown>"}};
+    for (const auto& [made, expected] : rows)
+        EXPECT_EQ(U8(made), expected);
     EXPECT_EQ(work.Format(u"%s%5000d", AString(5000, u'x'), 1).size(), 10000u);
 }
 
@@ -109,12 +104,7 @@ TEST(ParseTest, NumbersAreAsInC) {
 }
 
 TEST(ParseTest, WholeNumbersAreCutToTheRange) {
-    struct Row {
-        const char* text;
-        int base;
-        long value;
-    };
-    const Row rows[] = {
+    const std::tuple<const char*, int, long> rows[] = {
         {"9223372036854775807", 10, LONG_MAX},
         {"9223372036854775808", 10, LONG_MAX},
         {"-9223372036854775808", 10, LONG_MIN},
@@ -122,10 +112,10 @@ TEST(ParseTest, WholeNumbersAreCutToTheRange) {
         {"99999999999999999999", 10, LONG_MAX},
         {"-fffffffffffffffff", 16, LONG_MIN},
         {"10000000000000000000000000000000000000000000000000000000000000001", 2, LONG_MAX}};
-    for (const Row& row : rows) {
+    for (const auto& [text, base, wantedValue] : rows) {
         long value = 0;
-        EXPECT_TRUE(S(row.text).ToLong(value, row.base));
-        EXPECT_EQ(value, row.value) << row.text;
+        EXPECT_TRUE(S(text).ToLong(value, base));
+        EXPECT_EQ(value, wantedValue) << text;
     }
     long value = 42;
     for (const int base : {-1, 1, 37})

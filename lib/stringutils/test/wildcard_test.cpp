@@ -75,18 +75,14 @@ TEST(WildcardTest, IsTheDefinedSearch) {
 }
 
 TEST(WildcardTest, Cases) {
-    struct Row {
-        const char16_t *text, *pattern;
-        bool matches, matchesNoCase;
-    };
-    const Row rows[] = {{u"abbc", u"a*c", true, true}, {u"ac", u"a?c", false, false},
-                        {u"*", u"\\*", true, true},    {u"x", u"\\*", false, false},
-                        {u"", u"*", true, true},       {u"\\", u"\\", true, true},
-                        {u"ABC", u"a*c", false, true}, {u"ÄÖ", u"?ö", false, true},
-                        {u"ΣΩ", u"σ*", false, true},   {u"", u"", true, true}};
-    for (const Row& row : rows) {
-        EXPECT_EQ(AString(row.text).Match(row.pattern), row.matches) << U8(row.pattern);
-        EXPECT_EQ(AString(row.text).MatchNoCase(row.pattern), row.matchesNoCase) << U8(row.pattern);
+    const std::tuple<const char16_t*, const char16_t*, bool, bool> rows[] = {
+        {u"abbc", u"a*c", true, true}, {u"ac", u"a?c", false, false}, {u"*", u"\\*", true, true},
+        {u"x", u"\\*", false, false},  {u"", u"*", true, true},       {u"\\", u"\\", true, true},
+        {u"ABC", u"a*c", false, true}, {u"ÄÖ", u"?ö", false, true},   {u"ΣΩ", u"σ*", false, true},
+        {u"", u"", true, true}};
+    for (const auto& [text, pattern, matches, matchesNoCase] : rows) {
+        EXPECT_EQ(AString(text).Match(pattern), matches) << U8(pattern);
+        EXPECT_EQ(AString(text).MatchNoCase(pattern), matchesNoCase) << U8(pattern);
     }
     EXPECT_TRUE(AString(std::u16string(u"a\0b", 3)).Match(u"a")) << "stops at a zero";
 }

@@ -24,58 +24,56 @@ TEST(FilePath, IsSplitAtConstruction) {
     const struct {
         const char *path, *base;
         const char *given, *directory, *name, *extension;
-    } rows[] = {
-        // Without a base
-        {"", "", "", "/usr/share/", "", ""},
-        {"a.cfg", "", "a.cfg", "/usr/share/", "a.cfg", "cfg"},
-        {"x\\y/a", "", "x\\y/a", "/usr/share/x/y/", "a", ""},
-        {"/x/a", "", "/x/a", "/x/", "a", ""},
-        {"x/a/", "", "x/a/", "/usr/share/x/a/", "", ""},
-        {"/", "", "/", "/", "", ""},
-        // With a base
-        {"", "/b", "/b/", "/b/", "", ""},
-        {"a", "/b", "/b/a", "/b/", "a", ""},
-        {"a", "/b/", "/b/a", "/b/", "a", ""},
-        {"a", "\\b\\", "\\b\\a", "/b/", "a", ""},
-        {"a", "c:", "c:a", "c:", "a", ""},
-        {"x\\a", "b", "b/x\\a", "b/x/", "a", ""},
-        {"x/", "/b", "/b/x/", "/b/x/", "", ""},
-        // A rooted path, or one with a ":", drops the base
-        {"/x/a", "/b", "/x/a", "/x/", "a", ""},
-        {"\\a", "/b", "\\a", "/", "a", ""},
-        {"c:a", "/b", "c:a", "c:", "a", ""},
-        {"c:", "", "c:", "c:", "", ""},
-        {"x/c:a", "/b", "x/c:a", "x/", "c:a", ""},
-        {"c:x/y:z", "", "c:x/y:z", "c:x/", "y:z", ""},
-        {"/x:y/a", "/b", "/x:y/a", "/x:y/", "a", ""},
-        // Extensions
-        {"/a.b.c", "", "/a.b.c", "/", "a.b.c", "c"},
-        {"/.profile", "", "/.profile", "/", ".profile", ""},
-        {"/.a.b", "", "/.a.b", "/", ".a.b", "b"},
-        {"/a.", "", "/a.", "/", "a.", ""},
-        {"/x.y/a", "", "/x.y/a", "/x.y/", "a", ""},
-        {"/x.y/", "", "/x.y/", "/x.y/", "", ""},
-        {"/...", "", "/...", "/", "...", ""},
-        // A closing "." or ".."
-        {".", "", ".", "/usr/", "share", ""},
-        {"..", "", "..", "/", "usr", ""},
-        {"/a/b.c/.", "", "/a/b.c/.", "/a/", "b.c", "c"},
-        {"/a/b/..", "", "/a/b/..", "/", "a", ""},
-        {"\\a\\b\\..", "", "\\a\\b\\..", "/", "a", ""},
-        {"x/..", "/b", "/b/x/..", "/", "b", ""},
-        {".", "b", "b/.", "/usr/share/", "b", ""},
-        {"..", "b", "b/..", "/usr/", "share", ""},
-        {"/a/././.", "", "/a/././.", "/", "a", ""},
-        {"/a/../b", "", "/a/../b", "/a/../", "b", ""},
-        {"/a/b/../..", "", "/a/b/../..", "/a/", "b", ""},
-        {"/a/b/../", "", "/a/b/../", "/a/b/../", "", ""},
-        {"/.", "", "/.", "/", "", ""},
-        {"/..", "", "/..", "/", "", ""},
-        {"/a/..", "", "/a/..", "/", "", ""},
-        {"c:/..", "", "c:/..", "c:", "", ""},
-        {"c:.", "", "c:.", "c:", "", ""},
-        {"c:x/..", "", "c:x/..", "c:", "", ""},
-    };
+    } rows[] = {// Without a base
+                {"", "", "", "/usr/share/", "", ""},
+                {"a.cfg", "", "a.cfg", "/usr/share/", "a.cfg", "cfg"},
+                {"x\\y/a", "", "x\\y/a", "/usr/share/x/y/", "a", ""},
+                {"/x/a", "", "/x/a", "/x/", "a", ""},
+                {"x/a/", "", "x/a/", "/usr/share/x/a/", "", ""},
+                {"/", "", "/", "/", "", ""},
+                // With a base
+                {"", "/b", "/b/", "/b/", "", ""},
+                {"a", "/b", "/b/a", "/b/", "a", ""},
+                {"a", "/b/", "/b/a", "/b/", "a", ""},
+                {"a", "\\b\\", "\\b\\a", "/b/", "a", ""},
+                {"a", "c:", "c:a", "c:", "a", ""},
+                {"x\\a", "b", "b/x\\a", "b/x/", "a", ""},
+                {"x/", "/b", "/b/x/", "/b/x/", "", ""},
+                // A rooted path, or one with a ":", drops the base
+                {"/x/a", "/b", "/x/a", "/x/", "a", ""},
+                {"\\a", "/b", "\\a", "/", "a", ""},
+                {"c:a", "/b", "c:a", "c:", "a", ""},
+                {"c:", "", "c:", "c:", "", ""},
+                {"x/c:a", "/b", "x/c:a", "x/", "c:a", ""},
+                {"c:x/y:z", "", "c:x/y:z", "c:x/", "y:z", ""},
+                {"/x:y/a", "/b", "/x:y/a", "/x:y/", "a", ""},
+                // Extensions
+                {"/a.b.c", "", "/a.b.c", "/", "a.b.c", "c"},
+                {"/.profile", "", "/.profile", "/", ".profile", ""},
+                {"/.a.b", "", "/.a.b", "/", ".a.b", "b"},
+                {"/a.", "", "/a.", "/", "a.", ""},
+                {"/x.y/a", "", "/x.y/a", "/x.y/", "a", ""},
+                {"/x.y/", "", "/x.y/", "/x.y/", "", ""},
+                {"/...", "", "/...", "/", "...", ""},
+                // A closing "." or ".."
+                {".", "", ".", "/usr/", "share", ""},
+                {"..", "", "..", "/", "usr", ""},
+                {"/a/b.c/.", "", "/a/b.c/.", "/a/", "b.c", "c"},
+                {"/a/b/..", "", "/a/b/..", "/", "a", ""},
+                {"\\a\\b\\..", "", "\\a\\b\\..", "/", "a", ""},
+                {"x/..", "/b", "/b/x/..", "/", "b", ""},
+                {".", "b", "b/.", "/usr/share/", "b", ""},
+                {"..", "b", "b/..", "/usr/", "share", ""},
+                {"/a/././.", "", "/a/././.", "/", "a", ""},
+                {"/a/../b", "", "/a/../b", "/a/../", "b", ""},
+                {"/a/b/../..", "", "/a/b/../..", "/a/", "b", ""},
+                {"/a/b/../", "", "/a/b/../", "/a/b/../", "", ""},
+                {"/.", "", "/.", "/", "", ""},
+                {"/..", "", "/..", "/", "", ""},
+                {"/a/..", "", "/a/..", "/", "", ""},
+                {"c:/..", "", "c:/..", "c:", "", ""},
+                {"c:.", "", "c:.", "c:", "", ""},
+                {"c:x/..", "", "c:x/..", "c:", "", ""}};
     ASSERT_EQ(::chdir("/usr/share"), 0);
     for (const auto& row : rows) {
         const FilePath path(Text(row.path), Text(row.base));
@@ -90,9 +88,8 @@ TEST(FilePath, IsSplitAtConstruction) {
 
 TEST(FilePath, StandsInAnyCurrentDirectory) {
     ASSERT_EQ(::chdir("/"), 0);
-    for (const auto& [path, full] : {std::pair(u"a", "/a"), {u"", "/"}, {u"..", "/"}}) {
+    for (const auto& [path, full] : {std::pair(u"a", "/a"), {u"", "/"}, {u"..", "/"}})
         EXPECT_EQ(FilePath(path).GetSystemPath(), full);
-    }
     const std::string noText = sys::TemporaryDirectory() + "\xE9" + std::to_string(::getpid());
     ASSERT_EQ(::mkdir(noText.c_str(), 0700), 0);
     ASSERT_EQ(::chdir(noText.c_str()), 0);
@@ -125,9 +122,8 @@ TEST(FilePath, TellsTheTimeOfWhatIsThere) {
     }
     ASSERT_TRUE(sys::DeleteFile(file));
     EXPECT_EQ(path.GetModifiedTime(), 0u);
-    for (const char16_t* there : {u"/", u"/usr", u"/usr/", u"\\usr\\", u"."}) {
+    for (const char16_t* there : {u"/", u"/usr", u"/usr/", u"\\usr\\", u"."})
         EXPECT_NE(FilePath(there).GetModifiedTime(), 0u) << Bytes(there);
-    }
     EXPECT_EQ(FilePath(u"c:").GetModifiedTime(), 0u);
     EXPECT_EQ(FilePath(AString(std::u16string(u"/usr\0x", 6))).GetModifiedTime(), 0u);
 }

@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 #include <string>
 
-#include "assertion.h"
+#include "assertion_watch.h"
 #include "idesign.h"
 #include "quorel_delta_state.h"
 #include "undo_manager.h"
@@ -90,27 +90,23 @@ TEST(Command, TellsContextThenListenersThenTheObjectsThatChanged) {
         command.GetRecords().mCommonChanges[&targets[1]] = {};
         command.GetRecords().mCommonChanges[&targets[2]] = {};
     };
-    const struct {
-        bool m_HasContext;
-        bool m_NotifyContext;
-        const char* m_Log;
-    } kRows[] = {{true, true,
-                  "done finished finished 0-- 1dc 2-c | "
-                  "uB uA undone finished finished 2-c 1-c 0d- | "
-                  "rA rB done finished finished 0-- 1dc 2-c "},
-                 {true, false,
-                  "finished finished 0-- 1dc 2-c | uB uA finished finished 2-c 1-c 0d- | "
-                  "rA rB finished finished 0-- 1dc 2-c "},
-                 {false, true, "0-- 1dc 2-c | uB uA 2-c 1-c 0d- | rA rB 0-- 1dc 2-c "}};
-    for (const auto& row : kRows) {
-        Command command(row.m_HasContext ? &around : nullptr,
-                        row.m_HasContext ? around.GetViewKey() : nullptr);
+    const std::tuple<bool, bool, const char*> kRows[] = {
+        {true, true,
+         "done finished finished 0-- 1dc 2-c | "
+         "uB uA undone finished finished 2-c 1-c 0d- | "
+         "rA rB done finished finished 0-- 1dc 2-c "},
+        {true, false,
+         "finished finished 0-- 1dc 2-c | uB uA finished finished 2-c 1-c 0d- | "
+         "rA rB finished finished 0-- 1dc 2-c "},
+        {false, true, "0-- 1dc 2-c | uB uA 2-c 1-c 0d- | rA rB 0-- 1dc 2-c "}};
+    for (const auto& [hasContext, notifyContext, log] : kRows) {
+        Command command(hasContext ? &around : nullptr, hasContext ? around.GetViewKey() : nullptr);
         EXPECT_FALSE(command.IsDone() || command.IsUndone() || command.IsRedone());
         fill(command);
-        command.mNotifyContext = row.m_NotifyContext;
+        command.mNotifyContext = notifyContext;
         command.AddDeltaState(new Delta('A'));
         command.AddDeltaState(new Delta('B'));
-        EXPECT_EQ(RunThrough(command), row.m_Log);
+        EXPECT_EQ(RunThrough(command), log);
     }
 }
 
@@ -135,12 +131,7 @@ TEST(Command, DeletesItsDeltaStatesInTheOrderOfItsState) {
 }
 
 TEST(Command, UnsoundUseIsAnAssertionAndNothingElse) {
-    gIgnoreAllAsserts = false;
-    int asserts = 0;
-    SetAssertHandler([&](const std::string&, unsigned) {
-        ++asserts;
-        return AssertAnswer::kRetry;
-    });
+    AssertionWatch asserts;
     Command command(nullptr, nullptr);
     command.AddDeltaState(new Delta('A'));
     sLog.clear();
@@ -148,13 +139,11 @@ TEST(Command, UnsoundUseIsAnAssertionAndNothingElse) {
     command.Undo();
     command.Redo();
     EXPECT_EQ(sLog, "");
-    EXPECT_EQ(asserts, 3);
+    EXPECT_EQ(asserts.Take(), 3);
     Delta twice('T');
     twice.Undo();
     twice.Undo();
-    EXPECT_EQ(asserts, 4);
-    SetAssertHandler({});
-    gIgnoreAllAsserts = true;
+    EXPECT_EQ(asserts.Take(), 1);
 }
 
 } // namespace

@@ -4,9 +4,8 @@
 #include <iterator>
 #include <sys/stat.h>
 #include <unistd.h>
-#include <utility>
 
-#include "assertion.h"
+#include "assertion_watch.h"
 #include "atomic_file.h"
 #include "directory.h"
 #include "file_io.h"
@@ -20,12 +19,10 @@ protected:
     FileHelpers() {
         std::string form = sys::TemporaryDirectory() + "\xC3\xA4-XXXXXX";
         mFolder = std::string(::mkdtemp(form.data())) + '/';
-        for (const char* name : {"empty", "full", "full/inner", "outside"}) {
+        for (const char* name : {"empty", "full", "full/inner", "outside"})
             EXPECT_TRUE(sys::MakeDirectory(mFolder + name));
-        }
-        for (const char* name : {"file", "full/file", "full/inner/file", "outside/kept"}) {
+        for (const char* name : {"file", "full/file", "full/inner/file", "outside/kept"})
             EXPECT_TRUE(sys::WriteFileAtomically(mFolder + name, "x"));
-        }
         Link("outside", "link");
         Link("../outside", "full/link");
         Link("none", "dangling");
@@ -55,46 +52,38 @@ TEST_F(FileHelpers, DoOneAfterTheOther) {
         bool (*work)(const FilePath&);
         const char* name;
         bool result;
-    } rows[] = {
-        {FileExists, "file", true},        {FileExists, "full", true},
-        {FileExists, "full/", true},       {FileExists, "none", false},
-        {FileExists, "link", true},        {FileExists, "dangling", false},
-        {FileExists, "file/", false},      {FileExists, "", true},
-        {IsDirectory, "file", false},      {IsDirectory, "full", true},
-        {IsDirectory, "full/", true},      {IsDirectory, "none/", false},
-        {IsDirectory, "link", true},       {IsDirectory, "full/..", true},
-        {HasNoFileName, "full", false},    {HasNoFileName, "none/", true},
-        {HasNoFileName, "full/..", false}, {HasNoFileName, "", true},
-        {MakeDirectory, "new", false},     {FileExists, "new", false},
-        {MakeDirectory, "new/", true},     {MakeDirectory, "new/", false},
-        {MakeDirectory, "a/b/", false},    {FileExists, "a", false},
-        {MakeDirectory, "file/", false},   {EmptyDirectory, "file", false},
-        {EmptyDirectory, "none/", false},  {RemovePath, "file/", false},
-        {RemovePath, "file", true},        {RemovePath, "file", false},
-        {RemovePath, "empty/", true},      {IsThere, "empty", false},
-        {RemovePath, "link/", true},       {IsThere, "link", false},
-        {RemovePath, "dangling", true},    {IsThere, "dangling", false},
-        {RemovePath, "full/", true},       {IsThere, "full", false},
-        {RemovePath, "none/", false},      {IsThere, "outside/kept", true},
-    };
-    for (std::size_t i = 0; i < std::size(rows); ++i) {
+    } rows[] = {{FileExists, "file", true},        {FileExists, "full", true},
+                {FileExists, "full/", true},       {FileExists, "none", false},
+                {FileExists, "link", true},        {FileExists, "dangling", false},
+                {FileExists, "file/", false},      {FileExists, "", true},
+                {IsDirectory, "file", false},      {IsDirectory, "full", true},
+                {IsDirectory, "full/", true},      {IsDirectory, "none/", false},
+                {IsDirectory, "link", true},       {IsDirectory, "full/..", true},
+                {HasNoFileName, "full", false},    {HasNoFileName, "none/", true},
+                {HasNoFileName, "full/..", false}, {HasNoFileName, "", true},
+                {MakeDirectory, "new", false},     {FileExists, "new", false},
+                {MakeDirectory, "new/", true},     {MakeDirectory, "new/", false},
+                {MakeDirectory, "a/b/", false},    {FileExists, "a", false},
+                {MakeDirectory, "file/", false},   {EmptyDirectory, "file", false},
+                {EmptyDirectory, "none/", false},  {RemovePath, "file/", false},
+                {RemovePath, "file", true},        {RemovePath, "file", false},
+                {RemovePath, "empty/", true},      {IsThere, "empty", false},
+                {RemovePath, "link/", true},       {IsThere, "link", false},
+                {RemovePath, "dangling", true},    {IsThere, "dangling", false},
+                {RemovePath, "full/", true},       {IsThere, "full", false},
+                {RemovePath, "none/", false},      {IsThere, "outside/kept", true}};
+    for (std::size_t i = 0; i < std::size(rows); ++i)
         EXPECT_EQ(rows[i].work(At(rows[i].name)), rows[i].result) << i << " " << rows[i].name;
-    }
 }
 
 TEST_F(FileHelpers, EmptyDirectoryDeletesAllButWhatLinksName) {
     ASSERT_EQ(::chmod((mFolder + "full/inner/file").c_str(), 0444), 0);
-    std::string asserted;
-    const AssertHandler before = SetAssertHandler([&](const std::string& text, unsigned) {
-        asserted += text;
-        return AssertAnswer::kRetry;
-    });
-    const bool wereIgnored = std::exchange(gIgnoreAllAsserts, false);
-    EXPECT_TRUE(EmptyDirectory(At("full/")));
-    gIgnoreAllAsserts = wereIgnored;
-    SetAssertHandler(before);
-    EXPECT_NE(asserted.find("!(lfd.dwFileAttributes & FILE_ATTRIBUTE_READONLY)"), asserted.npos)
-        << asserted;
+    {
+        const AssertionWatch asserted;
+        EXPECT_TRUE(EmptyDirectory(At("full/")));
+        EXPECT_NE(asserted.GetText().find("!(lfd.dwFileAttributes & FILE_ATTRIBUTE_READONLY)"),
+                  std::string::npos);
+    }
     EXPECT_TRUE(sys::RemoveDirectory(mFolder + "full")) << "itself stays, empty";
     EXPECT_TRUE(FileExists(At("outside/kept")));
 }

@@ -36,12 +36,10 @@ public:
 
 protected:
     const MessageMap& GetMessageMap() const override {
-        static constexpr MessageEntry kEntries[] = {
-            Message<&Window::OnTake>(kMsgTakeToolBars),
-            Message<&Window::OnForget>(kMsgForgetToolBar),
-            Message<&Window::OnAsk>(kMsgAskCustomizing),
-            Message<&Window::OnButton>(kMsgToolBarButton),
-        };
+        static constexpr MessageEntry kEntries[] = {Message<&Window::OnTake>(kMsgTakeToolBars),
+                                                    Message<&Window::OnForget>(kMsgForgetToolBar),
+                                                    Message<&Window::OnAsk>(kMsgAskCustomizing),
+                                                    Message<&Window::OnButton>(kMsgToolBarButton)};
         static const MessageMap kMap{kEntries, &CDockSite::GetMessageMap()};
         return kMap;
     }
@@ -170,13 +168,7 @@ TEST_F(ToolBars, TakeSavedNamesAndButtons) {
     for (int i = 0; i < 100; ++i)
         many += u" 1001 11 4 0";
     const std::string table = "Edit: 1001 - 1002 1003|";
-    const struct {
-        AString m_Names;
-        AString m_Buttons;
-        std::string m_Bars;
-        bool m_IsTextKept;
-        AString m_NamesAtEnd;
-    } kRows[] = {
+    const std::tuple<AString, AString, std::string, bool, AString> kRows[] = {
         {u"", u"", table, false, u"Edit^"},
         {u"Edit^Mine^", u"", table + "Mine:|", false, u"Edit^Mine^"},
         {u"Edit^Mine", u"", table, false, u"Edit^"},
@@ -188,17 +180,16 @@ TEST_F(ToolBars, TakeSavedNamesAndButtons) {
         {u"", u"2 4294967295 4294967295 0 0 1003 12 4 1", "Edit: - 1003|", true, u"Edit^"},
         {u"", AString(many), table, false, u"Edit^"},
         {u"", AString(u"99") + AString(std::u16string_view(many).substr(3)), "", true, u"Edit^"},
-        {u"", u"begin end", table, false, u"Edit^"},
-    };
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.m_Names.ToCString() + " / " + row.m_Buttons.ToCString());
-        Store(u"ToolBars::Owner", row.m_Names, u"ToolBars");
-        Store(u"ToolBar::Owner.Edit.Buttons", row.m_Buttons, u"ToolBars");
+        {u"", u"begin end", table, false, u"Edit^"}};
+    for (const auto& [names, buttons, bars, isTextKept, namesAtEnd] : kRows) {
+        SCOPED_TRACE(names.ToCString() + " / " + buttons.ToCString());
+        Store(u"ToolBars::Owner", names, u"ToolBars");
+        Store(u"ToolBar::Owner.Edit.Buttons", buttons, u"ToolBars");
         Start().CreateBars();
-        EXPECT_TRUE(row.m_Bars.empty() || Dump() == row.m_Bars) << Dump();
-        EXPECT_EQ(Bar().GetButtonsText(), row.m_IsTextKept ? row.m_Buttons : AString());
+        EXPECT_TRUE(bars.empty() || Dump() == bars) << Dump();
+        EXPECT_EQ(Bar().GetButtonsText(), isTextKept ? buttons : AString());
         m_Data.reset();
-        EXPECT_EQ(Stored(u"ToolBars::Owner"), row.m_NamesAtEnd);
+        EXPECT_EQ(Stored(u"ToolBars::Owner"), namesAtEnd);
     }
 }
 
@@ -266,28 +257,23 @@ TEST_F(ToolBars, TakeTheirStateOnceItParses) {
 
 TEST_F(ToolBars, SaveTheStateOfTheirWindow) {
     const CRect frame{10, 20, 90, 60};
-    const struct {
-        bool m_Floats, m_Visible;
-        std::optional<CRect> m_Frame;
-        const char16_t* m_Text;
-    } kRows[] = {
+    const std::tuple<bool, bool, std::optional<CRect>, const char16_t*> kRows[] = {
         {false, true, std::nullopt, u"7 true true 100 200 50 true 0"},
         {true, true, frame, u"0 true false 10 20 80 true 0"},
         {true, true, std::nullopt, u"0 true false 100 200 50 true 0"},
         {false, false, std::nullopt, u"0 false true 0 0 50 true 0"},
         {true, false, frame, u"0 false false 10 20 80 true 0"},
-        {true, false, std::nullopt, u"0 false true 0 0 50 true 0"},
-    };
-    for (const auto& row : kRows) {
+        {true, false, std::nullopt, u"0 false true 0 0 50 true 0"}};
+    for (const auto& [floats, visible, givenFrame, text] : kRows) {
         Start().CreateBars();
         Bar().SaveState();
         EXPECT_TRUE(Bar().GetStateText().empty()) << "no window";
-        m_Peer.m_Floats = row.m_Floats;
-        m_Peer.m_Visible = row.m_Visible;
-        m_Peer.m_Frame = row.m_Frame;
+        m_Peer.m_Floats = floats;
+        m_Peer.m_Visible = visible;
+        m_Peer.m_Frame = givenFrame;
         Bar().SetPeer(&m_Peer);
         Bar().HandleMessage(kMsgLButtonUp, 0, 0);
-        EXPECT_EQ(Bar().GetStateText(), row.m_Text);
+        EXPECT_EQ(Bar().GetStateText(), text);
     }
     EXPECT_EQ(m_Peer.m_Defaults, std::vector<unsigned>(std::size(kRows), kMsgLButtonUp));
 }

@@ -43,26 +43,21 @@ TEST_F(AssertionTest, ReportsWhatAndWhere) {
 }
 
 TEST_F(AssertionTest, ActsOnTheAnswers) {
-    const struct {
-        std::vector<AssertAnswer> answers;
-        std::vector<unsigned> styles;
-        bool siteAsksAgain, othersAsk;
-    } rows[] = {
+    const std::tuple<std::vector<AssertAnswer>, std::vector<unsigned>, bool, bool> rows[] = {
         {{kRetry}, {0x2012}, true, true},
         {{kIgnore, kNo}, {0x2012, 0x2024}, true, true},
         {{kIgnore, kYes, kNo}, {0x2012, 0x2024, 0x2034}, false, true},
-        {{kIgnore, kYes, kYes}, {0x2012, 0x2024, 0x2034}, false, false},
-    };
-    for (const auto& row : rows) {
-        mScript = row.answers;
+        {{kIgnore, kYes, kYes}, {0x2012, 0x2024, 0x2034}, false, false}};
+    for (const auto& [answers, styles, siteAsksAgain, othersAsk] : rows) {
+        mScript = answers;
         mStyles.clear();
         gIgnoreAllAsserts = false;
         bool evaluated = false, silenced = false;
         AssertFailed("file", 1, "condition", &silenced);
-        EXPECT_EQ(mStyles, row.styles);
-        EXPECT_EQ(!silenced && !gIgnoreAllAsserts, row.siteAsksAgain);
+        EXPECT_EQ(mStyles, styles);
+        EXPECT_EQ(!silenced && !gIgnoreAllAsserts, siteAsksAgain);
         USE_ASSERT((evaluated = true));
-        EXPECT_EQ(evaluated, row.othersAsk);
+        EXPECT_EQ(evaluated, othersAsk);
     }
     mScript = {kIgnore, kYes, kNo};
     mStyles.clear();
