@@ -137,11 +137,20 @@ sys::Status RecoveryStore::Open(const std::string& sharedFolder) {
     for (int i = 0; status && i < 1000; ++i) {
         m_Folder = stem + std::to_string(i) + '/';
         status = sys::MakeDirectory(m_Folder);
-        // Another process may take a new folder for one that was left, before it is locked.
-        if (status && m_Lock.TryLock(m_Folder + std::string(kLockName)))
-            return {};
-        if (status.code == EEXIST)
-            status = {};
+        if (status) {
+            status = m_Lock.TryLock(m_Folder + std::string(kLockName));
+            if (status)
+                return {};
+            // Another process may take the new folder for one that was left, before it is locked.
+            if (status.code != EWOULDBLOCK && status.code != ENOENT) {
+                static_cast<void>(sys::DeleteFile(m_Folder + std::string(kLockName)));
+                static_cast<void>(sys::RemoveDirectory(m_Folder));
+                return status;
+            }
+        } else if (status.code != EEXIST) {
+            break;
+        }
+        status = {};
     }
     return status ? sys::Failure("make a folder in", m_Shared, EEXIST) : status;
 }

@@ -1,7 +1,6 @@
 // The canvas's keyboard and pointer: Qt's events become messages.
 
 #include <cmath>
-#include <utility>
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -43,21 +42,32 @@ void Canvas::keyPressEvent(QKeyEvent* event) {
     if (!m_Window)
         return;
     const QPointer<Canvas> guard(this);
-    const QString text = event->text();
-    const unsigned key = KeyCodeOf(event->key());
-    m_Window->GetSeat().NoteModifiers(event->modifiers());
+    const IAccessibleText::Range before = GetSelection();
+    if (event->key() == Qt::Key_Shift && !event->isAutoRepeat())
+        m_BeforeShift = before;
+    TakeKey(*event);
+    // While Shift is held the selection grows: it is offered at its end.
+    if (guard && !event->modifiers().testFlag(Qt::ShiftModifier) && GetSelection() != before)
+        OfferSelection();
+}
+
+void Canvas::TakeKey(QKeyEvent& event) {
+    const QPointer<Canvas> guard(this);
+    const QString text = event.text();
+    const unsigned key = KeyCodeOf(event.key());
+    m_Window->GetSeat().NoteModifiers(event.modifiers());
     if (key == 0 && text.isEmpty()) {
-        event->ignore();
+        event.ignore();
         return;
     }
-    event->accept();
+    event.accept();
     if (key != 0) {
-        if (m_Window->GetSink().PreTranslateKey(key, ModifiersOf(event->modifiers())) || !guard)
+        if (m_Window->GetSink().PreTranslateKey(key, ModifiersOf(event.modifiers())) || !guard)
             return;
         Send(kMsgKeyDown, key, kOnce);
     }
     if (guard)
-        SendText(text, event->modifiers());
+        SendText(text, event.modifiers());
 }
 
 void Canvas::SendText(const QString& text, Qt::KeyboardModifiers modifiers) {
@@ -82,7 +92,8 @@ void Canvas::keyReleaseEvent(QKeyEvent* event) {
         m_Window->GetSeat().NoteModifiers(event->modifiers());
     if (key != 0 && !event->isAutoRepeat())
         Send(kMsgKeyUp, key, kOnce);
-    if (guard && event->key() == Qt::Key_Shift) // the end of a selection by keys
+    if (guard && event->key() == Qt::Key_Shift && !event->isAutoRepeat() &&
+        GetSelection() != m_BeforeShift)
         OfferSelection();
 }
 
@@ -114,7 +125,6 @@ void Canvas::mouseReleaseEvent(QMouseEvent* event) {
         return;
     const QPointer<Canvas> guard(this);
     SendPointer(kMsgLButtonUp, event->position(), event->modifiers());
-    m_Offered = {}; // what was selected anew is offered anew
     if (guard)
         OfferSelection();
 }
@@ -147,14 +157,18 @@ void Canvas::PasteSelection(QPointF place) {
     seat.m_PrimaryPaste.reset();
 }
 
-/// Offers what is selected to the middle button, unless it is what was offered last.
+/// What is selected, for a screen that has a middle button's text; empty elsewhere.
+IAccessibleText::Range Canvas::GetSelection() const {
+    IAccessibleText* text = m_Window ? m_Window->GetSink().GetAccessibleText() : nullptr;
+    return text && QGuiApplication::clipboard()->supportsSelection() ? text->GetSelection()
+                                                                     : IAccessibleText::Range{};
+}
+
+/// Offers what is selected to the middle button.
 void Canvas::OfferSelection() {
     QClipboard& clipboard = *QGuiApplication::clipboard();
     IAccessibleText* text = m_Window ? m_Window->GetSink().GetAccessibleText() : nullptr;
     if (!text || !clipboard.supportsSelection())
-        return;
-    const IAccessibleText::Range selection = text->GetSelection();
-    if (std::exchange(m_Offered, selection) == selection)
         return;
     if (const AString selected = text->GetSelectedText(); !selected.empty())
         clipboard.setText(WithPlainLineEnds(selected), QClipboard::Selection);

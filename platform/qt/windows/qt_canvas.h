@@ -58,6 +58,8 @@ private:
     void SendPointer(unsigned message, QPointF place, Qt::KeyboardModifiers modifiers);
     void SendText(const QString& text, Qt::KeyboardModifiers modifiers);
     void PasteSelection(QPointF place);
+    void TakeKey(QKeyEvent& event);
+    IAccessibleText::Range GetSelection() const;
     void OfferSelection();
     void SendWheel(double down);
     void SendWheelAcross(double across);
@@ -74,5 +76,5 @@ private:
     bool m_FlushAsked = false;
     QString m_Preedit;
     WheelRest m_WheelRest;
-    IAccessibleText::Range m_Offered; ///< the selection when it was last offered
+    IAccessibleText::Range m_BeforeShift; ///< the selection when Shift was pressed
 };
