@@ -208,6 +208,7 @@ private:
     bool GoToStart();
     bool ReadStoredIndex();
     bool LoadStoredIndex();
+    bool BeginsWithIndex();
     bool IsBeginOfPath(std::u16string_view path);
     bool CheckIndex(bool isWhole);
     bool CheckEntries(bool isWhole);

@@ -128,6 +128,8 @@ inline bool Block_reader::TakeNamedValue(Block_hold<CBlock_item>& item) {
         return false;
     auto& value = mArena.Make<CBlock_named_value>(item);
     value.mName.Take(ahead[0].token);
+    if (value.mName.GetTextLength() == 0)
+        GiveWord(value.mName);
     value.mValue.Take(ahead[2].token);
     mStream->StepOver(3);
     return true;

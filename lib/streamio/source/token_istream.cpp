@@ -44,8 +44,7 @@ CToken_istream::CToken_istream(CRawIstream& stream, std::unique_ptr<CBase_gramma
         return;
     const bool isRead = ReadStoredIndex();
     if ((flags & kCheckIndex) != 0)
-        mGood = isRead ? CheckIndex((flags & kCheckBlocks) != 0)
-                       : !IsBegin(CBlock_index::kBaseIndexName);
+        mGood = isRead ? CheckIndex((flags & kCheckBlocks) != 0) : !BeginsWithIndex();
 }
 
 CToken_istream::~CToken_istream() = default;

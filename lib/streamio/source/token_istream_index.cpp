@@ -100,7 +100,9 @@ private:
 
     void LeaveBlock() {
         mStream.ReadEnd();
-        if (!mStream.IsEol() && !mStream.AtEof())
+        if (mStream.Peek().GetKind() == TokenKind::Null)
+            mStream.SetFail(); // an ill-formed text
+        else if (!mStream.IsEol() && !mStream.AtEof())
             mStream.ReadValue(std::u16string_view(mOpen.back().name));
         mPath.resize(mOpen.back().pathLength);
         mOpen.pop_back();
@@ -151,6 +153,15 @@ bool CToken_istream::ReadStoredIndex() {
     return isRead;
 }
 
+bool CToken_istream::BeginsWithIndex() {
+    const CAbstract_stream_pos here = Tell();
+    const bool isThere = here.IsValid() && GoToStart() && IsBegin(CBlock_index::kBaseIndexName);
+    Clear();
+    if (here.IsValid())
+        Seek(here);
+    return isThere;
+}
+
 bool CToken_istream::LoadStoredIndex() {
     if (!GoToStart() || !IsBegin(CBlock_index::kBaseIndexName))
         return false;
@@ -171,7 +182,10 @@ struct Checked_entry {
     AString path;
     CAbstract_stream_pos pos;
 
-    bool IsNested() const { return pos.GetState() && pos.GetState()->mLevel != 0; }
+    /// By its path and its level: a top-level block's name may have tabs, and an entry may lie.
+    bool IsNested() const {
+        return path.find(u'\t') != AString::npos && pos.GetState() && pos.GetState()->mLevel != 0;
+    }
 };
 
 /// True for the paths of the index blocks and those under them.

@@ -14,7 +14,16 @@ namespace {
 
 constexpr std::uint32_t kEnd = kEndOfInput;
 
-/// The upper case of the characters below 256; one whose upper case lies beyond stays.
+/// Lower case forms beside those that the capitals have.
+constexpr char16_t kFurtherForms[][2] = {
+    {0x01C5, 0x01C4}, {0x01C8, 0x01C7}, {0x01CB, 0x01CA}, {0x01F2, 0x01F1}, {0x0345, 0x0399},
+    {0x03C2, 0x03A3}, {0x03D0, 0x0392}, {0x03D1, 0x0398}, {0x03D5, 0x03A6}, {0x03D6, 0x03A0},
+    {0x03F0, 0x039A}, {0x03F1, 0x03A1}, {0x03F5, 0x0395}, {0x1C80, 0x0412}, {0x1C81, 0x0414},
+    {0x1C82, 0x041E}, {0x1C83, 0x0421}, {0x1C84, 0x0422}, {0x1C85, 0x0422}, {0x1C86, 0x042A},
+    {0x1C87, 0x0462}, {0x1C88, 0xA64A}, {0x1E9B, 0x1E60}, {0x1FBE, 0x0399}};
+
+/// The upper case of each character. One below 256 whose upper case lies beyond stays, and the
+/// other way round.
 struct UpperCase {
     std::array<char16_t, 0x10000> of{};
     UpperCase() {
@@ -26,6 +35,8 @@ struct UpperCase {
             if (lower != ch && (lower < 0x100) == (ch < 0x100))
                 of[lower] = static_cast<char16_t>(ch);
         }
+        for (const auto& [lower, upper] : kFurtherForms)
+            of[lower] = upper;
     }
 };
 

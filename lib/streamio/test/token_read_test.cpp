@@ -122,9 +122,9 @@ TEST(TokenRead, CaseModes) {
                                          "Hex(0xab|171) Double(1e5|1e+05) True(tRue) CData( x)")}) {
         CheckRows({{text, tokens}}, {.caseMode = mode});
     }
-    for (const auto& [mode, word] : {std::pair(0, u"\u042F\u00FF\u00B5"), // no Latin-1 form
-                                     std::pair(1, u"\u044F\u00FF\u00B5")}) {
-        CToken_istring words(u"x \u044F\u00FF\u00B5", u","); // x is read ahead
+    for (const auto& [mode, word] : {std::pair(0, u"\u042F\u03A3\u00FF\u00B5"), // no Latin-1 form
+                                     std::pair(1, u"\u044F\u03C2\u00FF\u00B5")}) {
+        CToken_istring words(u"x \u044F\u03C2\u00FF\u00B5", u","); // x is read ahead
         words.SetCaseMode(mode);
         words.Next();
         EXPECT_TRUE(words.IsValue(word)) << mode;
