@@ -47,11 +47,6 @@ bool BreakingDesk::Refuses(BreakableOperation operation) {
     return true;
 }
 
-std::unique_ptr<IBackendWindow> BreakingDesk::CreateWindow(WindowKind kind, IBackendWindow* parent,
-                                                           IWindowSink& sink) {
-    return Refuses(kBreakWindow) ? nullptr : m_Desk.CreateWindow(kind, parent, sink);
-}
-
 bool BreakingDesk::SetClipboardText(const AString& text) {
     return !Refuses(kBreakClipboardWrite) && m_Desk.SetClipboardText(text);
 }
@@ -67,29 +62,14 @@ std::unique_ptr<IBackendFont> BreakingDesk::CreateFont(const LogFont& font) {
 }
 
 std::optional<AString> BreakingDesk::AskFile(const FileRequest& request) {
-    if (Refuses(kBreakFile))
-        return std::nullopt;
     std::optional<AString> chosen = m_Desk.AskFile(request);
     return chosen && Refuses(kBreakFileWrite) ? u"/dev/full" : chosen;
-}
-
-std::optional<ColorRef> BreakingDesk::AskColor(ColorRef preset, std::span<const ColorRef> custom) {
-    return Refuses(kBreakColor) ? std::nullopt : m_Desk.AskColor(preset, custom);
-}
-
-int BreakingDesk::RunDialog(const AString& title, std::span<const DialogResource* const> pages,
-                            IDialogSink& sink) {
-    return Refuses(kBreakDialog) ? int{kIdCancel} : m_Desk.RunDialog(title, pages, sink);
-}
-
-unsigned BreakingDesk::TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) {
-    return Refuses(kBreakMenu) ? 0 : m_Desk.TrackMenu(menu, at, target);
 }
 
 DropEffect BreakingDesk::DragText(const AString& text) {
     if (Refuses(kBreakDragMemory))
         throw std::bad_alloc();
-    return Refuses(kBreakDrag) ? DropEffect::none : m_Desk.DragText(text);
+    return m_Desk.DragText(text);
 }
 
 std::unique_ptr<IBackendPrinter>
@@ -100,11 +80,10 @@ BreakingDesk::Break(std::unique_ptr<IBackendPrinter> printer) const {
 }
 
 std::unique_ptr<IBackendPrinter> BreakingDesk::AskPrinter(PrintRequest& request) {
-    return Refuses(kBreakPrinter) ? nullptr : Break(m_Desk.AskPrinter(request));
+    return Break(m_Desk.AskPrinter(request));
 }
 
 void BreakingDesk::ShowPreview(const PrintFunction& print) {
-    if (!Refuses(kBreakPrinter))
-        m_Desk.ShowPreview(
-            [&](std::unique_ptr<IBackendPrinter> printer) { print(Break(std::move(printer))); });
+    m_Desk.ShowPreview(
+        [&](std::unique_ptr<IBackendPrinter> printer) { print(Break(std::move(printer))); });
 }

@@ -8,19 +8,12 @@ enum BreakableOperation : unsigned {
     kBreakClipboardRead = 1u << 0,  ///< the clipboard is busy: it has no text for anybody
     kBreakClipboardWrite = 1u << 1, ///< setting its text is refused
     kBreakFont = 1u << 2,           ///< making a font throws std::bad_alloc
-    kBreakWindow = 1u << 3,         ///< windows are null
-    kBreakPrinter = 1u << 4,        ///< there is no printer, for a preview neither
-    kBreakPrintStart = 1u << 5,     ///< a job's start is refused
-    kBreakPrintPage = 1u << 6,      ///< the device is gone at the start of page m_LostPage
-    kBreakPrintPageEnd = 1u << 7,   ///< the device is gone at the end of page m_LostPage
-    kBreakPrintEnd = 1u << 8,       ///< a job's end is refused
-    kBreakFile = 1u << 9,           ///< file dialogs are cancelled
-    kBreakColor = 1u << 10,         ///< colour dialogs are cancelled
-    kBreakDialog = 1u << 11,        ///< dialogs give kIdCancel without having been shown
-    kBreakMenu = 1u << 12,          ///< popup menus give no command
-    kBreakDrag = 1u << 13,          ///< drags end without effect
-    kBreakDragMemory = 1u << 14,    ///< a drag throws std::bad_alloc
-    kBreakFileWrite = 1u << 15,     ///< the file chosen is on a device that is full
+    kBreakPrintStart = 1u << 3,     ///< a job's start is refused
+    kBreakPrintPage = 1u << 4,      ///< the device is gone at the start of page m_LostPage
+    kBreakPrintPageEnd = 1u << 5,   ///< the device is gone at the end of page m_LostPage
+    kBreakPrintEnd = 1u << 6,       ///< a job's end is refused
+    kBreakDragMemory = 1u << 7,     ///< a drag throws std::bad_alloc
+    kBreakFileWrite = 1u << 8,      ///< the file chosen is on a device that is full
 };
 
 /// The forwarding desk. Windows, fonts and surfaces are the other desk's own.
@@ -36,7 +29,9 @@ public:
     int m_Refusals = 0;    ///< how often a broken operation was asked for
 
     std::unique_ptr<IBackendWindow> CreateWindow(WindowKind kind, IBackendWindow* parent,
-                                                 IWindowSink& sink) override;
+                                                 IWindowSink& sink) override {
+        return m_Desk.CreateWindow(kind, parent, sink);
+    }
     bool SetClipboardText(const AString& text) override;
     std::optional<AString> GetClipboardText() override;
     bool HasClipboardText() override { return m_Desk.HasClipboardText(); }
@@ -51,10 +46,16 @@ public:
         return m_Desk.ShowMessage(text, style);
     }
     std::optional<AString> AskFile(const FileRequest& request) override;
-    std::optional<ColorRef> AskColor(ColorRef preset, std::span<const ColorRef> custom) override;
+    std::optional<ColorRef> AskColor(ColorRef preset, std::span<const ColorRef> custom) override {
+        return m_Desk.AskColor(preset, custom);
+    }
     int RunDialog(const AString& title, std::span<const DialogResource* const> pages,
-                  IDialogSink& sink) override;
-    unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override;
+                  IDialogSink& sink) override {
+        return m_Desk.RunDialog(title, pages, sink);
+    }
+    unsigned TrackMenu(const CMenu& menu, CPoint at, CCmdTarget& target) override {
+        return m_Desk.TrackMenu(menu, at, target);
+    }
     DropEffect DragText(const AString& text) override;
     std::unique_ptr<IBackendPrinter> AskPrinter(PrintRequest& request) override;
     void ShowPreview(const PrintFunction& print) override;

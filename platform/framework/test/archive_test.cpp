@@ -78,8 +78,7 @@ const std::function<std::string(CArchive&)> kReaders[] = {
             archive.Skip(part);
         }
         return all;
-    },
-};
+    }};
 
 } // namespace
 
@@ -155,8 +154,7 @@ TEST(Archive, RefusesTheOtherDirectionAndWritingAfterClose) {
              store.Close();
              store.Write("x", 1);
          },
-         CArchiveException::genericException},
-    };
+         CArchiveException::genericException}};
     for (const auto& [act, cause] : kRows) {
         try {
             act();
@@ -203,24 +201,19 @@ TEST(Archive, AFailingFileCostsOnlyWhatComesAfter) {
 
 TEST(File, SaysWhyItCannotBeOpened) {
     const std::string missing = "/nonexistent-folder/\xC3\xA4.txt";
-    const struct {
-        std::string m_Path;
-        CFile::Mode m_Mode;
-        CFileException::Cause m_Cause;
-    } kRows[] = {
+    const std::tuple<std::string, CFile::Mode, CFileException::Cause> kRows[] = {
         {missing, CFile::modeRead, CFileException::fileNotFound},
         {missing, CFile::modeCreate, CFileException::fileNotFound},
         {"/", CFile::modeCreate, CFileException::badPath},
         {"/dev/null/x", CFile::modeRead, CFileException::badPath},
-        {"/" + std::string(5000, 'a'), CFile::modeRead, CFileException::badPath},
-    };
-    for (const auto& row : kRows) {
+        {"/" + std::string(5000, 'a'), CFile::modeRead, CFileException::badPath}};
+    for (const auto& [path, mode, cause] : kRows) {
         try {
-            CFile file(row.m_Path, row.m_Mode);
-            ADD_FAILURE() << row.m_Path;
+            CFile file(path, mode);
+            ADD_FAILURE() << path;
         } catch (const CFileException& exception) {
-            EXPECT_EQ(exception.m_Cause, row.m_Cause) << row.m_Path;
-            EXPECT_EQ(exception.m_FileName.ToCString(AString::kUtf8), row.m_Path);
+            EXPECT_EQ(exception.m_Cause, cause) << path;
+            EXPECT_EQ(exception.m_FileName.ToCString(AString::kUtf8), path);
             EXPECT_NE(exception.GetErrorMessage().find(exception.m_FileName), AString::npos);
         }
     }

@@ -32,10 +32,8 @@ public:
 
 protected:
     const CommandMap& GetCommandMap() const override {
-        static constexpr CommandEntry kEntries[] = {
-            Command<&TestTemplate::OnAny>(1),
-            Command<&TestTemplate::OnAny>(4),
-        };
+        static constexpr CommandEntry kEntries[] = {Command<&TestTemplate::OnAny>(1),
+                                                    Command<&TestTemplate::OnAny>(4)};
         static const CommandMap kMap{kEntries, &CMultiDocTemplate::GetCommandMap()};
         return kMap;
     }
@@ -58,12 +56,10 @@ public:
 protected:
     const CommandMap& GetCommandMap() const override {
         static constexpr CommandEntry kEntries[] = {
-            Command<&TestDocument::OnAny>(1),
-            Command<&TestDocument::OnAny>(2),
+            Command<&TestDocument::OnAny>(1), Command<&TestDocument::OnAny>(2),
             Command<&TestDocument::OnAny>(3),
             Command<&TestDocument::OnForbidden, &TestDocument::OnUpdateForbidden>(6),
-            Command<&TestDocument::OnAny, &TestDocument::OnUpdateChecked>(7),
-        };
+            Command<&TestDocument::OnAny, &TestDocument::OnUpdateChecked>(7)};
         static const CommandMap kMap{kEntries, &CDocument::GetCommandMap()};
         return kMap;
     }
@@ -89,10 +85,8 @@ public:
 
 protected:
     const CommandMap& GetCommandMap() const override {
-        static constexpr CommandEntry kEntries[] = {
-            Command<&TestView::OnAny>(1),
-            Command<&TestView::OnAny>(2),
-        };
+        static constexpr CommandEntry kEntries[] = {Command<&TestView::OnAny>(1),
+                                                    Command<&TestView::OnAny>(2)};
         static const CommandMap kMap{kEntries, &CScrollView::GetCommandMap()};
         return kMap;
     }
@@ -111,10 +105,8 @@ public:
 
 protected:
     const CommandMap& GetCommandMap() const override {
-        static constexpr CommandEntry kEntries[] = {
-            Command<&TestFrame::OnAny>(1),
-            Command<&TestFrame::OnAny>(5),
-        };
+        static constexpr CommandEntry kEntries[] = {Command<&TestFrame::OnAny>(1),
+                                                    Command<&TestFrame::OnAny>(5)};
         static const CommandMap kMap{kEntries, &CMDIChildWnd::GetCommandMap()};
         return kMap;
     }
@@ -165,16 +157,14 @@ TEST_P(DocumentTest, CommandsGoFromFrameToViewToDocumentToTemplate) {
     const struct {
         unsigned m_Id;
         Lines m_FromFrame, m_FromView, m_FromDocument;
-    } kRows[] = {
-        {1, {"view"}, {"view"}, {"document"}},
-        {2, {"view"}, {"view"}, {"document"}},
-        {3, {"document"}, {"document"}, {"document"}},
-        {4, {"template"}, {"template"}, {"template"}},
-        {5, {"frame"}, {}, {}},
-        {6, {}, {}, {}},
-        {7, {"document"}, {"document"}, {"document"}},
-        {8, {}, {}, {}},
-    };
+    } kRows[] = {{1, {"view"}, {"view"}, {"document"}},
+                 {2, {"view"}, {"view"}, {"document"}},
+                 {3, {"document"}, {"document"}, {"document"}},
+                 {4, {"template"}, {"template"}, {"template"}},
+                 {5, {"frame"}, {}, {}},
+                 {6, {}, {}, {}},
+                 {7, {"document"}, {"document"}, {"document"}},
+                 {8, {}, {}, {}}};
     for (const auto& row : kRows) {
         for (const auto& [target, log] :
              {std::pair<CCmdTarget*, Lines>(m_Frame, row.m_FromFrame),
@@ -193,22 +183,17 @@ TEST_P(DocumentTest, CommandsGoFromFrameToViewToDocumentToTemplate) {
 }
 
 TEST_P(DocumentTest, UpdateHandlersDecideTheState) {
-    const struct {
-        unsigned m_Id;
-        bool m_Answered, m_Enabled, m_Checked;
-        AString m_Text;
-    } kRows[] = {
+    const std::tuple<unsigned, bool, bool, bool, AString> kRows[] = {
         {1, true, true, false, u""},
         {6, true, false, false, u""},
         {7, true, true, true, u"checked"},
-        {8, false, false, false, u""},
-    };
-    for (const auto& row : kRows) {
-        CCmdUI ui(row.m_Id);
-        EXPECT_EQ(m_Frame->UpdateCommand(ui), row.m_Answered) << row.m_Id;
-        EXPECT_EQ(ui.IsEnabled(), row.m_Enabled) << row.m_Id;
-        EXPECT_EQ(ui.IsChecked(), row.m_Checked) << row.m_Id;
-        EXPECT_EQ(ui.GetText(), row.m_Text) << row.m_Id;
+        {8, false, false, false, u""}};
+    for (const auto& [id, answered, enabled, checked, text] : kRows) {
+        CCmdUI ui(id);
+        EXPECT_EQ(m_Frame->UpdateCommand(ui), answered) << id;
+        EXPECT_EQ(ui.IsEnabled(), enabled) << id;
+        EXPECT_EQ(ui.IsChecked(), checked) << id;
+        EXPECT_EQ(ui.GetText(), text) << id;
     }
     EXPECT_TRUE(m_Frame->SendCommand(6));
     EXPECT_FALSE(m_Frame->SendCommand(8));
@@ -218,30 +203,21 @@ TEST_P(DocumentTest, UpdateHandlersDecideTheState) {
 TEST_P(DocumentTest, AcceleratorsAreTakenOnTheWayToTheFrame) {
     static constexpr Accelerator kKeys[] = {{'A', kModControl, 5}, {'B', 0, 6}, {'C', 0, 8}};
     static constexpr AcceleratorResource kTable[] = {{1, kKeys}};
-    static constexpr ResourceTables kTables{.m_Strings = {},
-                                            .m_Menus = {},
-                                            .m_Accelerators = kTable,
-                                            .m_Dialogs = {},
-                                            .m_Pictures = {}};
+    static constexpr ResourceTables kTables{{}, {}, kTable, {}, {}};
     const ResourceRegistration registration(kTables);
     CAcceleratorTable keys;
     ASSERT_TRUE(keys.LoadAccelerators(1));
     EXPECT_FALSE(View(0).PreTranslateKey('A', kModControl)) << "no table yet";
     static_cast<TestDocument*>(m_Document)->m_Keys = &keys;
-    const struct {
-        unsigned m_Key, m_Modifiers;
-        bool m_Taken;
-        Lines m_Log;
-    } kRows[] = {
+    const std::tuple<unsigned, unsigned, bool, Lines> kRows[] = {
         {'A', kModControl, true, {"frame"}},
         {'A', kModControl | kModShift, false, {}},
         {'B', 0, true, {}}, // disabled
         {'C', 0, true, {}}, // answered by nobody
-        {'D', 0, false, {}},
-    };
-    for (const auto& row : kRows) {
-        EXPECT_EQ(View(0).PreTranslateKey(row.m_Key, row.m_Modifiers), row.m_Taken) << row.m_Key;
-        EXPECT_EQ(TakeLog(), row.m_Log) << row.m_Key;
+        {'D', 0, false, {}}};
+    for (const auto& [key, modifiers, taken, log] : kRows) {
+        EXPECT_EQ(View(0).PreTranslateKey(key, modifiers), taken) << key;
+        EXPECT_EQ(TakeLog(), log) << key;
     }
 }
 
@@ -367,10 +343,4 @@ TEST_P(DocumentTest, OneFrameIsActiveAndBothViewsHearOfTheChange) {
     second->SetActiveView(&View(1));
     EXPECT_EQ(TakeLog(), Lines{"activate second"});
     EXPECT_EQ(second->GetActiveDocument(), m_Document);
-}
-
-TEST_P(DocumentTest, PlacementsComeBackAsTheyWereSet) {
-    const WindowPlacement placement{kShowMaximized, {-1, -2}, {3, 4}, {5, 6, 700, 800}};
-    m_Frame->SetPlacement(placement);
-    EXPECT_EQ(m_Frame->GetPlacement(), placement);
 }

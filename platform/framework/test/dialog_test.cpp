@@ -12,11 +12,10 @@ using C = ControlRow;
 enum Control : unsigned { kName = 10, kFlag, kCount, kSize, kRun, kNone };
 
 constexpr ControlRow kForm[] = {
-    {C::edit, kName, u"", 0, 0, 9, 9},           {C::checkBox, kFlag, u"", 0, 0, 9, 9},
-    {C::edit, kCount, u"", 0, 0, 9, 9},          {C::edit, kSize, u"", 0, 0, 9, 9},
-    {C::pushButton, kRun, u"", 0, 0, 9, 9},      {C::defaultButton, kIdOk, u"OK", 0, 0, 9, 9},
-    {C::pushButton, kIdCancel, u"", 0, 0, 9, 9},
-};
+    {C::edit, kName, u"", 0, 0, 9, 9},          {C::checkBox, kFlag, u"", 0, 0, 9, 9},
+    {C::edit, kCount, u"", 0, 0, 9, 9},         {C::edit, kSize, u"", 0, 0, 9, 9},
+    {C::pushButton, kRun, u"", 0, 0, 9, 9},     {C::defaultButton, kIdOk, u"OK", 0, 0, 9, 9},
+    {C::pushButton, kIdCancel, u"", 0, 0, 9, 9}};
 constexpr ControlRow kNamePage[] = {{C::edit, kName, u"", 0, 0, 9, 9},
                                     {C::pushButton, kRun, u"", 0, 0, 9, 9}};
 constexpr ControlRow kCountPage[] = {{C::edit, kCount, u"", 0, 0, 9, 9}};
@@ -127,20 +126,18 @@ TEST_F(Dialog, ATextThatIsNoNumberIsRefusedBeforeTheDialogEnds) {
         const char16_t* m_Text;
         const char16_t* m_Message; ///< null: taken
         double m_Value;
-    } kRows[] = {
-        {kCount, u"x", u"Please enter an integer.", -7},
-        {kCount, u"", u"Please enter an integer.", -7},
-        {kCount, u"1.5", u"Please enter an integer.", -7},
-        {kCount, u"12x", u"Please enter an integer.", -7},
-        {kCount, u"+3", nullptr, 3},
-        {kCount, u"99999999999999999999", nullptr, 2147483647},
-        {kCount, u"-99999999999", nullptr, -2147483648.0},
-        {kSize, u"", u"Please enter a number.", 1.5},
-        {kSize, u"1,5", u"Please enter a number.", 1.5},
-        {kSize, u"nan", u"Please enter a number.", 1.5},
-        {kSize, u"1e999", u"Please enter a number.", 1.5},
-        {kSize, u"-2.25", nullptr, -2.25},
-    };
+    } kRows[] = {{kCount, u"x", u"Please enter an integer.", -7},
+                 {kCount, u"", u"Please enter an integer.", -7},
+                 {kCount, u"1.5", u"Please enter an integer.", -7},
+                 {kCount, u"12x", u"Please enter an integer.", -7},
+                 {kCount, u"+3", nullptr, 3},
+                 {kCount, u"99999999999999999999", nullptr, 2147483647},
+                 {kCount, u"-99999999999", nullptr, -2147483648.0},
+                 {kSize, u"", u"Please enter a number.", 1.5},
+                 {kSize, u"1,5", u"Please enter a number.", 1.5},
+                 {kSize, u"nan", u"Please enter a number.", 1.5},
+                 {kSize, u"1e999", u"Please enter a number.", 1.5},
+                 {kSize, u"-2.25", nullptr, -2.25}};
     for (const auto& row : kRows) {
         Form form;
         m_Desk.m_Messages.clear();
@@ -182,11 +179,9 @@ TEST_F(Dialog, ASheetEndsWhenAllItsPagesAllowIt) {
         const char* m_Told; ///< of the first page
         int m_Result;
         int m_Value;
-    } kRows[] = {
-        {u"5", kIdOk, "iro", kIdOk, 5},
-        {u"x", kIdOk, "irc", kIdCancel, 1}, // refused, then closed
-        {u"5", kIdCancel, "irc", kIdCancel, 1},
-    };
+    } kRows[] = {{u"5", kIdOk, "iro", kIdOk, 5},
+                 {u"x", kIdOk, "irc", kIdCancel, 1}, // refused, then closed
+                 {u"5", kIdCancel, "irc", kIdCancel, 1}};
     for (const auto& row : kRows) {
         Page<2, kName> first;
         Page<3, kCount> second;

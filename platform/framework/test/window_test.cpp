@@ -28,11 +28,8 @@ public:
 protected:
     const MessageMap& GetMessageMap() const override {
         static constexpr MessageEntry kEntries[] = {
-            Message<&LogWindow::OnFocus>(kMsgSetFocus),
-            Message<&LogWindow::OnBlur>(kMsgKillFocus),
-            Message<&LogWindow::OnDestroy>(kMsgDestroy),
-            Message<&LogWindow::OnKey>(kMsgKeyDown),
-        };
+            Message<&LogWindow::OnFocus>(kMsgSetFocus), Message<&LogWindow::OnBlur>(kMsgKillFocus),
+            Message<&LogWindow::OnDestroy>(kMsgDestroy), Message<&LogWindow::OnKey>(kMsgKeyDown)};
         static const MessageMap kMap{kEntries, &CWnd::GetMessageMap()};
         return kMap;
     }
@@ -131,17 +128,13 @@ TEST(ScrollView, KeepsItsPositionInTheRange) {
     auto* window = static_cast<HeadlessWindow*>(view->GetBackendWindow());
     view->SetScrollSizes({1000, 4000}, {160, 384}, {8, 16});
     EXPECT_EQ(view->GetScrollLimit(), (CPoint{360, 3600}));
-    const struct {
-        CPoint m_To, m_Is;
-    } kRows[] = {
+    const std::pair<CPoint, CPoint> kRows[] = {
         {{8, 16}, {8, 16}}, {{-1, 32}, {0, 32}}, {{361, 3601}, {360, 3600}}, {{360, 0}, {360, 0}}};
-    for (const auto& row : kRows) {
-        view->SetScrollPosition(row.m_To);
-        EXPECT_EQ(view->GetScrollPosition(), row.m_Is);
-        EXPECT_EQ(window->GetScrollBar(ScrollBar::horizontal),
-                  (ScrollInfo{1000, 160, 8, row.m_Is.x}));
-        EXPECT_EQ(window->GetScrollBar(ScrollBar::vertical),
-                  (ScrollInfo{4000, 384, 16, row.m_Is.y}));
+    for (const auto& [to, is] : kRows) {
+        view->SetScrollPosition(to);
+        EXPECT_EQ(view->GetScrollPosition(), is);
+        EXPECT_EQ(window->GetScrollBar(ScrollBar::horizontal), (ScrollInfo{1000, 160, 8, is.x}));
+        EXPECT_EQ(window->GetScrollBar(ScrollBar::vertical), (ScrollInfo{4000, 384, 16, is.y}));
     }
     desk.Pump();
     window->GetSurface().DrawText({0, 16}, u"abcdef", {});
@@ -181,13 +174,10 @@ TEST(ComboBox, KeepsItsListWithoutAScreen) {
     EXPECT_EQ(box.InsertString(4, u"x"), -1);
     EXPECT_EQ(box.InsertString(-2, u"x"), -1);
     EXPECT_EQ(peer.m_Changes, 3);
-    const struct {
-        int m_Start;
-        const char16_t* m_Text;
-        int m_Found;
-    } kRows[] = {{-1, u"R1", 1}, {1, u"R1", 2}, {2, u"R1", 1}, {7, u"c1", 0}, {-1, u"R", -1}};
-    for (const auto& row : kRows)
-        EXPECT_EQ(box.FindStringExact(row.m_Start, row.m_Text), row.m_Found) << row.m_Start;
+    const std::tuple<int, const char16_t*, int> kRows[] = {
+        {-1, u"R1", 1}, {1, u"R1", 2}, {2, u"R1", 1}, {7, u"c1", 0}, {-1, u"R", -1}};
+    for (const auto& [start, text, found] : kRows)
+        EXPECT_EQ(box.FindStringExact(start, text), found) << start;
 
     EXPECT_EQ(box.SetCurSel(1), 1);
     EXPECT_EQ(box.GetWindowText(), u"R1");

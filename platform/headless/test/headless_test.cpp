@@ -16,14 +16,8 @@ public:
             m_Window->Post(kMsgMouseMove, 0, 0); // as an endless auto-scroll does
         return 0;
     }
-    void HandlePaint(IBackendSurface& surface, bool erase) override {
-        m_Painted.push_back(surface.GetClipBox());
-        m_Erased = erase;
-        surface.FillRect({-100, -100, 1000, 1000}, 0x0000FF);
-    }
+    void HandlePaint(IBackendSurface&, bool) override {}
     std::vector<unsigned> m_Messages;
-    std::vector<CRect> m_Painted;
-    bool m_Erased = false;
     IBackendWindow* m_Window = nullptr;
 };
 
@@ -34,7 +28,6 @@ protected:
         m_Desk.m_ClientSize = {80, 64};
         m_Window = m_Desk.CreateWindow(WindowKind::view, nullptr, m_Sink);
         Window().Update();
-        m_Sink.m_Painted.clear();
         Window().GetSurface().FillRect({0, 0, 80, 64}, kWhite);
     }
     HeadlessWindow& Window() { return static_cast<HeadlessWindow&>(*m_Window); }
@@ -78,12 +71,10 @@ TEST_F(HeadlessTest, FillAndInvertTouchTheCellsWhoseMiddleTheyHold) {
     const struct {
         CRect m_Rect;
         CRect m_Cells; // columns and rows
-    } kRows[] = {
-        {{0, 0, 80, 64}, {0, 0, 10, 4}},     {{8, 16, 24, 32}, {1, 1, 3, 2}},
-        {{4, 8, 12, 24}, {0, 0, 1, 1}},      {{5, 9, 13, 25}, {1, 1, 2, 2}},
-        {{-40, -40, 5, 9}, {0, 0, 1, 1}},    {{-40, -40, 4, 8}, {0, 0, 0, 0}},
-        {{72, 48, 500, 500}, {9, 3, 10, 4}}, {{10, 10, 10, 60}, {0, 0, 0, 0}},
-    };
+    } kRows[] = {{{0, 0, 80, 64}, {0, 0, 10, 4}},     {{8, 16, 24, 32}, {1, 1, 3, 2}},
+                 {{4, 8, 12, 24}, {0, 0, 1, 1}},      {{5, 9, 13, 25}, {1, 1, 2, 2}},
+                 {{-40, -40, 5, 9}, {0, 0, 1, 1}},    {{-40, -40, 4, 8}, {0, 0, 0, 0}},
+                 {{72, 48, 500, 500}, {9, 3, 10, 4}}, {{10, 10, 10, 60}, {0, 0, 0, 0}}};
     for (const auto& row : kRows) {
         surface.FillRect(row.m_Rect, 0xFF);
         surface.InvertRect(row.m_Rect);
@@ -99,40 +90,13 @@ TEST_F(HeadlessTest, FillAndInvertTouchTheCellsWhoseMiddleTheyHold) {
     }
 }
 
-TEST_F(HeadlessTest, ScrollingMovesCellsAndInvalidPartsInsideTheArea) {
-    for (int row = 0; row < 4; ++row)
-        Window().GetSurface().DrawText({0, row * 16}, std::u16string(3, char16_t(u'a' + row)), {});
-    Window().ScrollPixels({0, -16}, {0, 0, 80, 64});
-    EXPECT_EQ(Rows(), (::Rows{u"bbb", u"ccc", u"ddd", u"ddd"}));
-    Window().ScrollPixels({8, 0}, {0, 16, 80, 32});
-    EXPECT_EQ(Rows(), (::Rows{u"bbb", u"cccc", u"ddd", u"ddd"}));
-    Window().ScrollPixels({0, 640}, {0, 0, 80, 64});
-    EXPECT_EQ(Rows()[0], u"bbb");
-    Window().Invalidate({0, 32, 80, 48}, false);
-    Window().ScrollPixels({0, -16}, {0, 0, 80, 64});
-    EXPECT_EQ(Window().GetInvalid(), (CRect{0, 16, 80, 48}));
-}
-
-TEST_F(HeadlessTest, InvalidPartsAddUpAndArePaintedOnce) {
-    Window().Invalidate({0, 0, 8, 16}, true);
-    Window().Invalidate({16, 16, 500, 500}, false);
-    Window().Invalidate({90, 0, 95, 16}, false);
-    EXPECT_TRUE(m_Sink.m_Painted.empty());
-    m_Desk.Pump();
-    m_Desk.Pump();
-    EXPECT_EQ(m_Sink.m_Painted, std::vector<CRect>({{0, 0, 80, 64}}));
-    EXPECT_TRUE(m_Sink.m_Erased);
-    Window().Invalidate({8, 16, 16, 32}, false);
-    Window().GetSurface().FillRect({0, 0, 80, 64}, kWhite);
-    Window().Update();
-    EXPECT_FALSE(m_Sink.m_Erased);
-    EXPECT_EQ(At(1, 1).m_Background, 0xFFu);
-    EXPECT_EQ(At(1, 2).m_Background, kWhite) << "painting is clipped to the invalid part";
+TEST_F(HeadlessTest, AResizedWindowKeepsItsPictureAndIsInvalid) {
+    Window().GetSurface().FillRect({8, 16, 16, 32}, 0xFF);
     Window().Resize({40, 100});
     EXPECT_EQ(m_Sink.m_Messages, std::vector<unsigned>{kMsgSize});
-    EXPECT_EQ(Window().GetGrid().GetRowCount(), 7);
+    EXPECT_EQ(Rows().size(), 7u);
     EXPECT_EQ(Window().GetGrid().GetColumnCount(), 5);
-    EXPECT_EQ(At(1, 1).m_Background, 0xFFu) << "what stays keeps its picture";
+    EXPECT_EQ(At(1, 1).m_Background, 0xFFu);
     EXPECT_EQ(Window().GetInvalid(), (CRect{0, 0, 40, 100}));
 }
 
@@ -157,75 +121,42 @@ TEST_F(HeadlessTest, TheClipboardMayBeBusyOrEmpty) {
 
 namespace {
 
-/// A dialog that ends on OK and Cancel and fills its list when shown.
-class NotingDialog : public IDialogSink {
+/// Fills its list when shown, and turns its button off.
+class ListDialog : public IDialogSink {
 public:
     void DialogShown(IBackendDialog& dialog) override {
         m_Dialog = &dialog;
-        dialog.AddItem(5, u"Courier New");
         dialog.AddItem(5, u"Liberation Mono");
-        dialog.SetChecked(3, true);
         dialog.Enable(8, false);
     }
-    void ControlNotice(unsigned control, unsigned notice) override {
-        m_Notices.push_back({control, notice});
-        if (control == kIdOk || control == kIdCancel)
-            m_Dialog->End(static_cast<int>(control));
+    void ControlNotice(unsigned control, unsigned) override {
+        if (control == kIdOk)
+            m_Dialog->End(kIdOk);
     }
     IBackendDialog* m_Dialog = nullptr;
-    std::vector<std::pair<unsigned, unsigned>> m_Notices;
 };
-
-constexpr ControlRow kFirstPage[] = {
-    {ControlRow::edit, 4, u"text", 0, 0, 10, 10},
-    {ControlRow::radioButton, 12, u"&Up", 0, 0, 10, 10, true},
-    {ControlRow::radioButton, 3, u"&Down", 0, 0, 10, 10},
-    {ControlRow::radioButton, 6, u"other", 0, 0, 10, 10, true},
-    {ControlRow::checkBox, 7, u"Match &case", 0, 0, 10, 10},
-    {ControlRow::pushButton, 8, u"off", 0, 0, 10, 10},
-    {ControlRow::defaultButton, kIdOk, u"OK", 0, 0, 10, 10},
-};
-constexpr ControlRow kSecondPage[] = {{ControlRow::comboBox, 5, u"", 0, 0, 10, 10}};
-constexpr DialogResource kPages[] = {{9016, u"Find", 10, 10, kFirstPage},
-                                     {9019, u"Font", 10, 10, kSecondPage}};
-constexpr const DialogResource* kBoth[] = {&kPages[0], &kPages[1]};
 
 } // namespace
 
-TEST(HeadlessDialogTest, AScriptWorksTheControlsAsAUserDoes) {
+TEST(HeadlessDialogTest, AScriptDoesOnlyWhatAUserCan) {
+    static constexpr ControlRow kControls[] = {{ControlRow::edit, 4, u"text", 0, 0, 10, 10},
+                                               {ControlRow::comboBox, 5, u"", 0, 0, 10, 10},
+                                               {ControlRow::pushButton, 8, u"off", 0, 0, 10, 10},
+                                               {ControlRow::defaultButton, kIdOk, u"", 0, 0, 9, 9}};
+    static constexpr DialogResource kPage{9016, u"Find", 10, 10, kControls};
+    static constexpr const DialogResource* kPages[] = {&kPage};
     HeadlessDesk desk;
-    NotingDialog sink;
+    ListDialog sink;
     desk.m_DialogScripts.push_back([](HeadlessDialog& dialog) {
         EXPECT_EQ(dialog.GetTitle(), u"Find");
-        EXPECT_EQ(dialog.GetText(4), u"text");
-        EXPECT_TRUE(dialog.Type(4, u"R1"));
-        EXPECT_TRUE(dialog.Click(6));
-        EXPECT_TRUE(dialog.IsChecked(3)) << "another group";
-        EXPECT_TRUE(dialog.Click(12));
-        EXPECT_FALSE(dialog.IsChecked(3));
-        EXPECT_TRUE(dialog.Click(7));
-        EXPECT_TRUE(dialog.IsChecked(7));
-        EXPECT_TRUE(dialog.Click(7));
-        EXPECT_FALSE(dialog.IsChecked(7));
         EXPECT_FALSE(dialog.Click(8)) << "not enabled";
         EXPECT_FALSE(dialog.Click(99)) << "not there";
         EXPECT_FALSE(dialog.Choose(5, u"Arial"));
-        EXPECT_TRUE(dialog.Choose(5, u"Liberation Mono"));
-        EXPECT_EQ(dialog.GetSelection(5), 1);
-        EXPECT_EQ(dialog.GetText(5), u"Liberation Mono");
         EXPECT_TRUE(dialog.Click(kIdOk));
         EXPECT_FALSE(dialog.Type(4, u"too late"));
     });
-    EXPECT_EQ(desk.RunDialog({}, kBoth, sink), kIdOk);
-    EXPECT_EQ(sink.m_Notices,
-              (std::vector<std::pair<unsigned, unsigned>>{{4, kNoticeTextChanged},
-                                                          {6, kNoticeClicked},
-                                                          {12, kNoticeClicked},
-                                                          {7, kNoticeClicked},
-                                                          {7, kNoticeClicked},
-                                                          {5, kNoticeSelectionDone},
-                                                          {kIdOk, kNoticeClicked}}));
-    EXPECT_EQ(desk.RunDialog(u"Options", kBoth, sink), kIdCancel) << "nobody works it";
+    EXPECT_EQ(desk.RunDialog({}, kPages, sink), kIdOk);
+    EXPECT_EQ(desk.RunDialog(u"Options", kPages, sink), kIdCancel) << "nobody works it";
 }
 
 TEST(HeadlessDeskTest, QueuesGiveAnswersAndEmptyOnesCancel) {

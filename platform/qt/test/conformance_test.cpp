@@ -263,14 +263,12 @@ TEST_P(ConformanceTest, TheClipboardGivesWhatWasSet) {
 
 namespace {
 
-constexpr ControlRow kFirstPage[] = {
-    {ControlRow::edit, 4, u"text", 0, 0, 10, 10},
-    {ControlRow::radioButton, 12, u"&Up", 0, 0, 10, 10, true},
-    {ControlRow::radioButton, 3, u"&Down", 0, 0, 10, 10},
-    {ControlRow::radioButton, 6, u"other", 0, 0, 10, 10, true},
-    {ControlRow::checkBox, 7, u"Match &case", 0, 0, 10, 10},
-    {ControlRow::defaultButton, kIdOk, u"OK", 0, 0, 10, 10},
-};
+constexpr ControlRow kFirstPage[] = {{ControlRow::edit, 4, u"text", 0, 0, 10, 10},
+                                     {ControlRow::radioButton, 12, u"&Up", 0, 0, 10, 10, true},
+                                     {ControlRow::radioButton, 3, u"&Down", 0, 0, 10, 10},
+                                     {ControlRow::radioButton, 6, u"other", 0, 0, 10, 10, true},
+                                     {ControlRow::checkBox, 7, u"Match &case", 0, 0, 10, 10},
+                                     {ControlRow::defaultButton, kIdOk, u"OK", 0, 0, 10, 10}};
 constexpr ControlRow kSecondPage[] = {{ControlRow::comboBox, 5, u"", 0, 0, 10, 10},
                                       {ControlRow::label, 8, u"Si&ze", 0, 0, 10, 10}};
 constexpr DialogResource kPages[] = {{1, u"Find", 60, 60, kFirstPage},

@@ -198,11 +198,9 @@ TEST(QtDeskTest, TextsThatStandSideBySideArePrintedAsOneWhereTheyLookTheSame) {
     const struct {
         std::vector<PrintedPiece> m_Pieces;
         bool m_Plain, m_Underlined; ///< whether it is as the whole in such a font
-    } rows[] = {
-        {{{u" R1", kRed}, {u" a", kRed}, {u"  5k", kRed}}, true, true},
-        {{{u" ", kBlack}, {u"R1", kRed}, {u" ", kBlack}, {u"a  5k", kRed}}, true, false},
-        {{{u" R1", kRed}, {u" a", kBlack}, {u"  5k", kRed}}, false, false},
-    };
+    } rows[] = {{{{u" R1", kRed}, {u" a", kRed}, {u"  5k", kRed}}, true, true},
+                {{{u" ", kBlack}, {u"R1", kRed}, {u" ", kBlack}, {u"a  5k", kRed}}, true, false},
+                {{{u" R1", kRed}, {u" a", kBlack}, {u"  5k", kRed}}, false, false}};
     for (const auto& row : rows) {
         SCOPED_TRACE(&row - rows);
         EXPECT_EQ(PageOf(row.m_Pieces, false) == PageOf(whole, false), row.m_Plain);

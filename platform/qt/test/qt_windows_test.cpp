@@ -60,12 +60,7 @@ protected:
 
 TEST_F(QtWindowsTest, KeysAreKeysThenCharactersUnlessAnAcceleratorTakesThem) {
     m_Sink.m_Accelerator = {'C', kModControl};
-    const struct {
-        int m_Key;
-        Qt::KeyboardModifiers m_Modifiers;
-        QString m_Text;
-        Log m_Sent;
-    } kRows[] = {
+    const std::tuple<int, Qt::KeyboardModifiers, QString, Log> kRows[] = {
         {Qt::Key_A, {}, u"a"_qs, {{kMsgKeyDown, 'A', 1}, {kMsgChar, 'a', 1}}},
         {Qt::Key_C, Qt::ControlModifier, u"\u0003"_qs, {}},
         {Qt::Key_V, Qt::ControlModifier, u"\u0016"_qs, {{kMsgKeyDown, 'V', 1}, {kMsgChar, 22, 1}}},
@@ -76,11 +71,10 @@ TEST_F(QtWindowsTest, KeysAreKeysThenCharactersUnlessAnAcceleratorTakesThem) {
         {Qt::Key_F3, {}, {}, {{kMsgKeyDown, kKeyF3, 1}}},
         {Qt::Key_Enter, {}, u"\r"_qs, {{kMsgKeyDown, kKeyReturn, 1}, {kMsgChar, 13, 1}}},
         {0x20AC, {}, u"\u20AC"_qs, {{kMsgChar, 0x20AC, 1}}},
-        {Qt::Key_unknown, {}, u"\U0001F600"_qs, {{kMsgChar, 0xD83D, 1}, {kMsgChar, 0xDE00, 1}}},
-    };
-    for (const auto& row : kRows) {
-        Press(row.m_Key, row.m_Modifiers, row.m_Text);
-        EXPECT_EQ(TakeLog(), row.m_Sent) << row.m_Key;
+        {Qt::Key_unknown, {}, u"\U0001F600"_qs, {{kMsgChar, 0xD83D, 1}, {kMsgChar, 0xDE00, 1}}}};
+    for (const auto& [key, modifiers, text, sent] : kRows) {
+        Press(key, modifiers, text);
+        EXPECT_EQ(TakeLog(), sent) << key;
     }
     Press(Qt::Key_Left, Qt::ShiftModifier, {});
     EXPECT_TRUE(Desk().IsKeyDown(kKeyShift, false));
@@ -260,21 +254,15 @@ TEST_F(QtWindowsTest, ScreenReadersReadTextCaretAndSelection) {
     int start = 0, end = 0;
     reader->selection(0, &start, &end);
     EXPECT_EQ(reader->text(start, end), u"1 0\nC"_qs);
-    const struct {
-        int m_Offset;
-        QAccessible::TextBoundaryType m_Boundary;
-        QString m_Before, m_At, m_After;
-    } kRows[] = {
+    const std::tuple<int, QAccessible::TextBoundaryType, QString, QString, QString> kRows[] = {
         {8, QAccessible::LineBoundary, u"R1 1 0\n"_qs, u"C2 10"_qs, {}},
         {0, QAccessible::LineBoundary, {}, u"R1 1 0\n"_qs, u"C2 10"_qs},
         {8, QAccessible::WordBoundary, u"\n"_qs, u"C2"_qs, u" "_qs},
-        {6, QAccessible::CharBoundary, u"0"_qs, u"\n"_qs, u"C"_qs},
-    };
-    for (const auto& row : kRows) {
-        EXPECT_EQ(reader->textAtOffset(row.m_Offset, row.m_Boundary, &start, &end), row.m_At);
-        EXPECT_EQ(reader->textBeforeOffset(row.m_Offset, row.m_Boundary, &start, &end),
-                  row.m_Before);
-        EXPECT_EQ(reader->textAfterOffset(row.m_Offset, row.m_Boundary, &start, &end), row.m_After);
+        {6, QAccessible::CharBoundary, u"0"_qs, u"\n"_qs, u"C"_qs}};
+    for (const auto& [offset, boundary, before, at, after] : kRows) {
+        EXPECT_EQ(reader->textAtOffset(offset, boundary, &start, &end), at);
+        EXPECT_EQ(reader->textBeforeOffset(offset, boundary, &start, &end), before);
+        EXPECT_EQ(reader->textAfterOffset(offset, boundary, &start, &end), after);
     }
     m_Sink.m_Text = nullptr;
     EXPECT_EQ(reader->characterCount(), 0);

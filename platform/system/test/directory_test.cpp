@@ -66,9 +66,8 @@ TEST(MakeDirectories, MakesWhatIsMissing) {
                                                 {file + "/x", ENOTDIR},
                                                 {"", ENOENT},
                                                 {"/", 0}};
-    for (const auto& [path, code] : rows) {
+    for (const auto& [path, code] : rows)
         EXPECT_EQ(sys::MakeDirectories(path).code, code) << path;
-    }
     EXPECT_EQ(folder.List(), (Names{"a", "d", "file"}));
 }
 

@@ -26,23 +26,19 @@ TEST(ReadWholeFile, ReadsRegularFilesUpToTheLimit) {
     const TemporaryFolder folder;
     const std::string file = folder.Write("a", "1234"s + '\0');
     ASSERT_EQ(::mkfifo(folder.At("pipe").c_str(), 0600), 0);
-    const struct {
-        std::string path;
-        std::uint64_t limit;
-        int code;
-    } rows[] = {{file, 5, 0},
-                {file, 4, EFBIG},
-                {file, 0, EFBIG},
-                {folder.At("none"), 5, ENOENT},
-                {folder.At(""), 5, EISDIR},
-                {folder.At("pipe"), 5, EINVAL},
-                {"/dev/zero", 5, EINVAL},
-                {"", 5, ENOENT},
-                {file + '\0', 5, EINVAL}};
-    for (const auto& row : rows) {
+    const std::tuple<std::string, std::uint64_t, int> rows[] = {{file, 5, 0},
+                                                                {file, 4, EFBIG},
+                                                                {file, 0, EFBIG},
+                                                                {folder.At("none"), 5, ENOENT},
+                                                                {folder.At(""), 5, EISDIR},
+                                                                {folder.At("pipe"), 5, EINVAL},
+                                                                {"/dev/zero", 5, EINVAL},
+                                                                {"", 5, ENOENT},
+                                                                {file + '\0', 5, EINVAL}};
+    for (const auto& [path, limit, code] : rows) {
         std::string text = "old";
-        EXPECT_EQ(sys::ReadWholeFile(row.path, row.limit, text).code, row.code) << row.path;
-        EXPECT_EQ(text, row.code == 0 ? "1234"s + '\0' : "") << row.path;
+        EXPECT_EQ(sys::ReadWholeFile(path, limit, text).code, code) << path;
+        EXPECT_EQ(text, code == 0 ? "1234"s + '\0' : "") << path;
     }
     // The system claims a size of 0 for these.
     std::string text;
@@ -127,9 +123,8 @@ TEST(AtomicFile, RefusesDirectoriesAndWritesDevicesInPlace) {
                                                 {"", ENOENT},
                                                 {folder.At("a") + '\0' + "b", EINVAL},
                                                 {"/dev/null", 0}};
-    for (const auto& [path, code] : rows) {
+    for (const auto& [path, code] : rows)
         EXPECT_EQ(sys::WriteFileAtomically(path, "x").code, code) << path;
-    }
     EXPECT_EQ(folder.List(), Names());
     sys::FileStatus status;
     EXPECT_TRUE(sys::GetLinkStatus("/dev/null", status) && !status.isRegular);

@@ -14,20 +14,16 @@ using namespace std::string_literals;
 
 TEST(UserDirectory, FollowsTheEnvironment) {
     using enum sys::UserFolder;
-    const struct {
-        sys::UserFolder folder;
-        const char *variable, *value, *path;
-    } rows[] = {
+    const std::tuple<sys::UserFolder, const char*, const char*, const char*> rows[] = {
         {kConfig, "XDG_CONFIG_HOME", "/c", "/c/quorel/"},
         {kConfig, "XDG_CONFIG_HOME", "/c/", "/c/quorel/"},
         {kConfig, "XDG_CONFIG_HOME", "relative", "/home/ada/.config/quorel/"},
         {kData, "XDG_DATA_HOME", "", "/home/ada/.local/share/quorel/"},
-        {kState, "XDG_STATE_HOME", nullptr, "/home/ada/.local/state/quorel/"},
-    };
+        {kState, "XDG_STATE_HOME", nullptr, "/home/ada/.local/state/quorel/"}};
     const ScopedVariable home("HOME", "/home/ada");
-    for (const auto& row : rows) {
-        const ScopedVariable variable(row.variable, row.value);
-        EXPECT_EQ(sys::UserDirectory(row.folder), row.path);
+    for (const auto& [folder, variableName, value, path] : rows) {
+        const ScopedVariable variable(variableName, value);
+        EXPECT_EQ(sys::UserDirectory(folder), path);
     }
 }
 

@@ -31,42 +31,39 @@ TEST(ProfileFile, ReadsLines) {
     const std::string longest(sys::ProfileFile::kMaxValue, 'v');
     const struct {
         std::string text, dump;
-    } rows[] = {
-        {"", ""},
-        {"\xEF\xBB\xBF", ""},
-        {"[a]\nx=1\ny=2\n", "[a]x=1|y=2|"},
-        {"[a]\r\nx=1\r\n\r\ny=2", "[a]x=1|y=2|"},
-        {"[a]\rx=1\ry=2\r", "[a]x=1|y=2|"},
-        {"\xEF\xBB\xBF[a]\nx=1", "[a]x=1|"},
-        // Sections
-        {"x=0\n[a]\n[b]\nx=1\n", "[a][b]x=1|"},
-        {"\t[ a b ]tail\nx=1", "[a b]x=1|"},
-        {"[a\nx=1", "[a]x=1|"},
-        {"[]\nx=1", "[]x=1|"},
-        {"[a]]\nx=1", "[a]x=1|"},
-        {"[", "[]"},
-        // Comments, and lines that mean nothing
-        {"[a]\n;x=1\n \t;y=1\nz=1;2\n", "[a]z=1;2|"},
-        {"[a]\nx\n=1\n#\nx=2", "[a]x=2|"},
-        // Blanks, quotes, "="
-        {"[a]\n \tx y \t= 1 2 \t\n", "[a]x y=1 2|"},
-        {"[a]\nx=1=2==\ny=\nz= \n", "[a]x=1=2==|y=|z=|"},
-        {"[a]\nx=\" 1 \"\ny=' 2 '\nz=\"\"3\"\"\n", "[a]x= 1 |y= 2 |z=\"3\"|"},
-        {"[a]\nx=\"\ny=\"1'\nz=1\"\nu='\"2\"'\nv=\"\"", "[a]x=\"|y=\"1'|z=1\"|u=\"2\"|v=|"},
-        // The first of equal names counts
-        {"[a]\nKey=1\nkEY=2\nz=3\nz=4\nb=5", "[a]Key=1|z=3|b=5|"},
-        {"[a]\nx=1\n[b]\ny=2\n[A]\nx=3\nz=4\n[c]\nu=5", "[a]x=1|[b]y=2|[c]u=5|"},
-        {"[a]\n[a]\nx=1\n", "[a]"},
-        // Bytes beyond ASCII have no case, and a NUL is a character
-        {"[\xC4]\nx=1\n[\xE4]\nx=2", "[\xC4]x=1|[\xE4]x=2|"},
-        {"[a\0b]\nx\0=1\0\n"s, "[a\0b]x\0=1\0|"s},
-        // Values are cut
-        {"[a]\nx=" + longest + "\ny=" + longest + "w\nz='" + longest + "w'\n",
-         "[a]x=" + longest + "|y=" + longest + "|z=" + longest + "|"},
-    };
-    for (const auto& row : rows) {
+    } rows[] = {{"", ""},
+                {"\xEF\xBB\xBF", ""},
+                {"[a]\nx=1\ny=2\n", "[a]x=1|y=2|"},
+                {"[a]\r\nx=1\r\n\r\ny=2", "[a]x=1|y=2|"},
+                {"[a]\rx=1\ry=2\r", "[a]x=1|y=2|"},
+                {"\xEF\xBB\xBF[a]\nx=1", "[a]x=1|"},
+                // Sections
+                {"x=0\n[a]\n[b]\nx=1\n", "[a][b]x=1|"},
+                {"\t[ a b ]tail\nx=1", "[a b]x=1|"},
+                {"[a\nx=1", "[a]x=1|"},
+                {"[]\nx=1", "[]x=1|"},
+                {"[a]]\nx=1", "[a]x=1|"},
+                {"[", "[]"},
+                // Comments, and lines that mean nothing
+                {"[a]\n;x=1\n \t;y=1\nz=1;2\n", "[a]z=1;2|"},
+                {"[a]\nx\n=1\n#\nx=2", "[a]x=2|"},
+                // Blanks, quotes, "="
+                {"[a]\n \tx y \t= 1 2 \t\n", "[a]x y=1 2|"},
+                {"[a]\nx=1=2==\ny=\nz= \n", "[a]x=1=2==|y=|z=|"},
+                {"[a]\nx=\" 1 \"\ny=' 2 '\nz=\"\"3\"\"\n", "[a]x= 1 |y= 2 |z=\"3\"|"},
+                {"[a]\nx=\"\ny=\"1'\nz=1\"\nu='\"2\"'\nv=\"\"", "[a]x=\"|y=\"1'|z=1\"|u=\"2\"|v=|"},
+                // The first of equal names counts
+                {"[a]\nKey=1\nkEY=2\nz=3\nz=4\nb=5", "[a]Key=1|z=3|b=5|"},
+                {"[a]\nx=1\n[b]\ny=2\n[A]\nx=3\nz=4\n[c]\nu=5", "[a]x=1|[b]y=2|[c]u=5|"},
+                {"[a]\n[a]\nx=1\n", "[a]"},
+                // Bytes beyond ASCII have no case, and a NUL is a character
+                {"[\xC4]\nx=1\n[\xE4]\nx=2", "[\xC4]x=1|[\xE4]x=2|"},
+                {"[a\0b]\nx\0=1\0\n"s, "[a\0b]x\0=1\0|"s},
+                // Values are cut
+                {"[a]\nx=" + longest + "\ny=" + longest + "w\nz='" + longest + "w'\n",
+                 "[a]x=" + longest + "|y=" + longest + "|z=" + longest + "|"}};
+    for (const auto& row : rows)
         EXPECT_EQ(Dump(Parsed(row.text)), row.dump) << row.text;
-    }
 }
 
 TEST(ProfileFile, FindsWithoutCaseOrGivesTheFallback) {
@@ -85,21 +82,17 @@ TEST(ProfileFile, FindsWithoutCaseOrGivesTheFallback) {
 }
 
 TEST(ProfileFile, ReadsIntegers) {
-    const struct {
-        std::int32_t number;
-        std::vector<const char*> values;
-    } rows[] = {
+    const std::pair<std::int32_t, std::vector<const char*>> rows[] = {
         {0, {"0", "-0", "0x10"}},
         {16711680,
          {"16711680", "0016711680", "+16711680", "16711680.9", "16711680x", "'16711680'"}},
         {-5, {"-5", "\"-5\""}},
         {2147483647, {"2147483647", "2147483648", "99999999999999999999"}},
         {-2147483648, {"-2147483648", "-2147483649", "-99999999999999999999"}},
-        {77, {"", "abc", "-", "+-5", "- 5"}},
-    };
-    for (const auto& row : rows) {
-        for (const char* value : row.values) {
-            EXPECT_EQ(Parsed("[a]\nx="s + value).GetInt("a", "x", 77), row.number) << value;
+        {77, {"", "abc", "-", "+-5", "- 5"}}};
+    for (const auto& [number, values] : rows) {
+        for (const char* value : values) {
+            EXPECT_EQ(Parsed("[a]\nx="s + value).GetInt("a", "x", 77), number) << value;
         }
     }
     EXPECT_EQ(Parsed("[a]").GetInt("a", "x", 77), 77);

@@ -15,23 +15,21 @@ sys::ProfileStore Parsed(std::string_view text) {
 TEST(ProfileStore, SetsOneLineAndKeepsTheOthers) {
     const struct {
         const char *text, *section, *key, *value, *result;
-    } rows[] = {
-        {"", "a", "x", "1", "[a]\nx=1\n"},
-        {"; mine\n", "a", "x", "1", "; mine\n\n[a]\nx=1\n"},
-        {"[a]\nx=1\ny=2\n", "A", "X", "3", "[a]\nX=3\ny=2\n"},
-        {"[a]\nx=1\n\n[b]\ny=2", "a", "z", "3", "[a]\nx=1\nz=3\n\n[b]\ny=2\n"},
-        {"[a]\n\n[b]\n", "c", "x", "1", "[a]\n\n[b]\n\n[c]\nx=1\n"},
-        {"[a]\r\n; why\r\nx = 1\r\nodd", "a", "x", "2", "[a]\r\n; why\r\nx=2\r\nodd\r\n"},
-        {"[a]\rx=1\r", "a", "x", "2", "[a]\rx=2\r"},
-        {"\xEF\xBB\xBF[a]\nx=1\n", "a", "x", "2", "\xEF\xBB\xBF[a]\nx=2\n"},
-        {"\xEF\xBB\xBF\xEF\xBB\xBF[b]\n", "b", "x", "1",
-         "\xEF\xBB\xBF\xEF\xBB\xBF[b]\n\n[b]\nx=1\n"},
-        {"[a]\nx=1\n[a]\nx=2\n", "a", "x", "3", "[a]\nx=3\n[a]\nx=2\n"},
-        {"", "", "x", "", "[]\nx=\n"},
-        {"", "a", "x", " 1", "[a]\nx=\" 1\"\n"},
-        {"", "a", "x", "'1'", "[a]\nx=\"'1'\"\n"},
-        {"", "a", "x", "\"", "[a]\nx=\"\n"},
-    };
+    } rows[] = {{"", "a", "x", "1", "[a]\nx=1\n"},
+                {"; mine\n", "a", "x", "1", "; mine\n\n[a]\nx=1\n"},
+                {"[a]\nx=1\ny=2\n", "A", "X", "3", "[a]\nX=3\ny=2\n"},
+                {"[a]\nx=1\n\n[b]\ny=2", "a", "z", "3", "[a]\nx=1\nz=3\n\n[b]\ny=2\n"},
+                {"[a]\n\n[b]\n", "c", "x", "1", "[a]\n\n[b]\n\n[c]\nx=1\n"},
+                {"[a]\r\n; why\r\nx = 1\r\nodd", "a", "x", "2", "[a]\r\n; why\r\nx=2\r\nodd\r\n"},
+                {"[a]\rx=1\r", "a", "x", "2", "[a]\rx=2\r"},
+                {"\xEF\xBB\xBF[a]\nx=1\n", "a", "x", "2", "\xEF\xBB\xBF[a]\nx=2\n"},
+                {"\xEF\xBB\xBF\xEF\xBB\xBF[b]\n", "b", "x", "1",
+                 "\xEF\xBB\xBF\xEF\xBB\xBF[b]\n\n[b]\nx=1\n"},
+                {"[a]\nx=1\n[a]\nx=2\n", "a", "x", "3", "[a]\nx=3\n[a]\nx=2\n"},
+                {"", "", "x", "", "[]\nx=\n"},
+                {"", "a", "x", " 1", "[a]\nx=\" 1\"\n"},
+                {"", "a", "x", "'1'", "[a]\nx=\"'1'\"\n"},
+                {"", "a", "x", "\"", "[a]\nx=\"\n"}};
     for (const auto& row : rows) {
         sys::ProfileStore store = Parsed(row.text);
         EXPECT_TRUE(store.Set(row.section, row.key, row.value)) << row.text;

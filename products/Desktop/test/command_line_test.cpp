@@ -12,10 +12,7 @@ bool IsThere(const std::string& path) {
 }
 
 TEST(CommandLine, AFileMayBeFollowedByLineAndColumn) {
-    const struct {
-        const char* m_Argument;
-        FileTarget m_Wanted;
-    } kRows[] = {
+    const std::pair<const char*, FileTarget> kRows[] = {
         {"a.cir", {"/home/a.cir", {-1, -1}}},
         {"/tmp/x", {"/tmp/x", {-1, -1}}},
         {"a.cir:12", {"/home/a.cir", {11, 0}}},
@@ -29,11 +26,9 @@ TEST(CommandLine, AFileMayBeFollowedByLineAndColumn) {
         {":7", {"/home/:7", {-1, -1}}},
         {"odd:3", {"/home/odd:3", {-1, -1}}},
         {"odd:3:4", {"/home/odd:3:4", {-1, -1}}},
-        {"odd:3:5", {"/home/odd:3", {4, 0}}},
-    };
-    for (const auto& row : kRows)
-        EXPECT_EQ(ParseFileTarget(row.m_Argument, "/home", IsThere), row.m_Wanted)
-            << row.m_Argument;
+        {"odd:3:5", {"/home/odd:3", {4, 0}}}};
+    for (const auto& [argument, wanted] : kRows)
+        EXPECT_EQ(ParseFileTarget(argument, "/home", IsThere), wanted) << argument;
 }
 
 TEST(CommandLine, OptionsStandBeforeTwoDashes) {

@@ -23,8 +23,7 @@ const Encoding kEncodings[] = {
     {"UTF-8", "", "C1 in 0 1\xC2\xB5 \xE2\x82\xAC"},
     {"UTF-8 with a mark", "\xEF\xBB\xBF", "C1 in 0 1\xC2\xB5"},
     {"UTF-8 beyond the page", "", "R1 in out 1k\xCE\xA9 \xF0\x9F\x98\x80"},
-    {"neither", "", "R1 \xC2 \xFF\xFE"},
-};
+    {"neither", "", "R1 \xC2 \xFF\xFE"}};
 const std::string kEnds[] = {"\n", "\r\n", "\r"};
 
 /// Two lines, with a line end behind the last or not.

@@ -51,22 +51,19 @@ TEST(Desktop, OwnsGlobalManagersByName) {
 // --- prompt and messages ---
 
 TEST(Prompt, AnswersByTheBackendOrCancels) {
-    const struct {
-        int style;
-        int without; ///< without a backend
-        int scripted;
-    } rows[] = {
+    // style, answer without a backend, answer of the script
+    const std::tuple<int, int, int> rows[] = {
         {IPrompt::kWarning, IPrompt::kAnswerOk, IPrompt::kAnswerOk},
         {IPrompt::kYesNoCancel | IPrompt::kWarning, IPrompt::kAnswerCancel, IPrompt::kAnswerYes}};
     HostPrompt prompt;
     HeadlessDesk desk;
     std::vector<HostPrompt::Shown> told;
     prompt.m_OnShown = [&](const HostPrompt::Shown& shown) { told.push_back(shown); };
-    for (const auto& row : rows) {
-        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", row.style, 0), row.without);
+    for (const auto& [style, without, scripted] : rows) {
+        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", style, 0), without);
         SetBackend(&desk);
-        desk.m_MessageAnswers = {row.scripted};
-        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", row.style, 0), row.scripted);
+        desk.m_MessageAnswers = {scripted};
+        EXPECT_EQ(prompt.ShowPrompt(u"Sure?", style, 0), scripted);
         SetBackend(nullptr);
     }
     EXPECT_EQ(prompt.GetShown().size(), 4u);

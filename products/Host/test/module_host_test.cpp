@@ -1,8 +1,6 @@
 #include "module_host.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 
 #include <gtest/gtest.h>
 
@@ -33,16 +31,10 @@ TEST(Module, StartsOnceMakesEditorsAndEnds) {
     EXPECT_FALSE(host.CreateNetlistEditor(&design)) << "it doesn't run";
     EXPECT_FALSE(host.Start(QUOREL_BIN_DIR "/../lib/libquorel_host_kit.so")) << "no module";
     EXPECT_FALSE(host.Start()) << "neither beside this program nor registered";
-    ASSERT_TRUE(sys::RegisterModule({.classId = kNetlistFactoryClassId.ToText(),
-                                     .title = "NetlistFactory Class",
-                                     .versionIndependentName = "",
-                                     .currentVersion = "",
-                                     .modulePath = kModule,
-                                     .threadingModel = "",
-                                     .typeLibraryId = "",
-                                     .applicationId = "",
-                                     .applicationName = "",
-                                     .applicationFile = ""}));
+    sys::ModuleRegistration registration;
+    registration.classId = kNetlistFactoryClassId.ToText();
+    registration.modulePath = kModule;
+    ASSERT_TRUE(sys::RegisterModule(registration));
     const sys::Status started = host.Start();
     ASSERT_TRUE(started) << started.reason;
     EXPECT_EQ(host.GetPath(), kModule);
@@ -55,16 +47,6 @@ TEST(Module, StartsOnceMakesEditorsAndEnds) {
         netlist.m_Driver->LoadArchive("* deck\nR1 a b\t1k\r\n");
         EXPECT_EQ(netlist.m_Inspector->GetLineCount(), 3);
         EXPECT_EQ(netlist.m_Inspector->GetSyntaxIndex(), 2);
-        std::vector<ColorSpan> colors;
-        netlist.m_Inspector->GetLineColors(0, colors);
-        EXPECT_EQ(colors.size(), 1u) << "a comment";
-
-        desk.m_FileAnswers.push_back(AString(folder + "/out.cir"));
-        EXPECT_TRUE(netlist.m_Driver->RunCommand(kExportTextCommand));
-        std::ifstream file(folder + "/out.cir", std::ios::binary);
-        EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}),
-                  "* deck\r\nR1 a b\t1k\r\n");
-
         const HostedEditor script =
             host.CreateScriptEditor(&owner, u"Rem x\nRem y", u"VBScript", u"Sweep");
         ASSERT_TRUE(script);

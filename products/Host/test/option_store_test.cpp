@@ -34,36 +34,30 @@ protected:
 
 TEST_F(Options, AnyTextComesBackFromTheFileOrIsNamed) {
     const std::u16string unpaired(1, u'\xD800');
-    const struct {
-        AString value;
-        bool isStored;
-    } rows[] = {
-        {u"", true},
-        {u"plain", true},
-        {u" blanks around ", true},
-        {u"\"quoted\"", true},
-        {u"' ; = [x]", true},
-        {u"\u00B5 \u20AC \U0001F600", true},
-        {u"tab\there", true},
-        {AString(1023, u'x'), true},
-        {AString(1024, u'x'), false},
-        {u"two\nlines", false},
-        {u"cr\r", false},
-    };
-    for (const auto& row : rows) {
+    const std::pair<AString, bool> rows[] = {{u"", true},
+                                             {u"plain", true},
+                                             {u" blanks around ", true},
+                                             {u"\"quoted\"", true},
+                                             {u"' ; = [x]", true},
+                                             {u"\u00B5 \u20AC \U0001F600", true},
+                                             {u"tab\there", true},
+                                             {AString(1023, u'x'), true},
+                                             {AString(1024, u'x'), false},
+                                             {u"two\nlines", false},
+                                             {u"cr\r", false}};
+    for (const auto& [value, isStored] : rows) {
         std::filesystem::remove(mPath);
         OptionStore store;
         ASSERT_TRUE(store.Open(mPath));
-        store.Set(u"Options", u"Key", row.value);
+        store.Set(u"Options", u"Key", value);
         store.Set(u"Options", u"Other", u"1");
-        EXPECT_EQ(store.Find(u"OPTIONS", u"key"), row.value) << "names have no case";
+        EXPECT_EQ(store.Find(u"OPTIONS", u"key"), value) << "names have no case";
         const sys::Status saved = store.Save();
-        EXPECT_EQ(saved.IsOk(), row.isStored) << row.value.ToCString();
-        EXPECT_EQ(saved.reason.find("Options/Key") != std::string::npos, !row.isStored);
+        EXPECT_EQ(saved.IsOk(), isStored) << value.ToCString();
+        EXPECT_EQ(saved.reason.find("Options/Key") != std::string::npos, !isStored);
         OptionStore again;
         ASSERT_TRUE(again.Open(mPath));
-        EXPECT_EQ(again.Find(u"Options", u"Key"),
-                  row.isStored ? std::optional(row.value) : std::nullopt);
+        EXPECT_EQ(again.Find(u"Options", u"Key"), isStored ? std::optional(value) : std::nullopt);
         EXPECT_EQ(again.Find(u"Options", u"Other"), AString(u"1"));
     }
 }
@@ -106,24 +100,21 @@ TEST_F(Options, WhatIsNoFileIsNotReadAndNotWritten) {
 TEST_F(Options, DesktopReadsIntegersFromText) {
     OptionStore store;
     HostDesktop desktop({}, store);
-    const struct {
-        const char16_t* text;
-        int value;
-    } rows[] = {{u"12", 12},
-                {u"-5", -5},
-                {u" 7 ", 7},
-                {u"", 99},
-                {u"12x", 99},
-                {u"1e3", 99},
-                {u"abc", 99},
-                {u"2147483647", 2147483647},
-                {u"2147483648", 99},
-                {u"-2147483648", -2147483647 - 1},
-                {u"99999999999999999999", 99}};
-    for (const auto& row : rows) {
-        store.Set(u"Options", u"Tab", row.text);
-        EXPECT_EQ(desktop.GetIntegerOption(0, u"Options", u"Tab", 99), row.value)
-            << AString(row.text).ToCString();
+    const std::pair<const char16_t*, int> rows[] = {{u"12", 12},
+                                                    {u"-5", -5},
+                                                    {u" 7 ", 7},
+                                                    {u"", 99},
+                                                    {u"12x", 99},
+                                                    {u"1e3", 99},
+                                                    {u"abc", 99},
+                                                    {u"2147483647", 2147483647},
+                                                    {u"2147483648", 99},
+                                                    {u"-2147483648", -2147483647 - 1},
+                                                    {u"99999999999999999999", 99}};
+    for (const auto& [text, value] : rows) {
+        store.Set(u"Options", u"Tab", text);
+        EXPECT_EQ(desktop.GetIntegerOption(0, u"Options", u"Tab", 99), value)
+            << AString(text).ToCString();
     }
     desktop.SetIntegerOption(0, u"Options", u"Tab", -8);
     EXPECT_EQ(desktop.GetIntegerOption(0, u"options", u"TAB", 99), -8);
@@ -147,15 +138,13 @@ struct Place : io::CStreamio_object {
 TEST_F(Options, DesktopFillsAnObjectFromItsStoredText) {
     OptionStore store;
     HostDesktop desktop({}, store);
-    const struct {
-        const char16_t* text;
-        bool isRead;
-    } rows[] = {{u"12 34", true}, {u"12 word", false}, {u"", false}};
+    const std::pair<const char16_t*, bool> rows[] = {
+        {u"12 34", true}, {u"12 word", false}, {u"", false}};
     Place place;
     EXPECT_FALSE(desktop.GetBlockOption(0, u"Bars", u"Place", place)) << "nothing is stored";
-    for (const auto& row : rows) {
-        desktop.SetStringOption(0, u"Bars", u"Place", row.text);
-        EXPECT_EQ(desktop.GetBlockOption(0, u"Bars", u"Place", place), row.isRead);
+    for (const auto& [text, isRead] : rows) {
+        desktop.SetStringOption(0, u"Bars", u"Place", text);
+        EXPECT_EQ(desktop.GetBlockOption(0, u"Bars", u"Place", place), isRead);
     }
     EXPECT_EQ(place.m_Y, 34);
 }

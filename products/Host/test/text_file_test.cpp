@@ -24,20 +24,18 @@ TEST(TextFile, FormIsFoundAndTheTextGoesBackAsItCame) {
         FileForm form;
         std::string archive;
         bool comesBack = true;
-    } rows[] = {
-        {"", {E::ascii, false, LineEnds::none}, ""},
-        {"one\0line"s, {E::ascii, false, LineEnds::none}, "one\0line"s},
-        {"a\nb\n", {E::ascii, false, LineEnds::lf}, "a\r\nb\r\n"},
-        {"a\r\nb", {E::ascii, false, LineEnds::crLf}, "a\r\nb"},
-        {"\r\ra", {E::ascii, false, LineEnds::cr}, "\r\n\r\na"},
-        {"\xC3\xA4\xE2\x82\xAC\n", {E::utf8, false, LineEnds::lf}, "\xE4\x80\r\n"},
-        {"\xEF\xBB\xBFx\r\n", {E::utf8, true, LineEnds::crLf}, "x\r\n"},
-        {"\xE4 \x81\xFF\n", {E::windows1252, false, LineEnds::lf}, "\xE4 \x81\xFF\r\n"},
-        {"\xCE\xA9\n", {E::bytes, false, LineEnds::lf}, "\xCE\xA9\r\n"},
-        {"\xEF\xBB\xBF\xCE\xA9", {E::bytes, false, LineEnds::none}, "\xEF\xBB\xBF\xCE\xA9"},
-        {"\xFF\xFE"s, {E::bytes, false, LineEnds::none}, "\xFF\xFE"s},
-        {"a\n\rb\r\n", {E::ascii, false, LineEnds::mixed}, "a\r\n\r\nb\r\n", false},
-    };
+    } rows[] = {{"", {E::ascii, false, LineEnds::none}, ""},
+                {"one\0line"s, {E::ascii, false, LineEnds::none}, "one\0line"s},
+                {"a\nb\n", {E::ascii, false, LineEnds::lf}, "a\r\nb\r\n"},
+                {"a\r\nb", {E::ascii, false, LineEnds::crLf}, "a\r\nb"},
+                {"\r\ra", {E::ascii, false, LineEnds::cr}, "\r\n\r\na"},
+                {"\xC3\xA4\xE2\x82\xAC\n", {E::utf8, false, LineEnds::lf}, "\xE4\x80\r\n"},
+                {"\xEF\xBB\xBFx\r\n", {E::utf8, true, LineEnds::crLf}, "x\r\n"},
+                {"\xE4 \x81\xFF\n", {E::windows1252, false, LineEnds::lf}, "\xE4 \x81\xFF\r\n"},
+                {"\xCE\xA9\n", {E::bytes, false, LineEnds::lf}, "\xCE\xA9\r\n"},
+                {"\xEF\xBB\xBF\xCE\xA9", {E::bytes, false, LineEnds::none}, "\xEF\xBB\xBF\xCE\xA9"},
+                {"\xFF\xFE"s, {E::bytes, false, LineEnds::none}, "\xFF\xFE"s},
+                {"a\n\rb\r\n", {E::ascii, false, LineEnds::mixed}, "a\r\n\r\nb\r\n", false}};
     for (const auto& row : rows) {
         std::string text = row.bytes;
         const FileForm form = DecodeFile(text);

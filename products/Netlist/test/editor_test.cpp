@@ -36,24 +36,21 @@ TEST_F(ModuleTest, EditorsAnswerTheirKindsOfInterface) {
 }
 
 TEST_F(ModuleTest, LineEndsOfTheLastLoadAreKnownAndSavedAsCrLf) {
-    const struct {
-        std::string_view bytes;
-        LineEnds ends;
-        std::string_view saved;
-    } kRows[] = {{"", LineEnds::none, ""},
-                 {{"\x80\t\0\xE4", 4}, LineEnds::none, {"\x80\t\0\xE4", 4}},
-                 {"a\r\nb\r\n", LineEnds::crLf, "a\r\nb\r\n"},
-                 {"a\nb\n", LineEnds::lf, "a\r\nb"},
-                 {"a\r", LineEnds::cr, "a"},
-                 {"a\n\rb", LineEnds::mixed, "a\r\n\r\nb"},
-                 {"\r\na\n", LineEnds::mixed, "\r\na"}};
+    const std::tuple<std::string_view, LineEnds, std::string_view> kRows[] = {
+        {"", LineEnds::none, ""},
+        {{"\x80\t\0\xE4", 4}, LineEnds::none, {"\x80\t\0\xE4", 4}},
+        {"a\r\nb\r\n", LineEnds::crLf, "a\r\nb\r\n"},
+        {"a\nb\n", LineEnds::lf, "a\r\nb"},
+        {"a\r", LineEnds::cr, "a"},
+        {"a\n\rb", LineEnds::mixed, "a\r\n\r\nb"},
+        {"\r\na\n", LineEnds::mixed, "\r\na"}};
     OpenEditor editor(Factory().CreateEditor(nullptr));
-    for (const auto& row : kRows) {
-        editor.m_Driver->LoadArchive(row.bytes);
+    for (const auto& [bytes, ends, wantedSaved] : kRows) {
+        editor.m_Driver->LoadArchive(bytes);
         std::string saved;
         editor.m_Inspector->GetArchive(saved);
-        EXPECT_EQ(editor.m_Inspector->GetLineEnds(), row.ends) << row.bytes;
-        EXPECT_EQ(saved, row.saved);
+        EXPECT_EQ(editor.m_Inspector->GetLineEnds(), ends) << bytes;
+        EXPECT_EQ(saved, wantedSaved);
     }
     const std::uint64_t changes = editor.m_Inspector->GetChangeCount();
     editor->SetText(u"b");
@@ -188,24 +185,21 @@ TEST_F(ModuleTest, ScriptsLanguageIsChosenByNameOrMenu) {
     WriteConfig("install", 5);
     OpenEditor editor(Factory().CreateScriptEditor(nullptr, u"/* a", u"vbSCRIPT", u"sweep"));
     EXPECT_EQ(editor.Colors(0), (std::vector<ColorSpan>{{0, 3, 4}}));
-    const struct {
-        unsigned command; // 0: SetLanguage of the name
-        std::u16string_view language;
-        int syntax;
-    } kRows[] = {{0, u"VBScript", 4},
-                 {0, u"Python", 3},
-                 {0, u"", 3},
-                 {42017, u"VBScript", 4},
-                 {42016, u"JavaScript", 3}};
-    for (const auto& row : kRows) {
-        EXPECT_TRUE(row.command ? editor.m_Driver->RunCommand(row.command)
-                                : editor.m_Driver->SetLanguage(row.language));
+    // command (0: SetLanguage), language, syntax
+    const std::tuple<unsigned, std::u16string_view, int> kRows[] = {{0, u"VBScript", 4},
+                                                                    {0, u"Python", 3},
+                                                                    {0, u"", 3},
+                                                                    {42017, u"VBScript", 4},
+                                                                    {42016, u"JavaScript", 3}};
+    for (const auto& [command, wantedLanguage, syntax] : kRows) {
+        EXPECT_TRUE(command ? editor.m_Driver->RunCommand(command)
+                            : editor.m_Driver->SetLanguage(wantedLanguage));
         AString language;
         editor.m_Inspector->GetLanguage(language);
-        EXPECT_EQ(language, row.language);
-        EXPECT_EQ(editor.m_Inspector->GetSyntaxIndex(), row.syntax);
+        EXPECT_EQ(language, wantedLanguage);
+        EXPECT_EQ(editor.m_Inspector->GetSyntaxIndex(), syntax);
         EXPECT_EQ(editor.Colors(0),
-                  (std::vector<ColorSpan>{{0, 3, static_cast<std::uint32_t>(row.syntax)}}));
+                  (std::vector<ColorSpan>{{0, 3, static_cast<std::uint32_t>(syntax)}}));
     }
     OpenEditor netlist(Factory().CreateEditor(nullptr));
     EXPECT_FALSE(netlist.m_Driver->SetLanguage(u"VBScript"));
@@ -254,25 +248,22 @@ TEST_F(ModuleTest, EditorsHaveAnEditMenuAndAnExportMenu) {
     OpenEditor script(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
     OpenEditor plain(Factory().CreateScriptEditor(nullptr, u"", u"", u""));
     dynamic_cast<IScriptEditor&>(*plain.m_Editor).SetShowRunMenu(false);
-    const struct {
-        OpenEditor& editor;
-        int kind;
-        unsigned command;
-        std::u16string_view text; // empty: the menu hasn't got the command
-    } kRows[] = {{netlist, 1, 42005, u"Toggle &Bookmark\tCtrl+F2"},
-                 {script, 1, 57636, u"&Find ...\tCtrl+F"},
-                 {netlist, 5, 42009, u"&Export"},
-                 {script, 5, 42009, u"&Export Script"},
-                 {script, 5, 42015, u"&Save/Run Script"},
-                 {script, 5, 42018, u"&Use Script"},
-                 {plain, 5, 42015, u"&Save Script"},
-                 {plain, 5, 42018, u""}};
+    // text, empty where the menu hasn't got the command
+    const std::tuple<OpenEditor&, int, unsigned, std::u16string_view> kRows[] = {
+        {netlist, 1, 42005, u"Toggle &Bookmark\tCtrl+F2"},
+        {script, 1, 57636, u"&Find ...\tCtrl+F"},
+        {netlist, 5, 42009, u"&Export"},
+        {script, 5, 42009, u"&Export Script"},
+        {script, 5, 42015, u"&Save/Run Script"},
+        {script, 5, 42018, u"&Use Script"},
+        {plain, 5, 42015, u"&Save Script"},
+        {plain, 5, 42018, u""}};
     std::vector<CCmdTarget*> targets;
     CMenu* menu = nullptr;
-    for (const auto& row : kRows) {
-        ASSERT_TRUE(row.editor->GetEditorMenu(row.kind, menu, targets));
-        const CMenuItem* item = menu->FindCommand(row.command);
-        EXPECT_EQ(item ? item->m_Text : AString(), row.text) << row.command;
+    for (const auto& [editor, kind, command, text] : kRows) {
+        ASSERT_TRUE(editor->GetEditorMenu(kind, menu, targets));
+        const CMenuItem* item = menu->FindCommand(command);
+        EXPECT_EQ(item ? item->m_Text : AString(), text) << command;
     }
     EXPECT_FALSE(netlist->GetEditorMenu(8, menu, targets));
     EXPECT_TRUE(targets.empty());

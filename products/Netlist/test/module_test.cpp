@@ -9,10 +9,7 @@ TEST_F(ModuleTest, FactoryAnswersItsIdsWithOneObjectAndOutlivesAnUnknownOne) {
     const auto id = [](std::string_view text) { return InterfaceId::FromText(text).value(); };
     EXPECT_EQ(m_GetFactoryInterface(nullptr), nullptr);
     EXPECT_EQ(CallEntry(kCanUnloadNowEntry), kResultOk);
-    const struct {
-        InterfaceId id;
-        bool answered;
-    } kRows[] = {
+    const std::pair<InterfaceId, bool> kRows[] = {
         {id("{349C1E8C-81EE-4B36-9697-8384E1CE2FDF}"), false}, // the application's: makes a factory
         {id("{BCE7B94E-CEB8-4B55-A72A-03775783EAD6}"), true},
         {id("{8BC9E5C1-17F4-11D3-9591-0000C0DB3E0F}"), true},
@@ -23,11 +20,11 @@ TEST_F(ModuleTest, FactoryAnswersItsIdsWithOneObjectAndOutlivesAnUnknownOne) {
         {InterfaceId{}, false}};
     IUnknown* factory = nullptr;
     std::uint32_t references = 0;
-    for (const auto& row : kRows) {
-        auto* const answer = static_cast<IUnknown*>(m_GetFactoryInterface(&row.id));
-        ASSERT_EQ(answer != nullptr, row.answered) << row.id.ToText();
+    for (const auto& [givenId, answered] : kRows) {
+        auto* const answer = static_cast<IUnknown*>(m_GetFactoryInterface(&givenId));
+        ASSERT_EQ(answer != nullptr, answered) << givenId.ToText();
         EXPECT_EQ(CallEntry(kCanUnloadNowEntry), kResultFalse);
-        references += row.answered;
+        references += answered;
         if (!answer)
             continue;
         factory = factory ? factory : answer;

@@ -108,24 +108,22 @@ TEST_F(ViewEdit, EnterIndentsAtALinesEnd) {
 }
 
 TEST_F(ViewEdit, CopyGivesTheClipboardsForm) {
-    const struct {
-        const char* m_Start;
-        const char* m_Script;
-        const char16_t* m_Copied; ///< null: the clipboard stays
-    } kRows[] = {{"ab|c", "S-Left*2", u"ab"},
-                 {"a|b\ncd\nef", "S-Down*2", u"b\r\ncd\r\ne"},
-                 {"|ab\ncd", "S-Down", u"ab\r\n"},
-                 {"|\ta\n\tb", "C-A", u"\ta\r\n\tb"},
-                 {"|abcd\nef\nghij", "Right S-A-Down*2 S-A-Right*2", u"bc\r\nf \r\nhi"},
-                 {"|a\tx\nabcdef", "S-A-Down S-A-Right*5", u"a\tx\r\nabcde"},
-                 {"|ab", "S-Left", nullptr},
-                 {"|ab\ncd", "S-A-Down", nullptr},
-                 {"|\x80\xff", "C-A", u"\u20ac\u00ff"}};
-    for (const auto& row : kRows) {
-        Start(row.m_Start);
+    // what is copied; null: the clipboard stays
+    const std::tuple<const char*, const char*, const char16_t*> kRows[] = {
+        {"ab|c", "S-Left*2", u"ab"},
+        {"a|b\ncd\nef", "S-Down*2", u"b\r\ncd\r\ne"},
+        {"|ab\ncd", "S-Down", u"ab\r\n"},
+        {"|\ta\n\tb", "C-A", u"\ta\r\n\tb"},
+        {"|abcd\nef\nghij", "Right S-A-Down*2 S-A-Right*2", u"bc\r\nf \r\nhi"},
+        {"|a\tx\nabcdef", "S-A-Down S-A-Right*5", u"a\tx\r\nabcde"},
+        {"|ab", "S-Left", nullptr},
+        {"|ab\ncd", "S-A-Down", nullptr},
+        {"|\x80\xff", "C-A", u"\u20ac\u00ff"}};
+    for (const auto& [start, script, copied] : kRows) {
+        Start(start);
         m_Desk.m_Clipboard = u"before";
-        Play(std::string(row.m_Script) + " C-C");
-        EXPECT_EQ(m_Desk.m_Clipboard, row.m_Copied ? row.m_Copied : u"before") << row.m_Start;
+        Play(std::string(script) + " C-C");
+        EXPECT_EQ(m_Desk.m_Clipboard, copied ? copied : u"before") << start;
         EXPECT_FALSE(Editor().m_Inspector->IsModified());
     }
 }
@@ -143,18 +141,15 @@ TEST_F(ViewEdit, CutAndABusyClipboard) {
     BreakingDesk breaking(m_Desk);
     Start("a|bc\nd");
     SetBackend(&breaking);
-    const struct {
-        unsigned m_Broken;
-        const char* m_Script;
-        const char* m_State;
-    } kRows[] = {{kBreakClipboardWrite | kBreakClipboardRead, "S-Right*2 C-C C-X", "a[bc|\nd"},
-                 {0, "C-X", "a|\nd"},
-                 {kBreakClipboardRead, "C-A S-Ins", "[a\nd|"},
-                 {0, "S-Ins C-X C-C", "bc|"}}; // both are disabled without a selection
-    for (const auto& row : kRows) {
-        breaking.m_Broken = row.m_Broken;
-        Play(row.m_Script);
-        EXPECT_EQ(State(), row.m_State);
+    const std::tuple<unsigned, const char*, const char*> kRows[] = {
+        {kBreakClipboardWrite | kBreakClipboardRead, "S-Right*2 C-C C-X", "a[bc|\nd"},
+        {0, "C-X", "a|\nd"},
+        {kBreakClipboardRead, "C-A S-Ins", "[a\nd|"},
+        {0, "S-Ins C-X C-C", "bc|"}}; // both are disabled without a selection
+    for (const auto& [broken, script, state] : kRows) {
+        breaking.m_Broken = broken;
+        Play(script);
+        EXPECT_EQ(State(), state);
         ExpectTruePicture();
     }
     EXPECT_EQ(m_Desk.m_Clipboard, u"bc");
@@ -228,20 +223,17 @@ TEST_F(ViewEdit, AKeystrokeMakesACommand) {
         std::vector<std::unique_ptr<QuorelCommand>> m_Commands;
     } design(u"filter", m_Desktop);
     m_Component = &design;
-    const struct {
-        const char* m_Script;
-        std::size_t m_Commands;
-        bool m_Modified;
-    } kRows[] = {{"'a'", 1, true},         {"Enter", 1, true},         {"Del", 1, true},
-                 {"Back", 1, false},       {"End Del", 1, false},      {"S-Left Back", 1, true},
-                 {"S-Right Del", 1, true}, {"clip:x C-V", 0, true},    {"S-Right C-X", 0, true},
-                 {"S-Right", 0, false},    {"Left Ins Esc", 0, false}, {"'a' undo redo", 1, true}};
-    for (const auto& row : kRows) {
+    const std::tuple<const char*, std::size_t, bool> kRows[] = {
+        {"'a'", 1, true},         {"Enter", 1, true},         {"Del", 1, true},
+        {"Back", 1, false},       {"End Del", 1, false},      {"S-Left Back", 1, true},
+        {"S-Right Del", 1, true}, {"clip:x C-V", 0, true},    {"S-Right C-X", 0, true},
+        {"S-Right", 0, false},    {"Left Ins Esc", 0, false}, {"'a' undo redo", 1, true}};
+    for (const auto& [script, commands, modified] : kRows) {
         Start("|ab");
         design.m_Commands.clear();
-        Play(row.m_Script);
-        ASSERT_EQ(design.m_Commands.size(), row.m_Commands) << row.m_Script;
-        EXPECT_EQ(Editor().m_Inspector->IsModified(), row.m_Modified) << row.m_Script;
+        Play(script);
+        ASSERT_EQ(design.m_Commands.size(), commands) << script;
+        EXPECT_EQ(Editor().m_Inspector->IsModified(), modified) << script;
         for (const auto& command : design.m_Commands) {
             const QuorelCommandContext& context = command->GetContext();
             EXPECT_EQ(context.mContextObject, design.GetProject()->GetCommandContext());
@@ -260,20 +252,16 @@ TEST_F(ViewEdit, AKeystrokeMakesACommand) {
 
 TEST_F(ViewEdit, TheLongestLineFollows) {
     const std::string line(999, 'x');
-    const struct {
-        const char* m_Script;
-        int m_Longest;
-    } kRows[] = {{"C-End End 'ab'", 1001},
-                 {"C-Home End Del", 1998},
-                 {"C-End Back undo", 1998},
-                 {"clip:~~ C-End End C-V", 1004},
-                 {"clip:~~ C-A C-V", 1000}};
-    for (const auto& row : kRows) {
+    const std::pair<const char*, int> kRows[] = {{"C-End End 'ab'", 1001},
+                                                 {"C-Home End Del", 1998},
+                                                 {"C-End Back undo", 1998},
+                                                 {"clip:~~ C-End End C-V", 1004},
+                                                 {"clip:~~ C-A C-V", 1000}};
+    for (const auto& [script, longest] : kRows) {
         Open(line + "\r\n" + line);
         EXPECT_EQ(Editor().m_Inspector->GetScroll()->m_MaxLineLength, 1000);
-        Play(row.m_Script);
-        EXPECT_EQ(Editor().m_Inspector->GetScroll()->m_MaxLineLength, row.m_Longest)
-            << row.m_Script;
+        Play(script);
+        EXPECT_EQ(Editor().m_Inspector->GetScroll()->m_MaxLineLength, longest) << script;
         ExpectTruePicture();
     }
 }

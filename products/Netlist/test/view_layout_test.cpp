@@ -26,31 +26,27 @@ TEST_F(ViewTest, ScrollingByBarAndWheelMovesRows) {
         EXPECT_EQ(RowText(0), Numbered(topRow + 1));
         ExpectTruePicture();
     };
-    const struct {
-        ScrollCode code;
-        int position;
-        int topRow;
-    } kRows[] = {{kScrollLineUp, 0, 0},
-                 {kScrollPageDown, 0, 24},
-                 {kScrollPageDown, 0, 48},
-                 {kScrollPageDown, 0, 72},
-                 {kScrollPageDown, 0, 75},
-                 {kScrollPageDown, 0, 75},
-                 {kScrollLineDown, 0, 75},
-                 {kScrollPageUp, 0, 51},
-                 {kScrollLineUp, 0, 50},
-                 {kScrollLineDown, 0, 51},
-                 {kScrollThumbTrack, 800, 50},
-                 {kScrollThumbPosition, 807, 50},
-                 {kScrollThumbPosition, 808, 51},
-                 {kScrollThumbTrack, -5, 0},
-                 {kScrollThumbTrack, 1 << 30, 75},
-                 {kScrollEnd, 0, 75},
-                 {kScrollTop, 0, 75}};
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(testing::Message() << row.code << ' ' << row.position);
-        Scroll(kMsgVScroll, row.code, row.position);
-        expect(row.topRow);
+    const std::tuple<ScrollCode, int, int> kRows[] = {{kScrollLineUp, 0, 0},
+                                                      {kScrollPageDown, 0, 24},
+                                                      {kScrollPageDown, 0, 48},
+                                                      {kScrollPageDown, 0, 72},
+                                                      {kScrollPageDown, 0, 75},
+                                                      {kScrollPageDown, 0, 75},
+                                                      {kScrollLineDown, 0, 75},
+                                                      {kScrollPageUp, 0, 51},
+                                                      {kScrollLineUp, 0, 50},
+                                                      {kScrollLineDown, 0, 51},
+                                                      {kScrollThumbTrack, 800, 50},
+                                                      {kScrollThumbPosition, 807, 50},
+                                                      {kScrollThumbPosition, 808, 51},
+                                                      {kScrollThumbTrack, -5, 0},
+                                                      {kScrollThumbTrack, 1 << 30, 75},
+                                                      {kScrollEnd, 0, 75},
+                                                      {kScrollTop, 0, 75}};
+    for (const auto& [code, position, wantedTopRow] : kRows) {
+        SCOPED_TRACE(testing::Message() << code << ' ' << position);
+        Scroll(kMsgVScroll, code, position);
+        expect(wantedTopRow);
     }
     const std::pair<int, int> kTurns[] = {{120, 73}, {240, 68}, {-120, 70}, // a notch is two rows
                                           {-40, 70}, {39, 70},  {12000, 0}, {-12000, 75}};

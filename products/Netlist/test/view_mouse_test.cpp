@@ -10,20 +10,17 @@ TextPosition CaretOf(IEditorInspector& inspector) {
 
 TEST_F(ViewTest, ClickPutsTheCaretToTheNearestPlace) {
     Open("ab\tcd\r\n\r\nlast line"); // the tab is two columns wide
-    const struct {
-        ScreenCell cell;
-        CPoint pixels;
-        TextPosition caret;
-    } kRows[] = {{{0, 1}, {4, 15}, {0, 1}}, // the middle of a character belongs to its left half
-                 {{0, 1}, {5, 15}, {0, 2}},  {{0, 3}, {0, 0}, {0, 2}}, // inside the tab
-                 {{0, 2}, {7, 0}, {0, 2}},   {{0, 3}, {5, 0}, {0, 4}},  {{0, 40}, {0, 0}, {0, 6}},
-                 {{1, 5}, {0, 0}, {1, 0}},   {{20, 3}, {0, 0}, {2, 3}}, // below the text
-                 {{20, 79}, {0, 0}, {2, 9}}, {{-3, -3}, {0, 0}, {0, 0}}};
-    for (const auto& row : kRows) {
-        Mouse(kMsgLButtonDown, row.cell, row.pixels);
-        Mouse(kMsgLButtonUp, row.cell, row.pixels);
-        EXPECT_EQ(CaretOf(*Editor().m_Inspector), row.caret)
-            << testing::PrintToString(row.cell) << row.pixels.x;
+    const std::tuple<ScreenCell, CPoint, TextPosition> kRows[] = {
+        {{0, 1}, {4, 15}, {0, 1}}, // the middle of a character belongs to its left half
+        {{0, 1}, {5, 15}, {0, 2}},  {{0, 3}, {0, 0}, {0, 2}}, // inside the tab
+        {{0, 2}, {7, 0}, {0, 2}},   {{0, 3}, {5, 0}, {0, 4}},  {{0, 40}, {0, 0}, {0, 6}},
+        {{1, 5}, {0, 0}, {1, 0}},   {{20, 3}, {0, 0}, {2, 3}}, // below the text
+        {{20, 79}, {0, 0}, {2, 9}}, {{-3, -3}, {0, 0}, {0, 0}}};
+    for (const auto& [cell, pixels, caret] : kRows) {
+        Mouse(kMsgLButtonDown, cell, pixels);
+        Mouse(kMsgLButtonUp, cell, pixels);
+        EXPECT_EQ(CaretOf(*Editor().m_Inspector), caret)
+            << testing::PrintToString(cell) << pixels.x;
         EXPECT_FALSE(Editor().m_Inspector->GetSelection()->m_Selected);
     }
 }

@@ -27,8 +27,6 @@ std::string Dump(const PrintedPage& page) {
     return text;
 }
 
-using Options = std::vector<std::pair<const char16_t*, AString>>;
-
 } // namespace
 
 /// The device is 400 by 200 with characters of 10 by 20; borders leave 20 columns from x = 100.
@@ -36,9 +34,13 @@ class ViewPrintTest : public ViewTest {
 protected:
     ViewPrintTest() { m_Desk.m_Printer.m_PageSize = {400, 200}; }
 
-    void Set(const Options& options) {
-        for (const auto& [key, value] : options)
-            m_Options.Set(u"Options", key, value);
+    /// Sets options, which are given as "key=value key=value".
+    void Set(const std::string& options) {
+        std::istringstream words(options);
+        for (std::string word; words >> word;) {
+            const std::size_t at = word.find('=');
+            m_Options.Set(u"Options", AString(word.substr(0, at)), AString(word.substr(at + 1)));
+        }
     }
     void SelectText(TextPosition anchor, TextPosition end, bool block) {
         EXPECT_TRUE(Editor().m_Driver->Select(anchor, end, block));
@@ -58,62 +60,45 @@ protected:
 
 TEST_F(ViewPrintTest, PagesHoldTheText) {
     const std::string nine = "1\n2\n3\n4\n5\n6\n7\n8\n9";
-    const struct {
-        Options m_Options;
-        std::string m_Text;
-        const char* m_Pages;
-    } kRows[] = {
-        {{}, "", ""},
-        {{}, "R1 a b 1k\n\nend\n", "100,0 R1 a b 1k / 100,40 end"},
-        {{}, "a\tb\n\xB5\x80", "100,0 a   b / 100,20 \u00b5\u20ac"},
-        {{}, std::string(25, 'x') + "\ny", "100,0 xxxxxxxxxxxxxxxxxxxx / 100,20 xxxxx / 100,40 y"},
-        {{{u"PrintLineNumbers", u"1"}},
-         std::string(16, 'x') + "\n\ny\n",
+    const std::tuple<const char*, std::string, const char*> kRows[] = {
+        {"", "", ""},
+        {"", "R1 a b 1k\n\nend\n", "100,0 R1 a b 1k / 100,40 end"},
+        {"", "a\tb\n\xB5\x80", "100,0 a   b / 100,20 \u00b5\u20ac"},
+        {"", std::string(25, 'x') + "\ny", "100,0 xxxxxxxxxxxxxxxxxxxx / 100,20 xxxxx / 100,40 y"},
+        {"PrintLineNumbers=1", std::string(16, 'x') + "\n\ny\n",
          "100,0 0001:  / 160,0 xxxxxxxxxxxxxx / 100,20        / 160,20 xx / 100,40 0002:  / "
          "100,60 0003:  / 160,60 y"},
-        {{{u"PrintLBorder", u"2"}, {u"PrintRBorder", u"30"}},
-         std::string(9, 'x'),
-         "20,0 xxxxxxxx / 20,20 x"},
-        {{{u"PrintLBorder", u"99"}}, "ab", "990,0 a / 990,20 b"}, // which leaves nothing
-        {{}, "a/*b*/c", "100,0 a / 110,0 /*b*/#2 / 160,0 c"},
-        {{},
-         "a/*234567890123456789012*/b",
+        {"PrintLBorder=2 PrintRBorder=30", std::string(9, 'x'), "20,0 xxxxxxxx / 20,20 x"},
+        {"PrintLBorder=99", "ab", "990,0 a / 990,20 b"}, // which leaves nothing
+        {"", "a/*b*/c", "100,0 a / 110,0 /*b*/#2 / 160,0 c"},
+        {"", "a/*234567890123456789012*/b",
          "100,0 a / 110,0 /*23456789012345678#2 / 100,20 9012*/#2 / 160,20 b"},
-        {{{u"PrintHead", u"9"},
-          {u"PrintHeadText", u"top"},
-          {u"PrintFoot", u"268435468"},
-          {u"PrintFootText", u"end"}},
-         nine,
+        {"PrintHead=9 PrintHeadText=top PrintFoot=268435468 PrintFootText=end", nine,
          "100,0 top / 270,180 end / 100,25 1 / 100,45 2 / 100,65 3 / 100,85 4 / 100,105 5 / "
          "100,125 6 / 100,145 7 / 100-300 at 175 | 100,0 top / 270,180 end / 100,25 8 / 100,45 9 "
          "/ 100-300 at 175"},
-        {{{u"PrintHead", u"536907776"}},
-         nine,
+        {"PrintHead=536907776", nine,
          "100,0 Page 1 Of 2 / 100,25 1 / 100,45 2 / 100,65 3 / 100,85 4 / 100,105 5 / 100,125 6 "
          "/ 100,145 7 / 100,165 8 | 100,0 Page 2 Of 2 / 100,25 9"},
-        {{{u"PrintHead", u"1073741824"}}, "x", "100,0 x"}, // can't ask for measuring
+        {"PrintHead=1073741824", "x", "100,0 x"}, // can't ask for measuring
     };
     WriteConfig("install", 3);
     Factory();
-    for (const auto& row : kRows) {
-        SCOPED_TRACE(row.m_Pages);
+    for (const auto& [options, text, pages] : kRows) {
+        SCOPED_TRACE(pages);
         m_Options.Clear();
-        Set(row.m_Options);
+        Set(options);
         LoadOptions(m_Desktop);
-        Open(row.m_Text);
-        EXPECT_EQ(PrintedPages(), row.m_Pages);
+        Open(text);
+        EXPECT_EQ(PrintedPages(), pages);
         EXPECT_TRUE(m_Desk.m_PrintJobs.back()->m_Completed);
         EXPECT_FALSE(Editor().m_Inspector->GetPrint());
     }
 }
 
 TEST_F(ViewPrintTest, ASelectionIsPrintedAlone) {
-    Set({{u"PrintLineNumbers", u"1"}});
-    const struct {
-        TextPosition m_Anchor, m_End;
-        bool m_Block;
-        const char* m_Pages;
-    } kRows[] = {
+    Set("PrintLineNumbers=1");
+    const std::tuple<TextPosition, TextPosition, bool, const char*> kRows[] = {
         {{2, 2},
          {0, 3},
          false,
@@ -125,9 +110,9 @@ TEST_F(ViewPrintTest, ASelectionIsPrintedAlone) {
          "100,0 0001:  / 160,0 3456 / 100,20 0002:  / 100,40 0003:  / 160,40 DEFG"},
         {{2, 99}, {7, 99}, false, "100,0 0003:  / 100,20 0004:  / 160,20 z"}};
     Open("0123456789\nab\nABCDEFGH\nz");
-    for (const auto& row : kRows) {
-        SelectText(row.m_Anchor, row.m_End, row.m_Block);
-        EXPECT_EQ(PrintedPages(), row.m_Pages);
+    for (const auto& [anchor, end, block, pages] : kRows) {
+        SelectText(anchor, end, block);
+        EXPECT_EQ(PrintedPages(), pages);
     }
     m_Desk.m_PrintAnswers = {[](PrintRequest& request) {
         EXPECT_TRUE(request.m_AllowSelection && request.m_Selection);
@@ -144,7 +129,7 @@ TEST_F(ViewPrintTest, ASelectionIsPrintedAlone) {
 }
 
 TEST_F(ViewPrintTest, JobsGoThroughTheirSequence) {
-    Set({{u"PrintHead", u"32768"}});   // the page's number
+    Set("PrintHead=32768");            // the page's number
     Open(std::string(30, '\n') + "x"); // four pages
     m_Desk.m_Messages.clear();
     EXPECT_EQ(Print(kCommandPrintDirect).m_Pages.size(), 4u);
@@ -177,40 +162,34 @@ TEST_F(ViewPrintTest, JobsGoThroughTheirSequence) {
 TEST_F(ViewPrintTest, OnlyADialogAsksForTheSelection) {
     Open("first\r\nsecond\r\nthird");
     Drag({1, 0}, {1, 6});
-    const struct {
-        unsigned m_Command;
-        const char* m_Page;
-    } kRows[] = {{kCommandPrint, "100,0 second"},
-                 {kCommandPrintDirect, "100,0 first / 100,20 second / 100,40 third"},
-                 {kCommandPrintPreview, "100,0 first / 100,20 second / 100,40 third"}};
-    for (const auto& row : kRows) {
-        EXPECT_TRUE(Editor().m_Driver->RunCommand(row.m_Command));
+    const std::pair<unsigned, const char*> kRows[] = {
+        {kCommandPrint, "100,0 second"},
+        {kCommandPrintDirect, "100,0 first / 100,20 second / 100,40 third"},
+        {kCommandPrintPreview, "100,0 first / 100,20 second / 100,40 third"}};
+    for (const auto& [command, page] : kRows) {
+        EXPECT_TRUE(Editor().m_Driver->RunCommand(command));
         ASSERT_EQ(m_Desk.m_PrintJobs.back()->m_Pages.size(), 1u);
-        EXPECT_EQ(Dump(m_Desk.m_PrintJobs.back()->m_Pages[0]), row.m_Page) << row.m_Command;
+        EXPECT_EQ(Dump(m_Desk.m_PrintJobs.back()->m_Pages[0]), page) << command;
     }
 }
 
 TEST_F(ViewPrintTest, AJobThatEndsEarlyIsDropped) {
     BreakingDesk breaking(m_Desk);
-    const struct {
-        unsigned m_Broken;
-        int m_LastWanted;
-        std::size_t m_Pages;
-        bool m_Completed, m_Told;
-    } kRows[] = {{kBreakPrintStart, 0, 0, false, true},   {kBreakPrintPage, 0, 1, false, true},
-                 {kBreakPrintPageEnd, 0, 2, false, true}, {kBreakPrintEnd, 0, 4, false, true},
-                 {kBreakFont, 0, 4, true, false},         {0, 2, 2, false, false}};
+    const std::tuple<unsigned, int, std::size_t, bool, bool> kRows[] = {
+        {kBreakPrintStart, 0, 0, false, true},   {kBreakPrintPage, 0, 1, false, true},
+        {kBreakPrintPageEnd, 0, 2, false, true}, {kBreakPrintEnd, 0, 4, false, true},
+        {kBreakFont, 0, 4, true, false},         {0, 2, 2, false, false}};
     Open(std::string(33, '\n') + "x"); // four pages
     SetBackend(&breaking);
     breaking.m_LostPage = 2;
-    for (const auto& row : kRows) {
-        breaking.m_Broken = row.m_Broken;
-        m_Desk.m_Printer.m_LastWanted = row.m_LastWanted;
+    for (const auto& [broken, lastWanted, pages, completed, told] : kRows) {
+        breaking.m_Broken = broken;
+        m_Desk.m_Printer.m_LastWanted = lastWanted;
         m_Desk.m_Messages.clear();
         const PrintRecord& record = Print();
-        EXPECT_EQ(record.m_Pages.size(), row.m_Pages) << row.m_Broken;
-        EXPECT_EQ(record.m_Completed, row.m_Completed) << row.m_Broken;
-        EXPECT_EQ(!m_Desk.m_Messages.empty(), row.m_Told) << row.m_Broken;
+        EXPECT_EQ(record.m_Pages.size(), pages) << broken;
+        EXPECT_EQ(record.m_Completed, completed) << broken;
+        EXPECT_EQ(!m_Desk.m_Messages.empty(), told) << broken;
         EXPECT_FALSE(Editor().m_Inspector->GetPrint());
     }
     SetBackend(&m_Desk);
@@ -227,7 +206,7 @@ TEST_F(ViewPrintTest, MeasuresAreTheDevices) {
         }
         std::vector<LogFont> m_Asked;
     } desk(m_Desk);
-    Set({{u"TextFont", u"Mono,-13,5"}, {u"PrintLineNumbers", u"1"}});
+    Set("TextFont=Mono,-13,5 PrintLineNumbers=1");
     m_Desk.m_Printer.m_Resolution = {600, 1200};
     m_Desk.m_Printer.m_Font = {20, 3, 7, 10};
     Open("a\nb");

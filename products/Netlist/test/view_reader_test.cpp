@@ -9,27 +9,19 @@ protected:
 };
 
 TEST_F(ViewReader, FollowsCaretAndSelection) {
-    struct Read {
-        const char* m_Start;
-        const char* m_Script;
-        const char16_t* m_Text;
-        int m_Caret;
-        IAccessibleText::Range m_Selection;
-    };
-    static constexpr Read kCases[] = {
-        {"|", "Left", u"", 0, {}},
-        {"a\tb\ncd|", "Left", u"a   b\ncd", 7, {}},
-        {"ab\nc|d", "S-C-Home", u"ab\ncd", 0, {0, 4}},
-        {"\xB5|\n*", "S-C-End", u"\u00B5\n*", 2, {1, 2}},
-    };
-    for (const Read& c : kCases) {
-        SCOPED_TRACE(c.m_Start);
-        Start(c.m_Start);
-        Play(c.m_Script);
-        EXPECT_EQ(Reader().GetText({-5, 1000}), c.m_Text);
-        EXPECT_EQ(Reader().GetLength(), static_cast<int>(std::u16string_view(c.m_Text).size()));
-        EXPECT_EQ(Reader().GetCaretOffset(), c.m_Caret);
-        EXPECT_EQ(Reader().GetSelection(), c.m_Selection);
+    const std::tuple<const char*, const char*, const char16_t*, int, IAccessibleText::Range>
+        kCases[] = {{"|", "Left", u"", 0, {}},
+                    {"a\tb\ncd|", "Left", u"a   b\ncd", 7, {}},
+                    {"ab\nc|d", "S-C-Home", u"ab\ncd", 0, {0, 4}},
+                    {"\xB5|\n*", "S-C-End", u"\u00B5\n*", 2, {1, 2}}};
+    for (const auto& [start, script, text, caret, selection] : kCases) {
+        SCOPED_TRACE(start);
+        Start(start);
+        Play(script);
+        EXPECT_EQ(Reader().GetText({-5, 1000}), text);
+        EXPECT_EQ(Reader().GetLength(), static_cast<int>(std::u16string_view(text).size()));
+        EXPECT_EQ(Reader().GetCaretOffset(), caret);
+        EXPECT_EQ(Reader().GetSelection(), selection);
     }
 }
 

@@ -9,20 +9,17 @@ class ViewReplay : public ScriptTest {};
 
 TEST_F(ViewReplay, AnActionIsUndoneWhole) {
     SetOption(u"NumberOfUndos", 4);
-    const struct {
-        const char* m_Script;
-        const char* m_State;
-        int m_Undo, m_Redo; ///< records there are then
-    } kRows[] = {{"'ab'", "ab|", 2, 0},        {"undo", "a|", 1, 1},
-                 {"'c' redo", "ac|", 2, 0},    {"undo*3", "|", 0, 2},
-                 {"redo", "a|", 1, 1},         {"redo S-Left undo", "a|", 1, 1},
-                 {"'bcdef'", "abcdef|", 4, 0}, {"undo*6", "ab|", 0, 4}};
+    // undo and redo: the records there are then
+    const std::tuple<const char*, const char*, int, int> kRows[] = {
+        {"'ab'", "ab|", 2, 0},        {"undo", "a|", 1, 1},   {"'c' redo", "ac|", 2, 0},
+        {"undo*3", "|", 0, 2},        {"redo", "a|", 1, 1},   {"redo S-Left undo", "a|", 1, 1},
+        {"'bcdef'", "abcdef|", 4, 0}, {"undo*6", "ab|", 0, 4}};
     Start("|");
-    for (const auto& row : kRows) {
-        Play(row.m_Script);
-        EXPECT_EQ(State(), row.m_State) << row.m_Script;
-        EXPECT_EQ(Editor().m_Inspector->GetUndoCount(), row.m_Undo) << row.m_Script;
-        EXPECT_EQ(Editor().m_Inspector->GetRedoCount(), row.m_Redo) << row.m_Script;
+    for (const auto& [script, state, undo, redo] : kRows) {
+        Play(script);
+        EXPECT_EQ(State(), state) << script;
+        EXPECT_EQ(Editor().m_Inspector->GetUndoCount(), undo) << script;
+        EXPECT_EQ(Editor().m_Inspector->GetRedoCount(), redo) << script;
         ExpectTruePicture();
     }
 }

@@ -87,12 +87,12 @@ TEST_F(ViewSearch, DialogsOfferASelectionWithinARow) {
                  {"|a\tb", "S-End", u"a   b"}, // as it can be found
                  {"|abc\nabc", "Right S-A-Right*2", u"bc"}};
     for (const auto& row : kRows)
-        for (const auto& [command, title] : {std::pair(57636u, u"Find"), {57641u, u"Replace"}}) {
+        for (const unsigned command : {57636u, 57641u}) {
             Start(row.m_Start);
             FindBox().SetWindowText(u"box");
             Play(row.m_Script);
             m_Desk.m_DialogScripts.push_back([&](HeadlessDialog& shown) {
-                EXPECT_EQ(shown.GetTitle(), title);
+                EXPECT_EQ(shown.GetTitle(), command == 57636 ? u"Find" : u"Replace");
                 EXPECT_EQ(shown.GetText(9007), row.m_Offered);
                 EXPECT_FALSE(shown.IsChecked(9004)); // case
             });
@@ -104,17 +104,15 @@ TEST_F(ViewSearch, DialogsOfferASelectionWithinARow) {
 TEST_F(ViewSearch, AMatchThatHasChangedStillMovesTheCaret) {
     Start("|ab\nab");
     FindBox().SetWindowText(u"ab");
-    const struct {
-        int m_Deleted; ///< the row whose match goes
-        const char* m_Key;
-        const char* m_State;
-    } kRows[] = {{0, "F3", "\n[|ab]"}, {1, "S-F3", "\n|"}};
+    // deleted: the row whose match goes
+    const std::tuple<int, const char*, const char*> kRows[] = {{0, "F3", "\n[|ab]"},
+                                                               {1, "S-F3", "\n|"}};
     Play("F3");
-    for (const auto& row : kRows) {
-        Editor().m_Driver->DelRange(row.m_Deleted, 0, 2, false, false);
-        Editor().m_Driver->NotifyEdited(row.m_Deleted);
-        Play(row.m_Key);
-        EXPECT_EQ(State(), row.m_State);
+    for (const auto& [deleted, key, state] : kRows) {
+        Editor().m_Driver->DelRange(deleted, 0, 2, false, false);
+        Editor().m_Driver->NotifyEdited(deleted);
+        Play(key);
+        EXPECT_EQ(State(), state);
         ExpectTruePicture();
     }
 }
@@ -122,10 +120,7 @@ TEST_F(ViewSearch, AMatchThatHasChangedStillMovesTheCaret) {
 TEST_F(ViewSearch, Replace) {
     constexpr const char* kNoA = "Cannot find string:\"a\"";
     constexpr const char* kNoAb = "Cannot find string:\"ab\"";
-    const struct {
-        Case m_Case;
-        const char* m_Journal;
-    } kRows[] = {
+    const std::pair<Case, const char*> kRows[] = {
         {{"|ab ab", "replace:AB:x", "[|ab] ab"}, ""}, // only finds
         {{"|ab ab", "replace:ab:x*2", "x [|ab]"}, "5 0,0-2* 0 ab ab / 4 0,0-1* 0 x"},
         {{"ab ab|", "replace:ab:xyz:u*2", "[ab| xyz"}, "5 0,3-5* 0 ab ab / 4 0,3-6* 0 xyz"},
@@ -148,10 +143,10 @@ TEST_F(ViewSearch, Replace) {
         {{"|ab", "all:a:1`2", "1\n2|b"}, "5 0,0-1* 0 ab / 4 0,0-1* 13 1 / 4 1,0-1 0 2"},
         {{"a|b ab", "S-Right all:ab:c", "c c|"},
          "5 0,0-2* 0 ab ab / 4 0,0-1* 0 c / 5 0,2-4* 0 c ab / 4 0,2-3* 0 c"}};
-    for (const auto& row : kRows) {
-        Check({&row.m_Case, 1});
-        EXPECT_EQ(Journal(), row.m_Journal) << row.m_Case.m_Start;
-        EXPECT_EQ(Editor().m_Inspector->IsModified(), *row.m_Journal != 0);
+    for (const auto& [replacing, journal] : kRows) {
+        Check({&replacing, 1});
+        EXPECT_EQ(Journal(), journal) << replacing.m_Start;
+        EXPECT_EQ(Editor().m_Inspector->IsModified(), *journal != 0);
     }
 }
 

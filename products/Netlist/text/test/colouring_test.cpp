@@ -42,17 +42,15 @@ TEST(Colouring, EqualsOneSearchAfterTheOther) {
 }
 
 TEST(Colouring, KnowsWhetherARangeCanStayOpen) {
-    const struct {
-        const char* close;
-        bool canCarry;
-    } rows[] = {{"$", false},         {"'|$", false},     {"(a+|b*)$", false}, {"", false},
-                {"a*", false},        {"(a|b$)?", false}, {"'", true},         {"a$", true},
-                {"a+|.", true},       {"^$", true},       {"'|^", true},       {"\\>|\\<", true},
-                {"(a|b|\\>)$", true}, {"(a|^|b$)", true}};
-    for (const auto& row : rows) {
+    const std::pair<const char*, bool> rows[] = {
+        {"$", false},         {"'|$", false},     {"(a+|b*)$", false}, {"", false},
+        {"a*", false},        {"(a|b$)?", false}, {"'", true},         {"a$", true},
+        {"a+|.", true},       {"^$", true},       {"'|^", true},       {"\\>|\\<", true},
+        {"(a|b|\\>)$", true}, {"(a|^|b$)", true}};
+    for (const auto& [close, canCarry] : rows) {
         CSyntaxDscr syntax;
-        Fill(syntax, {{"'", row.close}, {"#", "$"}}, {});
-        EXPECT_EQ(syntax.CanCarry(), row.canCarry) << row.close;
+        Fill(syntax, {{"'", close}, {"#", "$"}}, {});
+        EXPECT_EQ(syntax.CanCarry(), canCarry) << close;
     }
 }
 
@@ -60,7 +58,7 @@ TEST(Colouring, KnowsWhetherARangeCanStayOpen) {
 /// little more, states are forgotten from run to run.
 TEST(Colouring, IsTheSameInLittleMemory) {
     const std::size_t cache = TokenAutomaton::s_cache;
-    for (const std::size_t bytes : {0, 300, 2000, 10000}) {
+    for (const std::size_t bytes : {0u, 300u, 2000u, 10000u}) {
         TokenAutomaton::s_cache = bytes;
         for (const auto& description : kDescriptions)
             EXPECT_NO_FATAL_FAILURE(
@@ -99,7 +97,7 @@ TEST(Colouring, CrowdedLines) {
         lengths.push_back({texts.emplace_back(i, '.').c_str(), i == 9 ? "b" : ".", ".|$"});
     Compared manySteps({}, {{"[ab].*#", ".", ".|$"}, {"b.*", "a", "$"}, {"ab?", ".", "."}});
     Compared manyMatches({{"#", "#"}}, lengths);
-    for (const std::size_t length : {2000, 40, 1500, 3}) {
+    for (const std::size_t length : {2000u, 40u, 1500u, 3u}) {
         std::string text(length, 'a');
         text[length / 2] = 'b';
         text[length / 3] = '#';
@@ -109,7 +107,7 @@ TEST(Colouring, CrowdedLines) {
         ASSERT_NO_FATAL_FAILURE(manyMatches.Check(text, -1));
     }
     Compared longLine({{"#", "#"}}, {{"a+", ".", ".|$"}});
-    for (const std::size_t length : {70000, 3, 80000})
+    for (const std::size_t length : {70000u, 3u, 80000u})
         ASSERT_NO_FATAL_FAILURE(longLine.Check(std::string(length, 'a'), -1));
 }
 
@@ -153,12 +151,7 @@ TEST(Colouring, LinesThatTeachTheRules) {
     CSyntaxDscr syntax;
     Fill(syntax, kDescriptions[0].ranges, kDescriptions[0].tokens);
     using namespace std::string_literals;
-    const struct {
-        std::string text;
-        std::int32_t carried;
-        std::vector<CColorDscr> spans;
-        std::int32_t rangeOut;
-    } rows[] = {
+    const std::tuple<std::string, std::int32_t, std::vector<CColorDscr>, std::int32_t> rows[] = {
         {"/* ab", -1, {{0, 4, 1}}, 0},
         {"", 0, {{0, 0, 1}}, 0},
         {"ab 1", 0, {{0, 3, 1}}, 0},
@@ -169,11 +162,11 @@ TEST(Colouring, LinesThatTeachTheRules) {
         {"1+1", -1, {{0, 0, 101}, {1, 1, 104}, {2, 2, 101}}, -1},
         {"ab\0ab"s, -1, {{0, 1, 102}}, -1}, // the second one has no character before it
     };
-    for (const auto& row : rows) {
-        CSimEditLine line(row.text);
-        line.ColourLine(row.carried, &syntax);
-        EXPECT_EQ(line.Colors().ToVector(), row.spans) << row.text;
-        EXPECT_EQ(line.RangeOut(), row.rangeOut) << row.text;
+    for (const auto& [text, carried, spans, rangeOut] : rows) {
+        CSimEditLine line(text);
+        line.ColourLine(carried, &syntax);
+        EXPECT_EQ(line.Colors().ToVector(), spans) << text;
+        EXPECT_EQ(line.RangeOut(), rangeOut) << text;
     }
 }
 

@@ -16,8 +16,7 @@ constexpr const char* kHard[] = {
     "(a|aa)*[bc]",       "(a+a+)+[bc]",       "(a|aa)*$b",        "(a|b|ab)*(aa)*[cd]",
     "[a-z]*[0-9]",       "[a-z]+[0-9]",       "x*[a-z]*[0-9]",    ".*.*.*[=x]",
     "(([a-z])+.)+[A-Z]", "(.a|a.)+$",         "((a?a?)a)*[b-z]",  R"(\<(a|aa)*\<)",
-    "(a*b|a*c|a*d)",     "a*a*a*a*a*a*[b-d]", "(((a+)a)+a)+[xy]", "((a|b)*c|a)*d$",
-};
+    "(a*b|a*c|a*d)",     "a*a*a*a*a*a*[b-d]", "(((a+)a)+a)+[xy]", "((a|b)*c|a)*d$"};
 
 const std::string kAs(5000, 'a');
 

@@ -80,15 +80,12 @@ TEST(RegMatch, TheLastMatchIsKept) {
 /// Where a text of its own begins is part of the question.
 TEST(RegMatch, AMatchCanBeAskedForBehindABegin) {
     const RegSubject subject("ab ab");
-    const struct {
-        const char* expression;
-        std::size_t at, begin;
-        int length;
-    } rows[] = {{R"(\<b)", 1, 1, 1}, {R"(\<b)", 1, 0, -1}, {"^ab", 3, 3, 2}, {"^ab", 3, 0, -1},
-                {"", 5, 5, 0},       {"", 6, 5, -1},       {"", 1, 2, -1}};
-    for (const auto& row : rows)
-        EXPECT_EQ(CRegExp(row.expression).MatchAt(subject, row.at, row.begin), row.length)
-            << row.expression << row.at << row.begin;
+    const std::tuple<const char*, std::size_t, std::size_t, int> rows[] = {
+        {R"(\<b)", 1, 1, 1}, {R"(\<b)", 1, 0, -1}, {"^ab", 3, 3, 2}, {"^ab", 3, 0, -1},
+        {"", 5, 5, 0},       {"", 6, 5, -1},       {"", 1, 2, -1}};
+    for (const auto& [expression, at, begin, length] : rows)
+        EXPECT_EQ(CRegExp(expression).MatchAt(subject, at, begin), length)
+            << expression << at << begin;
     EXPECT_FALSE(CRegExp("").MatchFrom(subject, 6).Found());
 }
 

@@ -1,7 +1,7 @@
 #include "sim_edit_doc.h"
 
 #include "archive.h"
-#include "assertion.h"
+#include "assertion_watch.h"
 #include "edit_replay.h"
 #include "editor_options.h"
 #include "text_view.h"
@@ -14,31 +14,6 @@
 #include <random>
 
 namespace {
-
-/// Counts the assertions that are reported while it lives.
-class AssertionCount {
-public:
-    AssertionCount()
-        : m_handler(SetAssertHandler([this](const std::string&, unsigned) {
-              ++m_count;
-              return AssertAnswer::kRetry;
-          })) {
-        std::swap(gIgnoreAllAsserts, m_ignored);
-    }
-    AssertionCount(const AssertionCount&) = delete;
-    AssertionCount& operator=(const AssertionCount&) = delete;
-    ~AssertionCount() {
-        SetAssertHandler(m_handler);
-        gIgnoreAllAsserts = m_ignored;
-    }
-    /// Since the last call.
-    int Take() { return std::exchange(m_count, 0); }
-
-private:
-    int m_count = 0;
-    bool m_ignored = false;
-    AssertHandler m_handler;
-};
 
 /// Sets options for one test and puts the defaults back.
 class SimEditDocTest : public testing::Test {
@@ -83,9 +58,7 @@ private:
 };
 
 TEST_F(SimEditDocTest, LoadsAndSavesLineEnds) {
-    const struct {
-        std::string bytes, lines, saved;
-    } rows[] = {
+    const std::tuple<std::string, std::string, std::string> rows[] = {
         {"", "[]", ""},
         {"abc", "[abc]", "abc"},
         {"abc\n", "[abc]", "abc"},
@@ -98,15 +71,15 @@ TEST_F(SimEditDocTest, LoadsAndSavesLineEnds) {
         {"\r\n\r\n", "[][][]", "\r\n\r\n"},
         {std::string("a\0b\r\n\0", 6), std::string("[a\0b][\0]", 8), std::string("a\0b\r\n\0", 6)},
         {"\ta\tb\n \t", "[    a   b][    ]", "\ta\tb\r\n \t"}};
-    for (const auto& row : rows) {
+    for (const auto& [bytes, lines, saved] : rows) {
         CSimEditDoc doc;
-        Load(doc, row.bytes);
-        EXPECT_EQ(Lines(doc), row.lines);
-        EXPECT_EQ(Saved(doc), row.saved);
+        Load(doc, bytes);
+        EXPECT_EQ(Lines(doc), lines);
+        EXPECT_EQ(Saved(doc), saved);
         EXPECT_EQ(doc.Check(), "");
         CSimEditDoc again;
         Load(again, Saved(doc));
-        EXPECT_EQ(Lines(again), row.lines);
+        EXPECT_EQ(Lines(again), lines);
     }
 }
 
@@ -135,11 +108,7 @@ private:
 };
 
 TEST_F(SimEditDocTest, AFailingArchiveLeavesALineAndNoJournal) {
-    const struct {
-        std::function<void()> fail;
-        const char *bytes, *lines;
-        bool comesThrough;
-    } rows[] = {
+    const std::tuple<std::function<void()>, const char*, const char*, bool> rows[] = {
         {[] { throw CArchiveException(CArchiveException::endOfFile); }, "ab\ncd", "[ab][cd]",
          false},
         {[] { throw CArchiveException(CArchiveException::genericException); }, "ab", "[ab]", false},
@@ -147,18 +116,18 @@ TEST_F(SimEditDocTest, AFailingArchiveLeavesALineAndNoJournal) {
         {[] { throw std::bad_alloc(); }, "ab\ncd", "[ab]", true},
         {[] { throw std::bad_alloc(); }, "ab", "[]", true},
         {[] { throw std::length_error(""); }, "ab\ncd\r\n", "[ab][cd]", false}};
-    for (const auto& row : rows) {
+    for (const auto& [fail, bytes, lines, comesThrough] : rows) {
         CSimEditDoc doc;
         Load(doc, "one\ntwo");
         doc.SetBookmark(0, 1);
         doc.DeleteLine(1, 1, 1); // a record whose text the old load brought
-        PieceFile file(row.bytes, 99, row.fail);
+        PieceFile file(bytes, 99, fail);
         CArchive archive(file, CArchive::load);
-        if (row.comesThrough)
+        if (comesThrough)
             EXPECT_THROW(doc.LoadArchive(archive), std::bad_alloc);
         else
             doc.LoadArchive(archive);
-        EXPECT_EQ(Lines(doc), row.lines);
+        EXPECT_EQ(Lines(doc), lines);
         EXPECT_EQ(doc.UndoList().Size(), 0u);
         EXPECT_EQ(doc.Check(), "");
     }
@@ -182,22 +151,20 @@ public:
 };
 
 TEST_F(SimEditDocTest, ALoadTellsTheViewsTheLongestLine) {
-    const struct {
-        std::string text;
-        const char* notes;
-    } rows[] = {{"", "reset 1 1000, width 1000"},
-                {std::string(1000, 'x'), "reset 1 1000, width 1000"},
-                {"a\n" + std::string(998, 'x') + "\tb\nc", "reset 1 1000, width 1001"}};
+    const std::pair<std::string, const char*> rows[] = {
+        {"", "reset 1 1000, width 1000"},
+        {std::string(1000, 'x'), "reset 1 1000, width 1000"},
+        {"a\n" + std::string(998, 'x') + "\tb\nc", "reset 1 1000, width 1001"}};
     CSimEditDoc doc;
     NotingView view;
     doc.AddView(&view);
-    for (const auto& row : rows) {
+    for (const auto& [text, notes] : rows) {
         view.notes.clear();
-        Load(doc, row.text);
-        EXPECT_EQ(view.notes, row.notes);
+        Load(doc, text);
+        EXPECT_EQ(view.notes, notes);
         view.notes.clear();
-        doc.SetText(AString(row.text));
-        EXPECT_EQ(view.notes, row.notes);
+        doc.SetText(AString(text));
+        EXPECT_EQ(view.notes, notes);
     }
 }
 
@@ -244,11 +211,7 @@ using Action = void (*)(CSimEditDoc&);
 
 TEST_F(SimEditDocTest, EachPrimitiveEditsAndWritesItsRecord) {
     static std::int32_t width;
-    const struct {
-        const char* bytes;
-        Action action;
-        const char *lines, *records;
-    } rows[] = {
+    const std::tuple<const char*, Action, const char*, const char*> rows[] = {
         {"a\tb", [](CSimEditDoc& d) { d.DelChar(0, 1, 1, width); }, "[ab]",
          "6 0 1 -1 -1 1 9 'DelTab'"},
         {"ab\ncd", [](CSimEditDoc& d) { d.CatLine(0, 1, 1); }, "[abcd]", "0 0 2 -1 -1 1 13 ''"},
@@ -272,12 +235,12 @@ TEST_F(SimEditDocTest, EachPrimitiveEditsAndWritesItsRecord) {
         {"a\tbc", [](CSimEditDoc& d) { d.DelRange(0, 4, 5, 1, 1); }, "[a   c]",
          "5 0 4 5 0 1 0 'a   bc'"},
         {"ab", [](CSimEditDoc& d) { d.DelRange(0, 1, 1, 1, 1); }, "[ab]", ""}};
-    for (const auto& row : rows) {
+    for (const auto& [bytes, action, lines, records] : rows) {
         CSimEditDoc doc;
-        Load(doc, row.bytes);
-        row.action(doc);
-        EXPECT_EQ(Lines(doc), row.lines) << row.records;
-        EXPECT_EQ(Dump(doc.UndoList()), row.records);
+        Load(doc, bytes);
+        action(doc);
+        EXPECT_EQ(Lines(doc), lines) << records;
+        EXPECT_EQ(Dump(doc.UndoList()), records);
         EXPECT_EQ(doc.Check(), "");
     }
 }
@@ -339,7 +302,7 @@ TEST_F(SimEditDocTest, PlacesOutsideTheTextAreRefused) {
                               [](CSimEditDoc& d) { d.SetBookmark(1, 1); }};
     CSimEditDoc doc;
     Load(doc, "ab");
-    AssertionCount assertions;
+    AssertionWatch assertions;
     for (std::size_t at = 0; at < std::size(actions); ++at) {
         actions[at](doc);
         EXPECT_EQ(assertions.Take(), 1) << at;
@@ -352,7 +315,7 @@ TEST_F(SimEditDocTest, PlacesOutsideTheTextAreRefused) {
 TEST_F(SimEditDocTest, ATextEndsAtItsFirstLineEnd) {
     CSimEditDoc doc;
     Load(doc, "ab");
-    AssertionCount assertions;
+    AssertionWatch assertions;
     doc.InsertLine(0, 1, 1, std::string_view("x\0y\rz", 5));
     doc.InsertString(1, 1, 7, "\tc\nd", 1, 1);
     doc.InsertString(1, 0, 2, "\n", 1, 1);

@@ -91,31 +91,24 @@ TEST(SimEditLine, BehavesAsCountingColumnsDoesOverRandomEdits) {
 
 TEST(SimEditLine, GivesPartsOfItsTextWithTabsRestored) {
     const CSimEditLine line("ab\tc\td"); // tabs at 2 (2 wide) and 5 (3 wide)
-    const struct {
-        int from, to;
-        const char* text;
-    } rows[] = {{0, -1, "ab\tc\td"}, {0, 1, "ab"}, {0, 2, "ab\t"}, {3, -1, " c\td"},
-                {6, -1, "  d"},      {4, 4, "c"},  {4, 5, "c\t"},  {5, 4, ""},
-                {9, -1, ""},         {8, 99, "d"}};
-    for (const auto& row : rows)
-        EXPECT_EQ(line.GetText(row.from, row.to), row.text) << row.from << ".." << row.to;
+    const std::tuple<int, int, const char*> rows[] = {
+        {0, -1, "ab\tc\td"}, {0, 1, "ab"},  {0, 2, "ab\t"}, {3, -1, " c\td"}, {6, -1, "  d"},
+        {4, 4, "c"},         {4, 5, "c\t"}, {5, 4, ""},     {9, -1, ""},      {8, 99, "d"}};
+    for (const auto& [from, to, text] : rows)
+        EXPECT_EQ(line.GetText(from, to), text) << from << ".." << to;
 }
 
 TEST(SimEditLine, RefusesWhatColumnsCannotCount) {
     constexpr std::size_t kMost = LineText::kMostSize;
-    const struct {
-        std::size_t columns;
-        std::string_view text;
-        bool hasRoom;
-    } rows[] = {
+    const std::tuple<std::size_t, std::string_view, bool> rows[] = {
         {0, "x", true},
         {kMost - 40, "12345678901234567890", true},
         {kMost - 40, "1\t3\t5\t7\t9\t1\t3\t5\t7\t9\t", false},
         {kMost, "x", false},
         {0, {"", kMost + 1}, false}, // as the size alone says
     };
-    for (const auto& row : rows)
-        EXPECT_EQ(CSimEditLine::HasRoomFor(row.text, row.columns), row.hasRoom) << row.columns;
+    for (const auto& [columns, text, hasRoom] : rows)
+        EXPECT_EQ(CSimEditLine::HasRoomFor(text, columns), hasRoom) << columns;
     EXPECT_THROW(LineText::Borrow({"", kMost + 1}), std::length_error);
 }
 

@@ -121,11 +121,8 @@ TEST_F(SyntaxConfigTest, WhatIsNamedManyTimesIsBoundedForTheWholeConfiguration) 
     };
     const std::string many = "NumberOfDscr=2000000000\nNumberOfTokenGroups=2000000000\n"
                              "NumberOfFileExt=2000000000\nStdStartSep=.\nStdStopSep=.\n";
-    const struct {
-        const char* name;
-        std::string config, description;
-        const char* key; ///< the first that was too many; none where it was reports
-    } rows[] = {
+    // key: the first that was too many; none where it was reports
+    const std::tuple<const char*, std::string, std::string, const char*> rows[] = {
         {"itself", numbered("Dscr", 1, "D"),
          "[Tokens]\n" + many + numbered("TokenGroup", 2000, "Tokens") +
              numbered("TokenDscr", 2000, "a"),
@@ -140,11 +137,11 @@ TEST_F(SyntaxConfigTest, WhatIsNamedManyTimesIsBoundedForTheWholeConfiguration) 
         {"list", numbered("Dscr", 900, "D"), "", "FileExt"},
         {"faults", numbered("Dscr", 900, "D"), "[Tokens]\n" + many + "TokenGroup0=T\n[T]\n" + many,
          ""}};
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.name);
-        Write("c.cfg", "[SyntaxColoring]\n" + many + row.config + "[D]\nDscrFile=d.dsc\n" + many +
-                           numbered("FileExt", row.description.empty() ? 300 : 0, "x"));
-        Write("d.dsc", row.description);
+    for (const auto& [name, config, description, key] : rows) {
+        SCOPED_TRACE(name);
+        Write("c.cfg", "[SyntaxColoring]\n" + many + config + "[D]\nDscrFile=d.dsc\n" + many +
+                           numbered("FileExt", description.empty() ? 300 : 0, "x"));
+        Write("d.dsc", description);
         m_reports.clear();
         std::size_t kept = 0;
         for (const auto& syntax : Read())
@@ -159,7 +156,7 @@ TEST_F(SyntaxConfigTest, WhatIsNamedManyTimesIsBoundedForTheWholeConfiguration) 
                                  item.reason.find("more faults") != std::string::npos))
                     tooMany = item.key.substr(0, item.key.find_first_of("0123456789"));
         }
-        EXPECT_EQ(tooMany, row.key);
+        EXPECT_EQ(tooMany, key);
         EXPECT_LE(items, 13'000u);
     }
 }
