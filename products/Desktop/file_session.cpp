@@ -16,24 +16,16 @@ std::size_t HashOf(std::string_view bytes) {
 
 } // namespace
 
-std::optional<FileSession::Stamp> FileSession::StampOf(const std::string& path) {
-    std::error_code error;
-    const Stamp stamp{std::filesystem::file_size(path, error),
-                      error ? std::filesystem::file_time_type()
-                            : std::filesystem::last_write_time(path, error)};
-    return error ? std::nullopt : std::optional(stamp);
-}
-
 void FileSession::Know(const std::string& path, std::string_view bytes) {
     m_Path = path;
-    m_Stamp = StampOf(path);
+    m_Stamp = FileStamp::Of(path);
     m_Hash = HashOf(bytes);
     m_FormChanged = false;
 }
 
 sys::Status FileSession::Load(const std::string& path, std::string& archive) {
     // Stamped before it is read: what is written meanwhile is noticed.
-    const std::optional<Stamp> stamp = StampOf(path);
+    const std::optional<FileStamp> stamp = FileStamp::Of(path);
     if (sys::Status status = sys::ReadWholeFile(path, kMostBytes, archive); !status)
         return status;
     Know(path, archive);
@@ -80,7 +72,7 @@ void FileSession::NoteForm(const std::string& archive) {
 FileSession::Disk FileSession::CheckDisk() {
     if (m_Path.empty())
         return Disk::same;
-    const std::optional<Stamp> stamp = StampOf(m_Path);
+    const std::optional<FileStamp> stamp = FileStamp::Of(m_Path);
     if (stamp == m_Stamp)
         return Disk::same;
     if (!stamp)
@@ -93,7 +85,7 @@ FileSession::Disk FileSession::CheckDisk() {
 }
 
 void FileSession::AcceptDisk() {
-    m_Stamp = StampOf(m_Path);
+    m_Stamp = FileStamp::Of(m_Path);
     std::string bytes;
     static_cast<void>(sys::ReadWholeFile(m_Path, kMostBytes, bytes));
     m_Hash = HashOf(bytes);
@@ -105,7 +97,7 @@ void FileSession::Adopt(const std::string& path, const FileForm& form,
     m_Form = form;
     m_Stamp.reset();
     std::istringstream words(knownDisk);
-    Stamp stamp;
+    FileStamp stamp;
     std::int64_t time = 0;
     if (words >> stamp.m_Size >> time >> m_Hash) {
         stamp.m_Time = FileTime(FileTime::duration(time));

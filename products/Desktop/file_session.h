@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 
+#include "file_stamp.h"
 #include "status.h"
 #include "text_file.h"
 
@@ -50,13 +51,6 @@ public:
     LineEnds GetSavedLineEnds() const;
 
 private:
-    /// What the file on the disk was like when it was last read or written.
-    struct Stamp {
-        std::uintmax_t m_Size = 0;
-        std::filesystem::file_time_type m_Time;
-        bool operator==(const Stamp&) const = default;
-    };
-    static std::optional<Stamp> StampOf(const std::string& path);
     /// Reads the known file. @return false: the text has to be written
     bool ReadKnown(bool modified, std::string& bytes) const;
     void Know(const std::string& path, std::string_view bytes);
@@ -64,7 +58,7 @@ private:
 
     std::string m_Path;
     FileForm m_Form;
-    std::optional<Stamp> m_Stamp; ///< nothing: the file wasn't there
-    std::size_t m_Hash = 0;       ///< of the file's bytes
+    std::optional<FileStamp> m_Stamp; ///< when it was last read or written; nothing: not there
+    std::size_t m_Hash = 0;           ///< of the file's bytes
     bool m_FormChanged = false;
 };

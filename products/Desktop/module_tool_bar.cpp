@@ -121,7 +121,7 @@ QAction* ModuleToolBar::AddButton(const ToolBarButton& button) {
     widgetForAction(action)->installEventFilter(this);
     connect(action, &QAction::triggered, this, [this, command = button.mCommand] {
         if (!m_Around.m_Host.IsCustomizing())
-            m_Around.m_Commands.Run(command, m_Around.m_Source);
+            m_Around.m_Use.m_Commands.Run(command, m_Around.m_Use.m_Source);
     });
     return action;
 }
@@ -135,8 +135,8 @@ QAction* ModuleToolBar::AddBox(const ToolBarButton& button) {
         return nullptr;
     auto* const box = new FindBox(*window, this);
     box->m_OnReturn = [this, id = button.mCommand](bool backward) { Search(id, backward); };
-    box->m_OnEscape = m_Around.m_OnEscape;
-    box->m_OnOtherKey = m_Around.m_OnOtherKey;
+    box->m_OnEscape = m_Around.m_Use.m_OnEscape;
+    box->m_OnOtherKey = m_Around.m_Use.m_OnOtherKey;
     box->m_OnFocus = [this, id = button.mCommand, window] {
         m_Bar.HandleMessage(kMsgCommand, MakeControlNotice(id, kNoticeGotFocus),
                             reinterpret_cast<std::intptr_t>(static_cast<CWnd*>(window)));
@@ -160,12 +160,12 @@ void ModuleToolBar::Search(unsigned box, bool backward) {
     const auto place = std::ranges::find(*buttons, box, &ToolBarButton::mCommand);
     const auto index = place - buttons->begin() + (backward ? 2 : 1);
     if (index < std::ssize(*buttons))
-        m_Around.m_Commands.Run((*buttons)[static_cast<std::size_t>(index)].mCommand,
-                                m_Around.m_Source);
+        m_Around.m_Use.m_Commands.Run((*buttons)[static_cast<std::size_t>(index)].mCommand,
+                                      m_Around.m_Use.m_Source);
 }
 
 void ModuleToolBar::Refresh() {
-    const ModuleMenu menu = m_Around.m_Source();
+    const ModuleMenu menu = m_Around.m_Use.m_Source();
     for (const Item& item : m_Items)
         if (item.m_Command != 0)
             ModuleCommands::Update(*item.m_Action, item.m_Command, menu);

@@ -20,18 +20,23 @@ Qt::ToolBarArea AreaOf(unsigned dockBarId);
 /// The picture of a button; a null one when it has none.
 QIcon IconOf(const ToolBarButton& button);
 
+/// What becomes of the user's clicks and keys in a bar. All outlives it.
+struct ModuleBarUse {
+    ModuleCommands& m_Commands;
+    ModuleCommands::Source m_Source;                    ///< gives who answers the commands
+    std::function<void()> m_OnEscape;                   ///< out of a box
+    std::function<bool(const QKeyEvent&)> m_OnOtherKey; ///< that a box has no use for
+};
+
 /// Shows the buttons and controls of the module's bar, and passes on to it what the pointer does.
 class ModuleToolBar : public QToolBar, public IToolBarPeer {
 public:
     /// What the bar needs of those around it; all outlives it.
     struct Surroundings {
         HostToolBars& m_Host;
-        ModuleCommands& m_Commands;
-        ModuleCommands::Source m_Source;                    ///< gives who answers the commands
-        std::function<void()> m_OnEscape;                   ///< out of a box
-        std::function<bool(const QKeyEvent&)> m_OnOtherKey; ///< that a box has no use for
-        std::function<unsigned()> m_GetArea;                ///< the number of the dock bar
-        std::function<void()> m_OnEnd; ///< deletes this bar, whose own one ends
+        ModuleBarUse m_Use;
+        std::function<unsigned()> m_GetArea; ///< the number of the dock bar
+        std::function<void()> m_OnEnd;       ///< deletes this bar, whose own one ends
     };
 
     ModuleToolBar(CQrToolBar& bar, Surroundings surroundings, QWidget* parent);

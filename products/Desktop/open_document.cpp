@@ -158,9 +158,8 @@ QString OpenDocument::GetTitle() const {
     return path.empty() ? m_Title : QFileInfo(FromPath(path)).fileName();
 }
 
-DocumentInstance& OpenDocument::AddInstance(const AString& name) {
-    return *m_Instances.emplace_back(
-        std::make_unique<DocumentInstance>(name, m_Design.GetViewKeys()));
+HostInstance& OpenDocument::AddInstance(const AString& name) {
+    return *m_Instances.emplace_back(std::make_unique<HostInstance>(name, m_Design.GetViewKeys()));
 }
 
 QMdiSubWindow* OpenDocument::GetShell() const {
@@ -174,7 +173,7 @@ QMdiSubWindow* OpenDocument::GetShell() const {
     return first;
 }
 
-QMdiSubWindow* OpenDocument::GetShellOf(const DocumentInstance& instance) const {
+QMdiSubWindow* OpenDocument::GetShellOf(const HostInstance& instance) const {
     const auto found = std::ranges::find_if(m_Shells, [&](const Shell& shell) {
         return shell.m_Window && shell.m_Instance == &instance;
     });
@@ -186,7 +185,7 @@ bool OpenDocument::HasShell(const QWidget* shell) const {
            std::ranges::any_of(m_Shells, [&](const Shell& own) { return own.m_Window == shell; });
 }
 
-void OpenDocument::AddShell(QMdiSubWindow& shell, DocumentInstance& instance) {
+void OpenDocument::AddShell(QMdiSubWindow& shell, HostInstance& instance) {
     std::erase_if(m_Shells, [](const Shell& own) { return !own.m_Window; });
     m_Shells.push_back({&shell, &instance});
 }
@@ -199,7 +198,7 @@ void OpenDocument::CloseShell(const QWidget* shell) {
 }
 
 /// That of a text with a home tells the instance.
-QString OpenDocument::TitleOf(DocumentInstance& instance) const {
+QString OpenDocument::TitleOf(HostInstance& instance) const {
     AString name;
     instance.GetInstanceName(name);
     const QString own = FromAString(name);

@@ -11,9 +11,9 @@
 #include <QPointer>
 #include <QString>
 
-#include "document_instance.h"
 #include "file_session.h"
 #include "host_design.h"
+#include "host_instance.h"
 #include "module_host.h"
 #include "text_home.h"
 
@@ -88,16 +88,14 @@ public:
 
     /// @name Windows: one for each design instance
     /// @{
-    DocumentInstance& AddInstance(const AString& name);
-    const std::vector<std::unique_ptr<DocumentInstance>>& GetInstances() const {
-        return m_Instances;
-    }
+    HostInstance& AddInstance(const AString& name);
+    const std::vector<std::unique_ptr<HostInstance>>& GetInstances() const { return m_Instances; }
     /// The active window if it is the document's, else its first; null while it has none.
     QMdiSubWindow* GetShell() const;
     /// The instance's window, null while it has none.
-    QMdiSubWindow* GetShellOf(const DocumentInstance& instance) const;
+    QMdiSubWindow* GetShellOf(const HostInstance& instance) const;
     bool HasShell(const QWidget* shell) const;
-    void AddShell(QMdiSubWindow& shell, DocumentInstance& instance);
+    void AddShell(QMdiSubWindow& shell, HostInstance& instance);
     /// Closes the window of an instance; the text stays open.
     void CloseShell(const QWidget* shell);
     /// Shows titles and modified marks.
@@ -118,10 +116,10 @@ private:
     void Closed() override {}
     struct Shell {
         QPointer<QMdiSubWindow> m_Window;
-        DocumentInstance* m_Instance;
+        HostInstance* m_Instance;
     };
     QVBoxLayout* GetBody() const;
-    QString TitleOf(DocumentInstance& instance) const;
+    QString TitleOf(HostInstance& instance) const;
 
     HostDesktop& m_Desktop;
     ITextHome* m_Home;
@@ -130,7 +128,7 @@ private:
     std::string m_Id;
     HostDesign m_Design;
     HostContext m_Context;
-    std::vector<std::unique_ptr<DocumentInstance>> m_Instances;
+    std::vector<std::unique_ptr<HostInstance>> m_Instances;
     HostedEditor m_Editor;
     FileSession m_File;
     std::vector<Shell> m_Shells;

@@ -92,14 +92,14 @@ void OpenDocuments::Show(OpenDocument& document) {
         Show(document, *document.GetInstances().front());
 }
 
-void OpenDocuments::Show(OpenDocument& document, DocumentInstance& instance) {
+void OpenDocuments::Show(OpenDocument& document, HostInstance& instance) {
     if (QMdiSubWindow* shell = document.GetShellOf(instance))
         BringForward(*shell);
     else
         OpenWindows(document, instance, [&](IEditor& editor) { editor.OpenView(&instance); });
 }
 
-void OpenDocuments::Place(OpenDocument& document, DocumentInstance& instance,
+void OpenDocuments::Place(OpenDocument& document, HostInstance& instance,
                           const ProjectPlacement& placement) {
     io::CBlock block;
     block.AddItem(io::CBlockItemPtr(placement.GetViews()));
@@ -107,7 +107,7 @@ void OpenDocuments::Place(OpenDocument& document, DocumentInstance& instance,
 }
 
 /// Windows that come to light meanwhile are the instance's.
-void OpenDocuments::OpenWindows(OpenDocument& document, DocumentInstance& instance,
+void OpenDocuments::OpenWindows(OpenDocument& document, HostInstance& instance,
                                 const std::function<void(IEditor&)>& open) {
     m_Opening = &document;
     m_OpeningInstance = &instance;

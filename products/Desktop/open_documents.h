@@ -25,10 +25,9 @@ public:
     /// Opens the document's window, or brings it to the front; of many the one in use.
     void Show(OpenDocument& document);
     /// The same with the window of one of its instances.
-    void Show(OpenDocument& document, DocumentInstance& instance);
+    void Show(OpenDocument& document, HostInstance& instance);
     /// Opens the windows of an instance as they stood.
-    void Place(OpenDocument& document, DocumentInstance& instance,
-               const ProjectPlacement& placement);
+    void Place(OpenDocument& document, HostInstance& instance, const ProjectPlacement& placement);
     /// Closes the document's window and destroys it, whatever is in it.
     void Remove(OpenDocument& document);
 
@@ -54,13 +53,13 @@ private:
     OpenDocument* OfShell(const QWidget* shell) const;
     void TakeShell(QWidget* shell);
     void BringForward(QMdiSubWindow& shell);
-    void OpenWindows(OpenDocument& document, DocumentInstance& instance,
+    void OpenWindows(OpenDocument& document, HostInstance& instance,
                      const std::function<void(IEditor&)>& open);
     FrameHooks MakeHooks();
 
     DesktopCore& m_Core;
     std::vector<std::unique_ptr<OpenDocument>> m_Documents;
     OpenDocument* m_Opening = nullptr; ///< whose window is being made
-    DocumentInstance* m_OpeningInstance = nullptr;
+    HostInstance* m_OpeningInstance = nullptr;
     int m_Untitled = 0;
 };

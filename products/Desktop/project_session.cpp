@@ -27,16 +27,8 @@ bool IsInFront(const ProjectPlacement& placement) {
 
 } // namespace
 
-std::optional<ProjectSession::Stamp> ProjectSession::StampOf(const std::string& path) {
-    std::error_code error;
-    const std::uintmax_t size = std::filesystem::file_size(path, error);
-    const auto time =
-        error ? std::filesystem::file_time_type() : std::filesystem::last_write_time(path, error);
-    return error ? std::nullopt : std::optional(Stamp{size, time});
-}
-
 sys::Status ProjectSession::Open(const std::string& path, std::vector<ProjectProblem>& problems) {
-    m_Stamp = StampOf(path);
+    m_Stamp = FileStamp::Of(path);
     sys::Status status = LoadProject(path, m_Project, problems);
     if (status)
         m_Path = path;
@@ -194,7 +186,7 @@ sys::Status ProjectSession::Save(const std::string& path) {
     if (sys::Status status = SaveProject(path, m_Project); !status)
         return status;
     m_Path = path;
-    m_Stamp = StampOf(path);
+    m_Stamp = FileStamp::Of(path);
     for (auto& [text, open] : m_Texts) {
         open.m_Document->GetEditor().m_Driver->SetModified(false);
         open.m_Document->RefreshTitle();

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "file_stamp.h"
 #include "open_documents.h"
 #include "project_file.h"
 
@@ -43,7 +44,7 @@ public:
     /// Whether a text has been changed; windows that were moved are no change.
     bool IsModified() const;
     /// Whether another program has written the file since it was read or saved.
-    bool IsChangedOnDisk() const { return IsOpen() && StampOf(m_Path) != m_Stamp; }
+    bool IsChangedOnDisk() const { return IsOpen() && FileStamp::Of(m_Path) != m_Stamp; }
     /// Saves texts and places of windows into a file, which is the project's from then on.
     sys::Status Save(const std::string& path);
     /// Saves the places of windows alone, if nothing else of the file would be another: it is as a
@@ -51,17 +52,10 @@ public:
     void SavePlaces();
 
 private:
-    struct Stamp {
-        std::uintmax_t m_Size = 0;
-        std::filesystem::file_time_type m_Time;
-        bool operator==(const Stamp&) const = default;
-    };
-    static std::optional<Stamp> StampOf(const std::string& path);
-
     /// A window's place and the instance that it belongs to.
     struct View {
         ProjectPlacement* m_Placement;
-        DocumentInstance* m_Instance;
+        HostInstance* m_Instance;
     };
     struct Text {
         OpenDocument* m_Document = nullptr;
@@ -83,6 +77,6 @@ private:
     ITextHome& m_Home;
     std::string m_Path;
     Project m_Project;
-    std::optional<Stamp> m_Stamp;
+    std::optional<FileStamp> m_Stamp;
     std::map<ProjectText*, Text> m_Texts; ///< those that are documents
 };

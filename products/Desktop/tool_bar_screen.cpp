@@ -36,10 +36,7 @@ void ToolBarScreen::BarComes(CQrToolBar& bar) {
     auto* const shown =
         new ModuleToolBar(bar,
                           {.m_Host = m_Host,
-                           .m_Commands = m_Around.m_Commands,
-                           .m_Source = m_Around.m_Source,
-                           .m_OnEscape = m_Around.m_OnEscape,
-                           .m_OnOtherKey = m_Around.m_OnOtherKey,
+                           .m_Use = m_Around.m_Use,
                            .m_GetArea =
                                [this, &bar] {
                                    ModuleToolBar* const own = Find(bar);

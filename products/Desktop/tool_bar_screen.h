@@ -7,11 +7,9 @@
 #include <QPointer>
 
 #include "host_tool_bars.h"
-#include "module_commands.h"
+#include "module_tool_bar.h"
 
-class QKeyEvent;
 class CustomizePage;
-class ModuleToolBar;
 class QMainWindow;
 
 /// Shows the bars that the host has, where they were at the last close. Gone before the host.
@@ -20,10 +18,7 @@ public:
     /// What it needs of the window; all outlives it.
     struct Surroundings {
         QMainWindow& m_Window;
-        ModuleCommands& m_Commands;
-        ModuleCommands::Source m_Source;                    ///< gives who answers the commands
-        std::function<void()> m_OnEscape;                   ///< out of a box
-        std::function<bool(const QKeyEvent&)> m_OnOtherKey; ///< that a box has no use for
+        ModuleBarUse m_Use;
         /// A bar has come: the window's own memory of places has a chance to be exact.
         std::function<void()> m_RestorePlaces;
         std::function<void(QAction&)> m_AddToggle; ///< of a bar that has come

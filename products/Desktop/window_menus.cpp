@@ -177,10 +177,11 @@ void MainWindow::ShowModuleBars(QMenu& toggles) {
         *m_Core.m_Desktop.GetToolBarHost(),
         ToolBarScreen::Surroundings{
             .m_Window = *this,
-            .m_Commands = m_Commands,
-            .m_Source = [this] { return EditorMenuOf(GetActive(), IViewDoc::kEditMenu); },
-            .m_OnEscape = [this] { FocusText(); },
-            .m_OnOtherKey = [this](const QKeyEvent& key) { return m_Core.m_Desk.OfferKey(key); },
+            .m_Use = {.m_Commands = m_Commands,
+                      .m_Source = [this] { return EditorMenuOf(GetActive(), IViewDoc::kEditMenu); },
+                      .m_OnEscape = [this] { FocusText(); },
+                      .m_OnOtherKey =
+                          [this](const QKeyEvent& key) { return m_Core.m_Desk.OfferKey(key); }},
             .m_RestorePlaces = [this] { RestorePlaces(); },
             .m_AddToggle = [&toggles,
                             behind](QAction& toggle) { toggles.insertAction(behind, &toggle); },
