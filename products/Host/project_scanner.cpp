@@ -83,6 +83,8 @@ std::string_view ProjectScanner::GetBytesFrom(std::size_t offset) {
 }
 
 bool ProjectScanner::CanStandAlone(std::string_view item) {
+    if (item.ends_with('\r')) // which the LF behind it would make one line end of
+        return false;
     const std::string text =
         "$begin 'block'\n" + std::string(item) + "\n$end 'block'\n$begin 'behind'\n";
     ProjectScanner scanner(text);
